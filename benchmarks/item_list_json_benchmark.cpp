@@ -125,6 +125,8 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
+    // Made here, so that no benchmark's first run pays for it.
+    std::printf("%zu items, %zu bytes\n", kestrel::items().size(), kestrel::json().size());
     const auto add = [](const char* name, void (*function)(benchmark::State&)) {
         benchmark::RegisterBenchmark(name, function)
             ->Unit(benchmark::kMillisecond)
