@@ -22,6 +22,18 @@ std::string listWithTitle(const std::string& literal) {
            R"(","type":"App"}])";
 }
 
+/// A list of one record that is right but for the member in front of all others, such as
+/// `"icon":1`.
+std::string listWithMember(const std::string& member) {
+    return "[{" + member + "," + listWithTitle("A").substr(2);
+}
+
+/// `text` as a JSON string; nothing in it is escaped.
+std::string quoted(const std::string& text) { return '"' + text + '"'; }
+
+/// A list whose record has an ignored key with the JSON value `value`.
+std::string listWithIcon(const std::string& value) { return listWithMember(R"("icon":)" + value); }
+
 /// The title of the only record; nothing when the list is not decodable.
 std::optional<std::string> decodedTitle(const std::string& literal) {
     const auto items = decodeItems(listWithTitle(literal));
@@ -110,8 +122,7 @@ TEST(ItemListJsonSyntaxTest, InvalidUtf8IsUndecodable) {
          {"\x80", "\xff", "\xc3", "\xc3(", "\xc0\xaf", "\xe2\x82", "\xe0\x80\xaf", "\xed\xa0\x80",
           "\xed\xbf\xbf", "\xf0\x9f\x98", "\xf0\x80\x80\xaf", "\xf4\x90\x80\x80", "\xf8\x88\x80"}) {
         EXPECT_EQ(decodedTitle(bytes), std::nullopt) << testing::PrintToString(bytes);
-        EXPECT_EQ(decodeItems(R"([{"icon":")" + bytes + "\"," + listWithTitle("A").substr(2)),
-                  std::nullopt)
+        EXPECT_EQ(decodeItems(listWithIcon(quoted(bytes))), std::nullopt)
             << testing::PrintToString(bytes);
     }
 }
@@ -138,9 +149,8 @@ TEST(ItemListJsonSyntaxTest, TheEscapeOfALoneSurrogateIsUndecodable) {
           R"(\ud83d \ude00)", R"(\ud83d\ude00\ude00)"}) {
         EXPECT_EQ(decodedTitle(literal), std::nullopt) << literal;
         // Under a key that is ignored, and in such a key.
-        const std::string rest = listWithTitle("A").substr(2);
-        EXPECT_EQ(decodeItems(R"([{"icon":")" + literal + "\"," + rest), std::nullopt) << literal;
-        EXPECT_EQ(decodeItems(R"([{")" + literal + "\":1," + rest), std::nullopt) << literal;
+        EXPECT_EQ(decodeItems(listWithIcon(quoted(literal))), std::nullopt) << literal;
+        EXPECT_EQ(decodeItems(listWithMember(quoted(literal) + ":1")), std::nullopt) << literal;
     }
 }
 
@@ -195,14 +205,13 @@ TEST(ItemListJsonSyntaxTest, MalformedTextIsUndecodable) {
 }
 
 TEST(ItemListJsonSyntaxTest, AMalformedValueUnderAnIgnoredKeyIsUndecodable) {
-    const std::string rest = "," + listWithTitle("A").substr(2);
-    ASSERT_TRUE(decodeItems(R"([{"icon":1)" + rest));
+    ASSERT_TRUE(decodeItems(listWithIcon("1")));
     for (const std::string value :
          {"",       "tru",   "True", "nul",        "NaN",    "Infinity", "-Infinity",
           "01",     "-",     "+1",   "1.",         ".5",     "1e",       "1e+",
           "0x1",    "1.2.3", "--1",  "1e400.5",    "01e400", "1e400,",   "1e400x",
           "[1e400", "1_000", "[1,]", "{\"a\":1,}", "'a'",    "\"a"})
-        EXPECT_EQ(decodeItems(R"([{"icon":)" + value + rest), std::nullopt) << value;
+        EXPECT_EQ(decodeItems(listWithIcon(value)), std::nullopt) << value;
 }
 
 TEST(ItemListJsonSyntaxTest, EveryTruncationOfAListIsUndecodable) {
@@ -220,8 +229,7 @@ TEST(ItemListJsonSyntaxTest, WhiteSpaceBetweenTokensIsRead) {
 
 TEST(ItemListJsonSyntaxTest, AnIgnoredValueMayNestAThousandLevels) {
     const std::string value = std::string(1000, '[') + std::string(1000, ']');
-    EXPECT_EQ(decodeItems(R"([{"icon":)" + value + "," + listWithTitle("A").substr(2)),
-              decodeItems(listWithTitle("A")));
+    EXPECT_EQ(decodeItems(listWithIcon(value)), decodeItems(listWithTitle("A")));
 }
 
 TEST(ItemListJsonSyntaxTest, NestingFarTooDeepIsUndecodable) {
@@ -229,9 +237,7 @@ TEST(ItemListJsonSyntaxTest, NestingFarTooDeepIsUndecodable) {
         const std::string value = std::string(depth, '[') + std::string(depth, ']');
         EXPECT_EQ(decodeItems(value), std::nullopt) << depth;
         EXPECT_EQ(decodeItems(std::string(depth, '[')), std::nullopt) << depth;
-        EXPECT_EQ(decodeItems(R"([{"icon":)" + value + "," + listWithTitle("A").substr(2)),
-                  std::nullopt)
-            << depth;
+        EXPECT_EQ(decodeItems(listWithIcon(value)), std::nullopt) << depth;
     }
     std::string objects;
     for (int i = 0; i < 100'000; ++i)
@@ -241,6 +247,7 @@ TEST(ItemListJsonSyntaxTest, NestingFarTooDeepIsUndecodable) {
 
 TEST(ItemListJsonSyntaxTest, AListOfAHundredThousandItemsComesBack) {
     std::vector<LauncherItem> items;
+    items.reserve(100'000);
     for (int i = 0; i < 100'000; ++i)
         items.push_back(
             {.title = "Item " + std::to_string(i), .path = "/bin/" + std::to_string(i)});

@@ -146,11 +146,13 @@ TEST(ItemListJsonTest, ATitleOfAnotherKindFailsTheList) {
 }
 
 TEST(ItemListJsonTest, APathOrCommandOfAnotherKindFailsTheList) {
-    for (const std::string key : {"path", "command"}) {
-        for (const std::string value : {"0", "false", "[]", "[null]", "{}"})
-            EXPECT_EQ(decodeItems(listWith(R"("title":"A","type":"App",")" + key + "\":" + value)),
-                      std::nullopt)
-                << key << ' ' << value;
+    for (const std::string value : {"0", "false", "[]", "[null]", "{}"}) {
+        EXPECT_EQ(decodeItems(listWith(R"("title":"A","type":"App","path":)" + value)),
+                  std::nullopt)
+            << value;
+        EXPECT_EQ(decodeItems(listWith(R"("title":"A","type":"App","command":)" + value)),
+                  std::nullopt)
+            << value;
     }
 }
 
@@ -162,15 +164,17 @@ TEST(ItemListJsonTest, AnEmptyArrayDecodesToAnEmptyList) {
 TEST(ItemListJsonTest, AnEmptyListEncodesToAnEmptyArray) { EXPECT_EQ(encodeItems({}), "[]"); }
 
 TEST(ItemListJsonTest, AMalformedIdInTheThirdRecordYieldsNoItemsAtAll) {
-    const auto record = [](const std::string& id) {
-        return R"({"id":")" + id + R"(","title":"A","type":"App"})";
+    const auto listWithThirdId = [](const std::string& id) {
+        const std::string record = R"({"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","title":"A",)"
+                                   R"("type":"App"},)";
+        return "[" + record + record + R"({"title":"A","type":"App","id":")" + id + "\"}]";
     };
-    const std::string good = record(idText);
-    ASSERT_TRUE(decodeItems("[" + good + "," + good + "," + good + "]"));
+    const auto good = decodeItems(listWithThirdId(idText));
+    ASSERT_TRUE(good);
+    EXPECT_EQ(good->size(), 3U);
     for (const std::string id :
          {"", "E621E1F8-C36C-495A-93FC-0C247A3E6E5", "x", "E621E1F8-C36C-495A-93FC-0C247A3E6E5G"})
-        EXPECT_EQ(decodeItems("[" + good + "," + good + "," + record(id) + "]"), std::nullopt)
-            << id;
+        EXPECT_EQ(decodeItems(listWithThirdId(id)), std::nullopt) << id;
 }
 
 TEST(ItemListJsonTest, AMissingIdOrOneOfAnotherKindFailsTheList) {
