@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
+#include <QWidget>
 
 namespace kestrel::linux_shell {
 namespace {
