@@ -14,9 +14,8 @@ class ListRow : public QWidget {
 
   public:
     struct State {
-        bool hovered = false;     ///< the pointer is over the row
-        bool current = false;     ///< the keyboard acts on the row
-        bool highlighted = false; ///< hovered or current, whichever the user moved last
+        bool hovered = false; ///< the pointer is over the row
+        bool current = false; ///< the row is the highlighted one of a menu, or the selected one
         friend bool operator==(const State&, const State&) = default;
     };
 

@@ -139,7 +139,7 @@ void RowDrag::drop() {
     const int destination = row < 0 ? -1 : this->destination();
     cancel();
     if (row >= 0 && destination != row && destination != row + 1) {
-        Q_EMIT list_.moveRequested({row}, destination);
+        Q_EMIT list_.moveRequested(row, destination);
     }
 }
 

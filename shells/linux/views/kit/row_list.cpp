@@ -41,13 +41,12 @@ RowList::RowList(RowSource& source, const Options& options, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(options.scrollBar == Options::ScrollBar::never
-                                   ? Qt::ScrollBarAlwaysOff
-                                   : Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(options.scrollBar == ScrollBar::never ? Qt::ScrollBarAlwaysOff
+                                                                     : Qt::ScrollBarAsNeeded);
     viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setSingleStep(pixelsPerWheelLine);
-    if (options.editing == Options::Editing::on) {
+    if (options.kind == Kind::selection) {
         drag_ = new RowDrag(*this);
     }
     rebuildGeometry();
@@ -81,6 +80,7 @@ void RowList::reload() {
         drag_->cancel();
     }
     pressedRow_ = -1;
+    reportedRow_ = -1;
     currentRow_ = std::min(currentRow_, source_.count() - 1);
     rebuildGeometry();
     refresh();
@@ -166,43 +166,52 @@ int RowList::gapTop(int gap) const { return geometry_.top(gap) - scrollOffset();
 
 void RowList::updateStates() {
     const int hovered = pointer_ ? rowAt(*pointer_) : -1;
-    const bool focused = hasFocus();
     for (const auto& [index, row] : rows_) {
-        ListRow::State state{.hovered = index == hovered, .current = index == currentRow_};
-        state.highlighted =
-            lastInput_ == LastInput::keyboard ? state.current && focused : state.hovered;
-        row->setState(state);
+        row->setState({.hovered = index == hovered, .current = index == currentRow_});
     }
     viewport()->update();
+    reportPointer();
 }
 
 // Widgets that scroll or appear under a resting pointer report it as coming in; only a pointer
 // that really moved takes the highlight from the keyboard.
 void RowList::pointerAt(std::optional<QPoint> position) {
-    if (position == pointer_) {
+    if (position != pointer_) {
+        pointer_ = position;
+        lastInput_ = LastInput::pointer;
+        updateStates();
+    }
+}
+
+void RowList::reportPointer() {
+    if (!isMenu() || lastInput_ == LastInput::keyboard) {
         return;
     }
-    pointer_ = position;
-    lastInput_ = LastInput::pointer;
-    if (options_.activation == Options::Activation::singleClick && pointer_ &&
-        rowAt(*pointer_) >= 0) {
-        currentRow_ = rowAt(*pointer_);
+    const int row = pointer_ ? rowAt(*pointer_) : -1;
+    const int left = std::exchange(reportedRow_, row);
+    if (row == left) {
+        return;
     }
-    updateStates();
+    if (left >= 0) {
+        Q_EMIT pointerLeft(left);
+    }
+    if (row >= 0) {
+        Q_EMIT pointerEntered(row);
+    }
 }
 
 void RowList::setCurrentRow(int row) {
     const int valid = row < geometry_.count() ? std::max(row, -1) : -1;
-    if (valid != currentRow_) {
-        currentRow_ = valid;
-        updateStates();
-        announceCurrentRow();
+    if (valid == currentRow_) {
+        return;
     }
-}
-
-void RowList::announceCurrentRow() {
-    if (hasFocus() && currentRow_ >= 0) {
-        announceRowFocused(*this, currentRow_);
+    currentRow_ = valid;
+    if (lastInput_ == LastInput::keyboard) {
+        ensureVisible(valid);
+    }
+    updateStates();
+    if (hasFocus() && valid >= 0 && (lastInput_ == LastInput::keyboard || !isMenu())) {
+        announceRowFocused(*this, valid);
     }
 }
 
@@ -223,19 +232,19 @@ void RowList::ensureVisible(int row) {
 
 void RowList::pick(int row, LastInput input) {
     lastInput_ = input;
-    if (row == currentRow_) {
-        updateStates();
-        return;
+    if (row != currentRow_) {
+        setCurrentRow(row);
+        Q_EMIT rowPicked(row);
+    } else {
+        ensureVisible(row);
     }
-    setCurrentRow(row);
-    Q_EMIT rowPicked(row);
 }
 
 void RowList::pressRow(int row) {
     if (row < 0 || row >= geometry_.count()) {
         return;
     }
-    if (options_.activation == Options::Activation::singleClick) {
+    if (isMenu()) {
         Q_EMIT activated(row);
     } else {
         pick(row, LastInput::pointer);
@@ -252,7 +261,7 @@ bool RowList::viewportEvent(QEvent* event) {
 void RowList::mousePressEvent(QMouseEvent* event) {
     const QPoint position = event->position().toPoint();
     pressedRow_ = event->button() == Qt::LeftButton ? rowAt(position) : -1;
-    if (options_.activation == Options::Activation::singleClick) {
+    if (isMenu()) {
         return;
     }
     pick(rowAt(position), LastInput::pointer);
@@ -280,15 +289,15 @@ void RowList::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     const QPoint position = event->position().toPoint();
-    if (options_.activation == Options::Activation::singleClick && pressed >= 0 &&
-        pressed == rowAt(position) && viewport()->rect().contains(position)) {
+    if (isMenu() && pressed >= 0 && pressed == rowAt(position) &&
+        viewport()->rect().contains(position)) {
         Q_EMIT activated(pressed);
     }
 }
 
 void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
     const int row = rowAt(event->position().toPoint());
-    if (options_.activation == Options::Activation::singleClick) {
+    if (isMenu()) {
         mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton && row >= 0) {
         Q_EMIT activated(row);
@@ -303,6 +312,7 @@ void RowList::wheelEvent(QWheelEvent* event) {
     wheelRemainder_ -= pixelsOf(*event);
     const double whole = std::trunc(wheelRemainder_);
     wheelRemainder_ -= whole;
+    lastInput_ = LastInput::pointer;
     verticalScrollBar()->setValue(scrollOffset() + static_cast<int>(whole));
     event->accept();
 }
@@ -310,7 +320,7 @@ void RowList::wheelEvent(QWheelEvent* event) {
 void RowList::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     const int row = byKeyboard ? currentRow_ : rowAt(event->pos());
-    if (row < 0) {
+    if (isMenu() || row < 0) {
         return;
     }
     if (byKeyboard) {
@@ -335,14 +345,10 @@ void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) {
 
 void RowList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
-    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
-        lastInput_ = LastInput::keyboard;
-        if (options_.activation == Options::Activation::singleClick && currentRow_ < 0) {
-            setCurrentRow(geometry_.visible(scrollOffset(), viewport()->height()).first);
-        }
-    }
     updateStates();
-    announceCurrentRow();
+    if (currentRow_ >= 0) {
+        announceRowFocused(*this, currentRow_);
+    }
 }
 
 void RowList::focusOutEvent(QFocusEvent* event) {

@@ -2,6 +2,10 @@
 // A vertical list of any length, worked by pointer and keyboard. Only the rows in sight exist:
 // those that scroll out are bound again to the items that scroll in, so a list of a hundred
 // thousand equal rows costs what a list of ten does. Knows positions, nothing of the items.
+//
+// A `menu` acts on a click, and its owner decides which row is highlighted: it hears of the
+// pointer and of the keys and answers with setCurrentRow. A `selection` list picks a row on a
+// press or with the arrow keys and acts on a double click; its rows can be moved and deleted.
 
 #include "shells/linux/views/kit/list_row.h"
 #include "shells/linux/views/kit/row_geometry.h"
@@ -28,7 +32,7 @@ class RowSource {
     virtual std::optional<int> uniformHeight() const = 0;
     virtual int heightOf(int row, int width) const = 0;
 
-    /// What a screen reader says and what typing the first letters finds.
+    /// What a screen reader says.
     virtual QString titleOf(int row) const = 0;
 
     virtual ListRow* makeRow(QWidget* parent) = 0;
@@ -41,14 +45,14 @@ class RowList : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    struct Options {
-        enum class Activation { singleClick, doubleClick };
-        enum class ScrollBar { never, asNeeded };
-        enum class Editing { off, on }; ///< on: rows can be moved and deleted
+    enum class Kind { menu, selection };
+    enum class ScrollBar { never, asNeeded };
+    enum class Step { previous, next, pageUp, pageDown, first, last };
+    enum class Direction { up, down };
 
-        Activation activation = Activation::singleClick;
+    struct Options {
+        Kind kind = Kind::menu;
         ScrollBar scrollBar = ScrollBar::never;
-        Editing editing = Editing::off;
         QMargins padding; ///< pixels between the viewport's edges and the rows
     };
 
@@ -64,7 +68,7 @@ class RowList : public QAbstractScrollArea {
 
     int currentRow() const { return currentRow_; }
 
-    /// -1 for none. Does not scroll and emits nothing.
+    /// -1 for none. Emits nothing; scrolls to the row when it was a key that led there.
     void setCurrentRow(int row);
     void ensureVisible(int row);
 
@@ -90,15 +94,26 @@ class RowList : public QAbstractScrollArea {
     const Options& options() const { return options_; }
 
   Q_SIGNALS:
-    /// A click (or double click) on a row, or Return.
+    /// A click on a row of a menu, a double click in a selection list, Return in both.
     void activated(int row);
 
-    /// The user has made another row current, or none (-1) with a click beside the rows.
+    /// Letters typed to find a row by its title.
+    void typed(const QString& text);
+
+    /// Of a menu: the pointer is over another row, or a key asks for another highlight.
+    void pointerEntered(int row);
+    void pointerLeft(int row);
+    void stepRequested(Step step);
+
+    /// Of a selection list: the user made another row current, or none (-1) with a click beside
+    /// the rows.
     void rowPicked(int row);
 
-    /// Move `rows` to `destination`, a position in the list as it stands before the move.
-    void moveRequested(const std::vector<int>& rows, int destination);
-    void deleteRequested(const std::vector<int>& rows);
+    /// Of a selection list: a row was dropped in front of `destination`, a position in the list
+    /// before the move; or a key moves or deletes the current row.
+    void moveRequested(int row, int destination);
+    void moveCurrentRequested(Direction direction);
+    void deleteCurrentRequested();
     void contextMenuRequested(int row, QPoint globalPosition);
 
   protected:
@@ -122,6 +137,7 @@ class RowList : public QAbstractScrollArea {
 
     enum class LastInput { pointer, keyboard };
 
+    bool isMenu() const { return options_.kind == Kind::menu; }
     int scrollOffset() const;
     int rowsWidth() const;
     void rebuildGeometry();
@@ -130,26 +146,24 @@ class RowList : public QAbstractScrollArea {
     void park(ListRow* row);
     void updateStates();
     void pointerAt(std::optional<QPoint> position);
-    void announceCurrentRow();
+    void reportPointer();
     void pick(int row, LastInput input);
-    bool handleMoveAndDelete(const QKeyEvent& event);
-    int destinationOf(const QKeyEvent& event) const;
-    bool typeAhead(const QKeyEvent& event);
-    int find(const QString& prefix, int from) const;
+    int rowAfter(Step step) const;
+    bool moveOrDelete(const QKeyEvent& event);
+    bool typeLetter(const QKeyEvent& event);
 
     RowSource& source_;
     const Options options_;
     RowGeometry geometry_;
     std::map<int, ListRow*> rows_; ///< those in sight, by position
     std::vector<ListRow*> spare_;
-    RowDrag* drag_ = nullptr; ///< null unless editing is on
+    RowDrag* drag_ = nullptr; ///< null in a menu
 
     int currentRow_ = -1;
     int pressedRow_ = -1;
+    int reportedRow_ = -1; ///< the row over which the owner knows the pointer to be
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport
-    QString typed_;
-    quint64 typedAt_ = 0;
     double wheelRemainder_ = 0;
 };
 

@@ -27,7 +27,7 @@ QAccessible::State stateOf(const RowList& list, int row) {
 QStringList rowActions(const RowList& list) {
     QStringList actions{QAccessibleActionInterface::pressAction(),
                         QAccessibleActionInterface::setFocusAction()};
-    if (list.options().editing == RowList::Options::Editing::on) {
+    if (list.options().kind == RowList::Kind::selection) {
         actions << QAccessibleActionInterface::showMenuAction();
     }
     return actions;
