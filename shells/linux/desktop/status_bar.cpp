@@ -60,8 +60,6 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
 
 bool LinuxStatusItem::hasPanel() const { return notifier_.hasHost() || x11::hasTray(); }
 
-void LinuxStatusItem::press() { button_.sendAction(); }
-
 void LinuxStatusItem::clicked() {
     lastClick_ = QCursor::pos();
     isClick_ = true;
@@ -103,11 +101,10 @@ void LinuxStatusItem::showXEmbedIcon() {
     if (notifier_.hasHost() || !x11::hasTray()) {
         return;
     }
-    xembed_ = std::make_unique<XEmbedIcon>(QIcon());
     trayColor_.reset();
+    xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
     connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
     connect(xembed_.get(), &XEmbedIcon::painted, this, &LinuxStatusItem::sampleBackground);
-    updateIcon();
 }
 
 // A panel that does not name its colours is looked at: the icon's corners show its background.
@@ -123,6 +120,11 @@ void LinuxStatusItem::sampleBackground() {
 }
 
 QImage LinuxStatusItem::drawn(int pixels, const QColor& color) const {
+    if (button_.image() == nullptr) {
+        QImage nothing(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+        nothing.fill(Qt::transparent);
+        return nothing;
+    }
     const QImage image = renderer_(*button_.image(), pixels);
     return button_.isTemplate() ? tinted(image, color) : image;
 }
@@ -138,15 +140,21 @@ void LinuxStatusItem::updateIcon() {
     }
     const bool isThemed = button_.isTemplate() && QIcon::hasThemeIcon(themeName);
     notifier_.setIcon(images, isThemed ? themeName : QString());
-    if (xembed_ == nullptr) {
-        return;
+    if (xembed_ != nullptr) {
+        xembed_->setIcon(xembedIcon());
     }
-    const QColor trayText = x11::trayForeground().value_or(trayColor_.value_or(panelText));
+}
+
+QIcon LinuxStatusItem::xembedIcon() const {
+    const auto named = x11::trayForeground();
+    const QColor color = named        ? *named
+                         : trayColor_ ? *trayColor_
+                                      : QApplication::palette().color(QPalette::WindowText);
     QIcon icon;
     for (const int size : iconSizes) {
-        icon.addPixmap(QPixmap::fromImage(drawn(size, trayText)));
+        icon.addPixmap(QPixmap::fromImage(drawn(size, color)));
     }
-    xembed_->setIcon(icon);
+    return icon;
 }
 
 bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {

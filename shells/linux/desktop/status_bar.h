@@ -62,10 +62,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     /// True while a panel shows the icon, or is about to.
     bool hasPanel() const;
 
-    /// Does what a click on the icon does, without a click: the popover goes where the icon is
-    /// known to be, else into the corner.
-    void press();
-
+    /// Without a click, the popover goes where the icon is known to be, else into the corner.
     PopoverAnchor anchor() const;
     void updateIcon();
 
@@ -78,6 +75,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     void clicked();
     void sampleBackground();
     QImage drawn(int pixels, const QColor& color) const;
+    QIcon xembedIcon() const;
 
     IconRenderer renderer_;
     LinuxStatusButton button_;
