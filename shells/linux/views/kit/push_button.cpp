@@ -13,7 +13,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr int titlePadding = 14; // pixels beside the title
-constexpr int minimumWidth = 76; // pixels, so that short titles line up
+constexpr int minimumTitleWidth = 76; // pixels, so that short titles line up
 constexpr style::Font plainFont = style::body;
 constexpr style::Font prominentFont = style::body.withWeight(FontWeight::medium);
 
@@ -28,7 +28,7 @@ PushButton::PushButton(const QString& title, Look look, QWidget* parent)
 QSize PushButton::sizeHint() const {
     // Measured in the heavier font, so that both looks of a title are as wide.
     const int title = QFontMetrics(fontFor(prominentFont)).horizontalAdvance(text());
-    return {std::max(title + 2 * titlePadding, minimumWidth), controlHeight};
+    return {std::max(title + 2 * titlePadding, minimumTitleWidth), controlHeight};
 }
 
 QColor PushButton::fill() const {

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int trackPadding = 2;  // pixels between the track's edge and the chosen segment
 constexpr int titlePadding = 10; // pixels beside a title
-constexpr style::Font font = style::body;
+constexpr style::Font plainFont = style::body;
 constexpr style::Font chosenFont = style::body.withWeight(FontWeight::medium);
 
 class Segment : public ControlButton {
@@ -44,7 +44,7 @@ class Segment : public ControlButton {
         if (showsFocus()) {
             drawFocusRing(painter, rect(), radius, palette());
         }
-        painter.setFont(fontFor(isChecked() ? chosenFont : font));
+        painter.setFont(fontFor(isChecked() ? chosenFont : plainFont));
         painter.setPen(
             colorFor(isEnabled() ? style::ColorLevel::primary : style::ColorLevel::tertiaryLabel,
                      palette()));
