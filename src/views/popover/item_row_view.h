@@ -9,8 +9,8 @@ namespace kestrel {
 
 struct ItemRowView {
     LauncherItem item;
-    std::function<void()> onTap; ///< what a click anywhere in the row does
-    bool isHovered = false;      ///< the highlight shows while it is true
+    std::function<void()> onTap = {}; ///< what a click anywhere in the row does
+    bool isHovered = false;           ///< the highlight shows while it is true
 };
 
 } // namespace kestrel

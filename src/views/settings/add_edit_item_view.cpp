@@ -101,8 +101,10 @@ void AddEditItemView::commitSave() {
 void AddEditItemView::cancel() { close(); }
 
 void AddEditItemView::close() {
-    if (dismiss)
-        dismiss();
+    // A copy, because the action may destroy the form and itself with it.
+    const auto action = dismiss;
+    if (action)
+        action();
 }
 
 } // namespace kestrel

@@ -10,10 +10,10 @@ namespace kestrel {
 
 struct ItemRow {
     LauncherItem item;
-    bool isSelected = false;        ///< the item is the committed one
-    std::function<void()> onEdit;   ///< the menu's "Edit"
-    std::function<void()> onDelete; ///< the menu's "Delete"
-    bool isHovered = false;         ///< the pointer is inside the row; the shell keeps it true
+    bool isSelected = false;             ///< the item is the committed one
+    std::function<void()> onEdit = {};   ///< the menu's "Edit"
+    std::function<void()> onDelete = {}; ///< the menu's "Delete"
+    bool isHovered = false;              ///< the pointer is inside the row; the shell keeps it true
 
     /// The line under the title: the path or the command, or what stands for an absent one. Refers
     /// into `item`.

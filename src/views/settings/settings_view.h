@@ -25,7 +25,7 @@ struct ToolbarButton {
     std::string_view label; ///< also the tooltip; never translated
     std::string_view icon;  ///< a symbol name
     bool enabled = true;
-    std::function<void()> action;
+    std::function<void()> action = {};
 };
 
 /// Main thread only.
