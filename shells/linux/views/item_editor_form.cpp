@@ -52,7 +52,6 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(marginsFor(form::padding));
     column->setSpacing(0);
-    column->setSizeConstraint(QLayout::SetMinAndMaxSize);
 
     column->addWidget(new TextLabel(textFor(view_->header()), form::header));
     column->addSpacing(pixels(form::spaceBelowHeader));
