@@ -45,9 +45,40 @@ bool isRunning(pid_t process) {
     return name != std::string::npos && status.compare(name, 3, ") Z") != 0;
 }
 
-/// The folders of GLib that it reads once in the life of a process: the same for all tests of it.
-const TemporaryFolder& sharedFolders() {
-    static const TemporaryFolder shared;
+/// The user's data and configuration. GLib asks where they are once in the life of a process, and
+/// keeps an index of what is in them: the same for all tests of a process, and never changed.
+class SharedFolders {
+  public:
+    SharedFolders() {
+        for (const fs::path& each : {applications(), folder_.path() / "config"})
+            fs::create_directories(each);
+        const std::string start = "[Desktop Entry]\nType=Application\nName=Test\n";
+        const std::string recorder = "Exec=" KESTREL_RECORDER;
+        writeFile(applications() / "test-texts.desktop",
+                  start + recorder + " open %f\nMimeType=text/plain;\n");
+        writeFile(applications() / "test-folders.desktop",
+                  start + recorder + " browse %f\nMimeType=inode/directory;\n");
+        writeFile(applications() / "test-pages.desktop",
+                  start + recorder + " edit %f\nMimeType=text/html;\nTerminal=true\n");
+        writeFile(applications() / "test-terminal-settings.desktop",
+                  start + "Exec=true --settings\nCategories=Settings;\n");
+        writeFile(applications() / "test-terminal.desktop",
+                  start + "Exec=true\nCategories=System;TerminalEmulator;\n");
+        writeFile(folder_.path() / "config" / "mimeapps.list",
+                  "[Default Applications]\ntext/plain=test-texts.desktop\n"
+                  "application/x-shellscript=test-texts.desktop\n"
+                  "inode/directory=test-folders.desktop\ntext/html=test-pages.desktop\n");
+    }
+
+    fs::path applications() const { return folder_.path() / "data" / "applications"; }
+    const fs::path& path() const { return folder_.path(); }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+const SharedFolders& sharedFolders() {
+    static const SharedFolders shared;
     return shared;
 }
 
@@ -118,6 +149,10 @@ LaunchingTest::~LaunchingTest() {
         return;
     ::kill(process, SIGTERM);
     waitUntil([process] { return !isRunning(process); });
+}
+
+fs::path LaunchingTest::terminalEntry() {
+    return sharedFolders().applications() / "test-terminal.desktop";
 }
 
 std::string LaunchingTest::recorder() { return KESTREL_RECORDER; }

@@ -45,6 +45,8 @@ void writeFile(const std::filesystem::path& path, std::string_view bytes, unsign
 /// The program of that name in the real PATH; empty when it is not installed.
 std::string installedProgram(const std::string& name);
 
+/// Texts, folders and HTML pages have the recorder as their default application, with the argument
+/// "open", "browse" and, in a terminal, "edit".
 class LaunchingTest : public testing::Test {
   protected:
     LaunchingTest();
@@ -62,6 +64,8 @@ class LaunchingTest : public testing::Test {
     /// A link to the recorder.
     void makeRecorder(const std::filesystem::path& path) const;
     static std::string recorder();
+    /// The desktop entry of a terminal whose program is named "true".
+    static std::filesystem::path terminalEntry();
     /// Puts the fake terminal on the PATH under `name`, and $TERMINAL to it.
     void installTerminal(const std::string& name);
 

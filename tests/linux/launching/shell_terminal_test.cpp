@@ -219,8 +219,10 @@ TEST_F(ZshTest, TheUsersOwnFolderOfStartFilesIsUsedAndKept) {
 TEST_F(ZshTest, HistoryExpansionIsBackAfterTheText) {
     run("echo a!b > ~/out");
     ASSERT_TRUE(homeFileBecomes("out", "a!b\n"));
-    type("[[ -o bang_hist ]] && echo on > ~/out\n");
-    EXPECT_TRUE(homeFileBecomes("out", "on\n"));
+    type("echo again > ~/out\n");
+    ASSERT_TRUE(homeFileBecomes("out", "again\n"));
+    type("echo x!! > ~/history; cat ~/history > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("history", "xecho again\n"));
     type("typeset -m '*kestrel*' > ~/out; typeset +fm '*kestrel*' >> ~/out; echo end >> ~/out\n");
     EXPECT_TRUE(homeFileBecomes("out", "end\n"));
 }
@@ -228,8 +230,14 @@ TEST_F(ZshTest, HistoryExpansionIsBackAfterTheText) {
 TEST_F(ZshTest, HistoryExpansionIsBackAfterATextThatDoesNotParse) {
     run("echo )");
     ASSERT_TRUE(scratchIsGone());
-    type("[[ -o bang_hist ]] && echo on > ~/out\n");
-    EXPECT_TRUE(homeFileBecomes("out", "on\n"));
+    type("print -r -- $histchars > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "!^#\n"));
+}
+
+TEST_F(ZshTest, CommentsAreStillCommentsWhereTheUserAllowsThem) {
+    writeFile(home() / ".zshrc", "PS1='ready> '\nsetopt interactive_comments\n");
+    run("echo a!b > ~/out # a comment!");
+    EXPECT_TRUE(homeFileBecomes("out", "a!b\n"));
 }
 
 TEST_F(ZshTest, TheCommandIsInTheHistory) {
@@ -286,17 +294,11 @@ TEST_F(ShellTerminalTest, LeftoversAreSweptAtTheStart) {
 }
 
 TEST_F(ShellTerminalTest, TheApplicationIsTheEntryThatStartsTheTerminal) {
-    installTerminal("kestrel-test-terminal");
-    const fs::path applications = fs::path(std::getenv("XDG_DATA_HOME")) / "applications";
-    fs::create_directories(applications);
-    const std::string start = "[Desktop Entry]\nType=Application\nName=T\nExec=" +
-                              (programs() / "kestrel-test-terminal").string();
-    writeFile(applications / "a-settings.desktop", start + " --settings\nCategories=Settings;\n");
-    writeFile(applications / "b.desktop", start + "\nCategories=System;TerminalEmulator;\n");
+    installTerminal("true");
     LaunchWorker worker;
     ShellTerminal terminal(worker);
-    EXPECT_EQ(terminal.applicationPath(), (applications / "b.desktop").string());
-    EXPECT_EQ(terminal.applicationPath(), (applications / "b.desktop").string());
+    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
+    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
 }
 
 TEST_F(ShellTerminalTest, TheApplicationIsTheProgramWhenNoEntryStartsIt) {
