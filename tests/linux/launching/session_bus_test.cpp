@@ -63,38 +63,43 @@ class RunningApplication {
     std::vector<std::string> calls_;
 };
 
+/// One bus for all tests: GIO shares one connection in a process and may keep it.
 class SessionBusTest : public LaunchingTest {
   protected:
-    void SetUp() override {
+    static void SetUpTestSuite() {
         if (installedProgram("dbus-daemon").empty())
-            GTEST_SKIP() << "DBUS-DAEMON IS NOT INSTALLED: activation is not tested";
+            return;
         ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+        services = new TemporaryFolder;
+        writeFile(services->path() / "broken.service",
+                  "[D-BUS Service]\nName=org.example.Broken\nExec=/bin/false\n");
         bus = g_test_dbus_new(G_TEST_DBUS_NONE);
-        fs::create_directory(files() / "services");
-        g_test_dbus_add_service_dir(bus, (files() / "services").c_str());
+        g_test_dbus_add_service_dir(bus, services->path().c_str());
         g_test_dbus_up(bus);
     }
-    void TearDown() override {
+
+    static void TearDownTestSuite() {
         if (bus == nullptr)
             return;
-        // The shared connection is made anew for the next bus only when nobody holds the old one.
-        const ObjectPtr<GDBusConnection> last(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-        g_dbus_connection_set_exit_on_close(last.get(), FALSE);
-        waitUntil([&] { return g_atomic_int_get(&G_OBJECT(last.get())->ref_count) == 1; },
-                  std::chrono::seconds(worker ? 20 : 0));
-        worker.reset();
+        ::setenv("DBUS_SESSION_BUS_ADDRESS", g_test_dbus_get_bus_address(bus), 1);
+        const ObjectPtr<GDBusConnection> shared(
+            g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+        g_dbus_connection_set_exit_on_close(shared.get(), FALSE);
         g_test_dbus_stop(bus);
+        delete services;
     }
 
-    void addService(const std::string& name, const std::string& exec) const {
-        writeFile(files() / "services" / (name + ".service"),
-                  "[D-BUS Service]\nName=" + name + "\nExec=" + exec + "\n");
+    void SetUp() override {
+        if (bus == nullptr)
+            GTEST_SKIP() << "DBUS-DAEMON IS NOT INSTALLED: activation is not tested";
+        ::setenv("DBUS_SESSION_BUS_ADDRESS", g_test_dbus_get_bus_address(bus), 1);
     }
 
     void openApplication(const std::string& path) { GioWorkspace(*worker).openApplication(path); }
 
+    static inline TemporaryFolder* services = nullptr;
     /// Never released: that would wait for half a minute for an answer which a test leaves out.
-    GTestDBus* bus = nullptr;
+    static inline GTestDBus* bus = nullptr;
     std::unique_ptr<LaunchWorker> worker = std::make_unique<LaunchWorker>();
 };
 
@@ -114,7 +119,6 @@ TEST_F(SessionBusTest, AMissingServiceFallsBackToTheCommandLine) {
 }
 
 TEST_F(SessionBusTest, AServiceThatCannotStartFallsBackToTheCommandLine) {
-    addService("org.example.Broken", "/bin/false");
     openApplication(makeEntry("org.example.Broken.desktop",
                               "DBusActivatable=true\nExec=" + recorder() + " a\n"));
     EXPECT_EQ(waitForRecord().arguments, (std::vector<std::string>{recorder(), "a"}));
