@@ -322,33 +322,23 @@ class Desktop(Session):
         pixels[0::3], pixels[1::3], pixels[2::3] = rows[2::4], rows[1::4], rows[0::4]
         return Picture(width, height, bytes(pixels))
 
-    def icon_rect(self, before=None, limit=10):
-        """Where the status icon is, waited for.
-
-        From the fake host, which says so; from the icon's own window, which XEmbed gives it; else
-        from what has changed in the bars at the screen's edges since the picture `before`.
-        """
+    def icon_rect(self, limit=10):
+        """Where the status icon is, waited for: from the fake host, which says so; from the window
+        of Xfce's tray, which is off the screen while it is empty; else from the icon's own window,
+        which XEmbed gives it."""
         def look():
             if "fake" in self._panels:
                 for line in reversed(self._panels["fake"].lines):
                     if '"icon"' in line:
                         return Rect(*json.loads(line)["rect"])
                 return None
-            embedded = self.window(title="^QSystemTrayIcon$") if self.has_xembed_tray() else None
-            if embedded:
-                return embedded.rect
-            return self._settled_change(before) if before else None
+            for window in self.windows():
+                is_tray = window.title == "wrapper-2.0" and self.bounds.contains(window.rect)
+                is_icon = re.fullmatch("(?i)kestrel", window.title) and max(window.rect[2:]) <= 30
+                if is_tray or is_icon:
+                    return window.rect
+            return None
         return wait_for(look, limit, "the status icon on the screen")
-
-    def _settled_change(self, before, bar=32, still=0.3):
-        for y in (0, self.bounds.height - bar):
-            strip = Rect(0, y, self.bounds.width, bar)
-            change = self.picture().cut(strip).difference(before.cut(strip))
-            if change:
-                time.sleep(still)
-                again = self.picture().cut(strip).difference(before.cut(strip))
-                return Rect(change.x, change.y + y, *change[2:]) if change == again else None
-        return None
 
     def variables(self):
         """The environment as shell commands, to look at the desktop from another terminal."""

@@ -181,6 +181,9 @@ class Bar:
             self.cells.pop(item)[0].destroy()
 
     def clicked(self, _cell, event, proxy):
+        # GTK adds an event of its own to the second of two quick presses.
+        if event.type not in (self.gdk.EventType.BUTTON_PRESS, self.gdk.EventType.BUTTON_RELEASE):
+            return True
         at = (int(event.x_root), int(event.y_root)) if self.options.at == "pointer" else (0, 0)
         method = {1: "Activate", 2: "SecondaryActivate", 3: "ContextMenu"}.get(event.button)
         say("button", button=event.button, call=method)
