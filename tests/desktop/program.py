@@ -122,13 +122,17 @@ class Kestrel:
     def click_row(self, title):
         self.click_on("list item", re.escape(title))
 
+    def row_button(self, title):
+        """The button of a row's own menu, by its place: toolkits differ in whose child it is."""
+        row = self.accessible.find("list item", re.escape(title)).rect
+        return wait_for(lambda: [button for button in self.accessible.find_all(None, "Actions")
+                                 if row.contains(button.rect)],
+                        what=f"the button in the row of {title}")[0]
+
     def click_row_actions(self, title, choice):
         """Chooses from the menu of the row's own button."""
-        row = self.accessible.find("list item", re.escape(title))
-        self.desktop.move(*row.rect.center)
-        button = wait_for(lambda: row.find_all("push button", "Actions")
-                          or row.find_all("button menu", "Actions"), what="the row's button")[0]
-        self.desktop.click(*button.rect.center)
+        self.desktop.move(*self.accessible.find("list item", re.escape(title)).rect.center)
+        self.desktop.click(*self.row_button(title).rect.center)
         self.click_on("menu item", choice)
 
     def open_settings(self):
