@@ -323,9 +323,9 @@ class Desktop(Session):
         return Picture(width, height, bytes(pixels))
 
     def icon_rect(self, limit=10):
-        """Where the status icon is, waited for: from the fake host, which says so; from the window
-        of Xfce's tray, which is off the screen while it is empty; else from the icon's own window,
-        which XEmbed gives it."""
+        """Where the status icon is, waited for until it stays there: from the fake host, which says
+        so; from the window of Xfce's tray, which is off the screen while it is empty; else from
+        the icon's own window, which XEmbed gives it."""
         def look():
             if "fake" in self._panels:
                 for line in reversed(self._panels["fake"].lines):
@@ -338,7 +338,12 @@ class Desktop(Session):
                 if is_tray or is_icon:
                     return window.rect
             return None
-        return wait_for(look, limit, "the status icon on the screen")
+
+        def settled():
+            rect = look()
+            time.sleep(0.2)     # a tray takes an icon in before it lays it out
+            return rect if rect == look() else None
+        return wait_for(settled, limit, "the status icon on the screen")
 
     def variables(self):
         """The environment as shell commands, to look at the desktop from another terminal."""
