@@ -7,6 +7,7 @@
 
 Every program on it has a home of its own and knows nothing of the user's session.
 """
+import contextlib
 import ctypes
 import json
 import os
@@ -43,23 +44,58 @@ class X11Window(NamedTuple):
 class _Xlib:
     """The few calls that no command line tool offers."""
 
-    def __init__(self):
-        self._lib = ctypes.CDLL("libX11.so.6")
-        self._lib.XOpenDisplay.restype = ctypes.c_void_p
-        self._lib.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
-        self._lib.XInternAtom.restype = ctypes.c_ulong
-        self._lib.XGetSelectionOwner.argtypes = [ctypes.c_void_p, ctypes.c_ulong]
-        self._lib.XGetSelectionOwner.restype = ctypes.c_ulong
-        self._lib.XCloseDisplay.argtypes = [ctypes.c_void_p]
+    def __init__(self, display):
+        self._display = display.encode()
+        lib = self._lib = ctypes.CDLL("libX11.so.6")
+        pointer, number, text = ctypes.c_void_p, ctypes.c_ulong, ctypes.c_char_p
+        small = ctypes.c_int
+        for function, result, *arguments in (
+                (lib.XOpenDisplay, pointer, text), (lib.XCloseDisplay, small, pointer),
+                (lib.XInternAtom, number, pointer, text, small),
+                (lib.XGetSelectionOwner, number, pointer, number),
+                (lib.XDefaultRootWindow, number, pointer),
+                (lib.XCreatePixmap, number, pointer, number, small, small, small),
+                (lib.XCreateGC, pointer, pointer, number, number, pointer),
+                (lib.XSetForeground, small, pointer, pointer, number),
+                (lib.XFillRectangle, small, pointer, number, pointer, small, small, small, small),
+                (lib.XChangeProperty, small, pointer, number, number, number, small, small,
+                 ctypes.POINTER(number), small),
+                (lib.XSetWindowBackgroundPixmap, small, pointer, number, number),
+                (lib.XClearWindow, small, pointer, number),
+                (lib.XSetCloseDownMode, small, pointer, small)):
+            function.restype, function.argtypes = result, arguments
 
-    def has_selection_owner(self, display, selection):
-        connection = self._lib.XOpenDisplay(display.encode())
+    @contextlib.contextmanager
+    def _connection(self):
+        connection = self._lib.XOpenDisplay(self._display)
         if not connection:
-            return False
-        atom = self._lib.XInternAtom(connection, selection.encode(), 0)
-        owner = self._lib.XGetSelectionOwner(connection, atom)
-        self._lib.XCloseDisplay(connection)
-        return bool(owner)
+            raise RuntimeError("the display cannot be opened")
+        try:
+            yield connection
+        finally:
+            self._lib.XCloseDisplay(connection)
+
+    def has_selection_owner(self, selection):
+        with self._connection() as connection:
+            atom = self._lib.XInternAtom(connection, selection.encode(), 0)
+            return bool(self._lib.XGetSelectionOwner(connection, atom))
+
+    def fill_root(self, pixel, width, height):
+        """Paints the bare desktop as wallpaper programs do, so that compositors show it too."""
+        retain_permanent, xa_pixmap, replace, depth = 1, 20, 0, 24
+        lib = self._lib
+        with self._connection() as connection:
+            root = lib.XDefaultRootWindow(connection)
+            pixmap = lib.XCreatePixmap(connection, root, width, height, depth)
+            context = lib.XCreateGC(connection, pixmap, 0, None)
+            lib.XSetForeground(connection, context, pixel)
+            lib.XFillRectangle(connection, pixmap, context, 0, 0, width, height)
+            name = lib.XInternAtom(connection, b"_XROOTPMAP_ID", 0)
+            lib.XChangeProperty(connection, root, name, xa_pixmap, 32, replace,
+                                ctypes.byref(ctypes.c_ulong(pixmap)), 1)
+            lib.XSetWindowBackgroundPixmap(connection, root, pixmap)
+            lib.XClearWindow(connection, root)
+            lib.XSetCloseDownMode(connection, retain_permanent)
 
 
 class Session:
@@ -194,7 +230,6 @@ class Desktop(Session):
                  compositor=False, session_bus=True, width=1280, height=800):
         super().__init__(session_bus)
         self.bounds = Rect(0, 0, width, height)
-        self._xlib = _Xlib()
         try:
             self._start_server()
             self._start_bus()
@@ -218,6 +253,7 @@ class Desktop(Session):
         if not number:
             raise RuntimeError("Xvfb did not start:\n" + "\n".join(server.lines))
         self.environment.update(DISPLAY=":" + number, XDG_SESSION_TYPE="x11", GDK_BACKEND="x11")
+        self._xlib = _Xlib(self.environment["DISPLAY"])
 
     def _start_window_manager(self, name, compositor):
         command = {"openbox": ["openbox", "--sm-disable"],
@@ -227,7 +263,11 @@ class Desktop(Session):
                  15, name)
 
     def has_xembed_tray(self):
-        return self._xlib.has_selection_owner(self.environment["DISPLAY"], "_NET_SYSTEM_TRAY_S0")
+        return self._xlib.has_selection_owner("_NET_SYSTEM_TRAY_S0")
+
+    def fill_background(self, color):
+        """Gives the bare desktop a colour (red, green, blue)."""
+        self._xlib.fill_root(int.from_bytes(bytes(color), "big"), *self.bounds[2:])
 
     # The pointer and the keyboard.
 
