@@ -30,12 +30,17 @@ struct Decomposed {
     std::string_view view() const { return {reinterpret_cast<const char*>(memory.get()), size}; }
 };
 
+enum class Case { kept, folded };
+
 /// Nothing when `text` is not valid UTF-8.
-std::optional<Decomposed> decomposed(std::string_view text) {
+std::optional<Decomposed> decomposed(std::string_view text, Case letters = Case::kept) {
+    int options = UTF8PROC_STABLE | UTF8PROC_DECOMPOSE;
+    if (letters == Case::folded)
+        options |= UTF8PROC_CASEFOLD;
     utf8proc_uint8_t* result = nullptr;
     const utf8proc_ssize_t size =
         utf8proc_map(bytes(text), static_cast<utf8proc_ssize_t>(text.size()), &result,
-                     static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_DECOMPOSE));
+                     static_cast<utf8proc_option_t>(options));
     if (size < 0)
         return std::nullopt;
     return Decomposed{.memory = std::unique_ptr<utf8proc_uint8_t, Free>(result),
@@ -83,6 +88,19 @@ std::size_t hash(std::string_view text) {
         return hasher(text);
     const auto canonical = decomposed(text);
     return hasher(canonical ? canonical->view() : text);
+}
+
+bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
+    if (isAscii(text) && isAscii(prefix)) {
+        const auto lower = [](char c) {
+            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        };
+        return text.size() >= prefix.size() &&
+               std::ranges::equal(text.substr(0, prefix.size()), prefix, {}, lower, lower);
+    }
+    const auto foldedText = decomposed(text, Case::folded);
+    const auto foldedPrefix = decomposed(prefix, Case::folded);
+    return foldedText && foldedPrefix && foldedText->view().starts_with(foldedPrefix->view());
 }
 
 std::string_view trimmedOfSpaces(std::string_view text) {

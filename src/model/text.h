@@ -14,6 +14,10 @@ bool equal(std::string_view a, std::string_view b);
 /// A hash that agrees with `equal`.
 std::size_t hash(std::string_view text);
 
+/// True when `text` begins with `prefix`, whatever the case of their letters (Unicode case folding)
+/// and however they are composed. The empty prefix begins every text.
+bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix);
+
 /// `text` without the white space at its two ends, where white space is the tab and every
 /// character of Unicode's general category Zs. Line breaks are not white space here.
 std::string_view trimmedOfSpaces(std::string_view text);

@@ -1,0 +1,71 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name>Kestrel</name>
+    <message>
+        <source>No items yet</source>
+        <translation>Aún no hay elementos</translation>
+    </message>
+    <message>
+        <source>Add apps, command files, or shell commands to your launcher.</source>
+        <translation>Añada aplicaciones, archivos de comandos o comandos de shell a su lanzador.</translation>
+    </message>
+    <message>
+        <source>Add First Item</source>
+        <translation>Añadir el primer elemento</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Editar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Edit Item</source>
+        <translation>Editar elemento</translation>
+    </message>
+    <message>
+        <source>Add Item</source>
+        <translation>Añadir elemento</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Título</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Tipo</translation>
+    </message>
+    <message>
+        <source>App</source>
+        <translation>Aplicación</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Archivo</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Comando</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>Examinar…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Guardar</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Añadir</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,71 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>Kestrel</name>
+    <message>
+        <source>No items yet</source>
+        <translation>項目はまだありません</translation>
+    </message>
+    <message>
+        <source>Add apps, command files, or shell commands to your launcher.</source>
+        <translation>アプリ、コマンドファイル、シェルコマンドをランチャーに追加してください。</translation>
+    </message>
+    <message>
+        <source>Add First Item</source>
+        <translation>最初の項目を追加</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>編集</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Edit Item</source>
+        <translation>項目を編集</translation>
+    </message>
+    <message>
+        <source>Add Item</source>
+        <translation>項目を追加</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>タイトル</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>種類</translation>
+    </message>
+    <message>
+        <source>App</source>
+        <translation>アプリ</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>参照…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,59 @@
+#pragma once
+// The observable list of items. Every write fires the owner's will-change signal once, before it,
+// whether or not it changes anything; reading is reading a vector. Nothing here saves.
+
+#include "model/launcher_item.h"
+#include "store/will_change_signal.h"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace kestrel {
+
+/// Positions in a list, counted from 0.
+using Positions = std::set<std::size_t>;
+
+class ItemList {
+  public:
+    /// Fires `willChange`, which outlives the list.
+    explicit ItemList(const WillChangeSignal& willChange) : willChange_(willChange) {}
+
+    ItemList(const ItemList&) = delete;
+    ItemList& operator=(const ItemList&) = delete;
+    ~ItemList() = default;
+
+    const std::vector<LauncherItem>& values() const { return items_; }
+    bool empty() const { return items_.empty(); }
+    std::size_t size() const { return items_.size(); }
+    const LauncherItem& operator[](std::size_t position) const { return items_[position]; }
+    auto begin() const { return items_.begin(); }
+    auto end() const { return items_.end(); }
+
+    /// The position of the first item with that id; nothing when none has it.
+    std::optional<std::size_t> positionOf(const Uuid& id) const;
+
+    /// The first item with that id; null when none has it. Valid until the next write.
+    const LauncherItem* find(const Uuid& id) const;
+
+    void assign(std::vector<LauncherItem> items);
+    void append(LauncherItem item);
+
+    /// Positions past the end are ignored.
+    void remove(const Positions& positions);
+
+    /// Moves the items at `positions` in front of the one that stands at `destination` before the
+    /// move (the list's size: to the end), keeping their relative order. Positions past the end
+    /// are ignored; a destination past the end is the end.
+    void move(const Positions& positions, std::size_t destination);
+
+    /// `position` must be less than the list's size.
+    void replace(std::size_t position, LauncherItem item);
+
+  private:
+    const WillChangeSignal& willChange_;
+    std::vector<LauncherItem> items_;
+};
+
+} // namespace kestrel

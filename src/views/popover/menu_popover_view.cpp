@@ -1,0 +1,114 @@
+#include "views/popover/menu_popover_view.h"
+
+#include "views/popover/menu_popover_style.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+/// The whole rows that a list of full height shows.
+constexpr auto pageLength =
+    static_cast<std::size_t>(menu_popover_style::maximumListHeight / menu_popover_style::rowHeight);
+
+void call(const std::function<void()>& callback) {
+    if (callback)
+        callback();
+}
+
+} // namespace
+
+MenuPopoverView::MenuPopoverView(ItemsManager& manager, MainQueue& mainQueue, Clock& clock,
+                                 Callbacks callbacks)
+    : manager_(manager),
+      mainQueue_(mainQueue),
+      callbacks_(std::move(callbacks)),
+      typeSelect_(clock),
+      itemsWillChange_(manager.objectWillChange.subscribe([this] {
+          // What stood under the highlight may move away; the pointer reports itself again.
+          objectWillChange.fire();
+          hoveredRow_.reset();
+      })) {}
+
+ItemRowView MenuPopoverView::row(std::size_t position) const {
+    const LauncherItem& item = items()[position];
+    return {
+        .item = item,
+        .onTap =
+            [weak = anchor_.weak(), item] {
+                const auto self = weak.lock();
+                if (!self)
+                    return;
+                self->manager_.execute(item);
+                // Later, so that the click's own handling finishes in an open popover.
+                self->mainQueue_.async([weak] {
+                    if (const auto view = weak.lock())
+                        call(view->callbacks_.onClose);
+                });
+            },
+        .isHovered = hoveredRow_ == position,
+    };
+}
+
+void MenuPopoverView::settingsClicked() const { call(callbacks_.onOpenSettings); }
+
+void MenuPopoverView::quitClicked() const { call(callbacks_.onQuit); }
+
+void MenuPopoverView::pointerEntered(std::size_t position) {
+    if (position < items().size())
+        setHoveredRow(position);
+}
+
+void MenuPopoverView::pointerLeft(std::size_t position) {
+    if (hoveredRow_ == position)
+        setHoveredRow(std::nullopt);
+}
+
+void MenuPopoverView::moveHighlight(Step step) {
+    if (items().empty())
+        return;
+    const std::size_t last = items().size() - 1;
+    switch (step) {
+    case Step::previous:
+        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min<std::size_t>(*hoveredRow_, 1) : last);
+        break;
+    case Step::next:
+        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + 1, last) : 0);
+        break;
+    case Step::pageUp:
+        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min(*hoveredRow_, pageLength) : last);
+        break;
+    case Step::pageDown:
+        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + pageLength, last) : 0);
+        break;
+    case Step::first:
+        setHoveredRow(0);
+        break;
+    case Step::last:
+        setHoveredRow(last);
+        break;
+    }
+}
+
+void MenuPopoverView::activateHighlighted() const {
+    if (hoveredRow_)
+        row(*hoveredRow_).onTap();
+}
+
+void MenuPopoverView::typed(std::string_view text) {
+    if (const auto match = typeSelect_.typed(text, items(), hoveredRow_))
+        setHoveredRow(match);
+}
+
+void MenuPopoverView::resetHighlight() { setHoveredRow(std::nullopt); }
+
+void MenuPopoverView::setHoveredRow(std::optional<std::size_t> position) {
+    if (hoveredRow_ == position)
+        return;
+    objectWillChange.fire();
+    hoveredRow_ = position;
+}
+
+} // namespace kestrel

@@ -1,0 +1,74 @@
+#pragma once
+// Every number and text of the item editor form, in points.
+
+#include "model/item_type.h"
+#include "views/style.h"
+
+namespace kestrel::add_edit_item_style {
+
+using namespace style;
+
+inline constexpr double width = 460;
+inline constexpr Insets padding = allSides(24);
+
+inline constexpr Text addHeader{"Add Item", Text::Lookup::localizable};
+inline constexpr Text editHeader{"Edit Item", Text::Lookup::localizable};
+inline constexpr TextStyle header{headline};
+inline constexpr double spaceBelowHeader = 20;
+inline constexpr double spaceBelowRow = 14;
+
+inline constexpr TextStyle label{body};
+inline constexpr Text titleLabel{"Title", Text::Lookup::localizable};
+inline constexpr Text titlePlaceholder{"e.g. Xcode, Deploy Script"};
+inline constexpr Text typeLabel{"Type", Text::Lookup::localizable};
+
+/// The row that depends on the selected type.
+struct TypeRow {
+    Text label;
+    Text placeholder;
+    Font font;
+    bool hasBrowseButton = false;
+};
+
+inline constexpr TypeRow appRow{
+    .label = {"App", Text::Lookup::localizable},
+    .placeholder = {"/Applications/MyApp.app"},
+    .font = body,
+    .hasBrowseButton = true,
+};
+inline constexpr TypeRow fileRow{
+    .label = {"File", Text::Lookup::localizable},
+    .placeholder = {"~/Desktop/script.command"},
+    .font = body,
+    .hasBrowseButton = true,
+};
+inline constexpr TypeRow commandRow{
+    .label = {"Command", Text::Lookup::localizable},
+    .placeholder = {"e.g. open -a Safari"},
+    .font = {.size = body.size, .design = Font::Design::monospaced},
+};
+
+constexpr const TypeRow& rowOf(ItemType type) {
+    switch (type) {
+    case ItemType::app:
+        return appRow;
+    case ItemType::commandFile:
+        return fileRow;
+    case ItemType::inlineCommand:
+        break;
+    }
+    return commandRow;
+}
+
+inline constexpr Text browse{"Browse…", Text::Lookup::localizable};
+inline constexpr double browseSpacing = 8; ///< between the field and its button
+
+inline constexpr double spaceAboveDivider = 6;
+inline constexpr double dividerHeight = 1;
+inline constexpr double spaceBelowDivider = 14;
+
+inline constexpr Text cancel{"Cancel", Text::Lookup::localizable};
+inline constexpr Text add{"Add", Text::Lookup::localizable};
+inline constexpr Text save{"Save", Text::Lookup::localizable};
+
+} // namespace kestrel::add_edit_item_style

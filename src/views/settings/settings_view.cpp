@@ -1,0 +1,168 @@
+#include "views/settings/settings_view.h"
+
+#include <utility>
+
+namespace kestrel {
+
+SettingsView::SettingsView(ItemsManager& manager, Clock& clock, OpenPanel& openPanel)
+    : manager_(manager),
+      openPanel_(openPanel),
+      typeSelect_(clock),
+      itemsWillChange_(manager.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
+
+template <class Value>
+void SettingsView::set(Value& field, Value value) {
+    objectWillChange.fire();
+    field = std::move(value);
+}
+
+ToolbarButton SettingsView::toolbarBtn(std::string_view label, std::string_view icon, bool enabled,
+                                       std::function<void()> action) const {
+    return {.label = label,
+            .icon = icon,
+            .enabled = enabled,
+            .action = [weak = anchor_.weak(), action = std::move(action)] {
+                if (!weak.expired())
+                    action();
+            }};
+}
+
+std::array<ToolbarButton, 3> SettingsView::toolbarButtons() {
+    const bool hasCommittedItem = committedItem() != nullptr;
+    return {toolbarBtn("Add", "plus", true, [this] { addClicked(); }),
+            toolbarBtn("Edit", "pencil", hasCommittedItem, [this] { editCommitted(); }),
+            toolbarBtn("Delete", "trash", hasCommittedItem, [this] { deleteCommitted(); })};
+}
+
+ItemRow SettingsView::row(std::size_t position) {
+    const LauncherItem& item = items()[position];
+    const auto weak = anchor_.weak();
+    return {
+        .item = item,
+        .isSelected = committedID_ == item.id,
+        .onEdit =
+            [weak, item] {
+                if (const auto self = weak.lock())
+                    self->editItem(item);
+            },
+        .onDelete =
+            [weak, item] {
+                if (const auto self = weak.lock())
+                    self->deleteItem(item);
+            },
+    };
+}
+
+void SettingsView::setSelectedID(std::optional<Uuid> id) {
+    if (selectedID_ == id)
+        return;
+    set(selectedID_, id);
+    if (id)
+        set(committedID_, id);
+}
+
+const LauncherItem* SettingsView::committedItem() const {
+    return committedID_ ? items().find(*committedID_) : nullptr;
+}
+
+void SettingsView::addClicked() { set(showAddSheet_, true); }
+
+void SettingsView::editCommitted() {
+    if (const LauncherItem* const item = committedItem())
+        editItem(*item);
+}
+
+void SettingsView::editItem(const LauncherItem& item) {
+    set(itemToEdit_, std::optional<LauncherItem>(item));
+}
+
+void SettingsView::deleteCommitted() {
+    const auto position = committedID_ ? items().positionOf(*committedID_) : std::nullopt;
+    if (!position)
+        return;
+    removeAndSave({*position});
+    set(selectedID_, std::optional<Uuid>());
+    set(committedID_, std::optional<Uuid>());
+}
+
+void SettingsView::deleteItem(const LauncherItem& item) {
+    const Uuid id = item.id;
+    const auto position = items().positionOf(id);
+    if (!position)
+        return;
+    removeAndSave({*position});
+    if (committedID_ == id)
+        set(committedID_, std::optional<Uuid>());
+    if (selectedID_ == id)
+        set(selectedID_, std::optional<Uuid>());
+}
+
+void SettingsView::deleteRows(const Positions& positions) {
+    removeAndSave(positions);
+    set(selectedID_, std::optional<Uuid>());
+    set(committedID_, std::optional<Uuid>());
+}
+
+void SettingsView::removeAndSave(const Positions& positions) {
+    manager_.items.remove(positions);
+    manager_.save();
+}
+
+void SettingsView::moveRows(const Positions& positions, std::size_t destination) {
+    manager_.items.move(positions, destination);
+    manager_.save();
+}
+
+std::optional<std::size_t> SettingsView::selectedRow() const {
+    return selectedID_ ? items().positionOf(*selectedID_) : std::nullopt;
+}
+
+void SettingsView::deleteSelectedRow() {
+    if (const auto position = selectedRow())
+        deleteRows({*position});
+}
+
+void SettingsView::moveSelectedRow(Direction direction) {
+    const auto position = selectedRow();
+    if (!position)
+        return;
+    if (direction == Direction::up && *position > 0)
+        moveRows({*position}, *position - 1);
+    else if (direction == Direction::down && *position + 1 < items().size())
+        moveRows({*position}, *position + 2);
+}
+
+void SettingsView::editSelectedRow() {
+    if (const auto position = selectedRow())
+        editItem(items()[*position]);
+}
+
+void SettingsView::typed(std::string_view text) {
+    if (const auto match = typeSelect_.typed(text, items(), selectedRow()))
+        setSelectedID(items()[*match].id);
+}
+
+std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
+    const auto append = [weak = anchor_.weak()](LauncherItem item) {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        self->manager_.items.append(std::move(item));
+        self->manager_.save();
+    };
+    return std::make_unique<AddEditItemView>(std::nullopt, append, openPanel_);
+}
+
+std::unique_ptr<AddEditItemView> SettingsView::makeEditSheet() {
+    const auto update = [weak = anchor_.weak()](LauncherItem item) {
+        if (const auto self = weak.lock())
+            self->manager_.update(std::move(item));
+    };
+    return std::make_unique<AddEditItemView>(itemToEdit_, update, openPanel_);
+}
+
+void SettingsView::addSheetClosed() { set(showAddSheet_, false); }
+
+void SettingsView::editSheetClosed() { set(itemToEdit_, std::optional<LauncherItem>()); }
+
+} // namespace kestrel

@@ -1,0 +1,94 @@
+#!/bin/sh
+# Checks of what is installed beside the program. Usage: check.sh WHAT PATH...
+# Exit status: 0 good, 1 bad, 77 the tool that could tell is not installed.
+set -eu
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+need() {
+    command -v "$1" > /dev/null || { echo "$1 is not installed" >&2; exit 77; }
+}
+
+# desktop_entry FILE
+desktop_entry() {
+    need desktop-file-validate
+    output=$(desktop-file-validate "$1" 2>&1) || fail "$output"
+    [ -z "$output" ] || fail "$output"
+}
+
+# metainfo FILE
+metainfo() {
+    need appstreamcli
+    appstreamcli validate --no-net --explain "$1"
+}
+
+# drawings DIRECTORY...: each file is well-formed and has a square view box, as the code that
+# draws it into a square expects.
+drawings() {
+    need xmllint
+    list=$(mktemp)
+    trap 'rm -f "$list"' EXIT
+    find "$@" -name '*.svg' > "$list"
+    [ -s "$list" ] || fail "no drawing in $*"
+    while read -r file; do
+        box=$(xmllint --nonet --xpath 'string(/*[local-name()="svg"]/@viewBox)' "$file") ||
+            fail "$file is not well-formed"
+        # shellcheck disable=SC2086 # the four numbers are four words
+        set -- $box
+        [ $# -eq 4 ] || fail "$file: the view box is '$box'"
+        [ "$1 $2 $3" = "0 0 $4" ] || fail "$file: the view box '$box' is not a square at 0 0"
+    done < "$list"
+}
+
+# resources FILE.qrc DIRECTORY...: the list names every drawing of the directories.
+resources() {
+    list=$1
+    shift
+    for directory in "$@"; do
+        for file in "$directory"/*.svg; do
+            [ -e "$file" ] || fail "no drawing in $directory"
+            entry=$(basename "$directory")/$(basename "$file")
+            grep -qF ">$entry</file>" "$list" || fail "$list does not name $entry"
+        done
+    done
+}
+
+# translations DIRECTORY: every language has the same texts, and each of them is translated.
+translations() {
+    need xmllint
+    reference=
+    for file in "$1"/*.ts; do
+        [ -e "$file" ] || fail "no translation in $1"
+        texts=$(xmllint --nonet --xpath '//message/source/text()' "$file") ||
+            fail "$file has no texts"
+        [ "${reference:=$texts}" = "$texts" ] || fail "$file has other texts than its siblings"
+        missing=$(xmllint --nonet --xpath \
+            'count(//message[not(translation[not(@type) and normalize-space()])])' "$file")
+        [ "$missing" = 0 ] || fail "$file leaves $missing texts untranslated"
+    done
+}
+
+# install CMAKE BUILD-DIRECTORY: everything lands where desktops look for it, and the service
+# file names the executable under the prefix chosen at installation.
+install() {
+    prefix=$(mktemp -d)
+    trap 'rm -rf "$prefix"' EXIT
+    "$1" --install "$2" --prefix "$prefix" > /dev/null
+    id=app.kestrel.Kestrel
+    for file in "applications/$id.desktop" "metainfo/$id.metainfo.xml" \
+        "icons/hicolor/scalable/apps/$id.svg" \
+        "icons/hicolor/symbolic/apps/$id-symbolic.svg"; do
+        [ -s "$prefix/share/$file" ] || fail "share/$file is missing"
+    done
+    service=$prefix/share/dbus-1/services/$id.service
+    grep -qx "Name=$id" "$service" || fail "the service file does not name $id"
+    grep -qx "Exec=$prefix/bin/kestrel" "$service" ||
+        fail "the service file starts $(grep '^Exec=' "$service")"
+}
+
+what=$1
+shift
+"$what" "$@"
