@@ -1,0 +1,35 @@
+#include "shells/linux/views/kit/list_row.h"
+
+#include "shells/linux/views/kit/row_list.h"
+
+#include <QEnterEvent>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+RowList* listOf(const QWidget& row) {
+    QWidget* viewport = row.parentWidget();
+    return viewport == nullptr ? nullptr : qobject_cast<RowList*>(viewport->parentWidget());
+}
+
+} // namespace
+
+ListRow::ListRow(QWidget* parent) : QWidget(parent) { setMouseTracking(true); }
+
+void ListRow::setState(const State& state) {
+    if (state != state_) {
+        state_ = state;
+        stateChanged();
+    }
+}
+
+// The pointer can come in over one of the row's own controls, which keeps the moves to itself.
+void ListRow::enterEvent(QEnterEvent* event) {
+    QWidget::enterEvent(event);
+    if (RowList* list = listOf(*this)) {
+        list->pointerAt(mapToParent(event->position().toPoint()));
+    }
+}
+
+} // namespace kestrel::linux_shell

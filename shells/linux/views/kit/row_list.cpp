@@ -1,0 +1,376 @@
+#include "shells/linux/views/kit/row_list.h"
+
+#include "shells/linux/views/kit/row_drag.h"
+#include "shells/linux/views/kit/row_list_accessible.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyleHints>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr int pixelsPerWheelLine = 20;
+constexpr double wheelUnitsPerNotch = 120;
+
+// The X11 plugin's pixel deltas depend on the device's driver; its angles are sound.
+bool hasSoundPixelDelta(const QWheelEvent& event) {
+    return !event.pixelDelta().isNull() && QGuiApplication::platformName() != u"xcb";
+}
+
+double pixelsOf(const QWheelEvent& event) {
+    if (hasSoundPixelDelta(event)) {
+        return event.pixelDelta().y();
+    }
+    return event.angleDelta().y() / wheelUnitsPerNotch * QApplication::wheelScrollLines() *
+           pixelsPerWheelLine;
+}
+
+} // namespace
+
+RowList::RowList(RowSource& source, const Options& options, QWidget* parent)
+    : QAbstractScrollArea(parent), source_(source), options_(options) {
+    installRowListAccessibility();
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(options.scrollBar == ScrollBar::never ? Qt::ScrollBarAlwaysOff
+                                                                     : Qt::ScrollBarAsNeeded);
+    viewport()->setAutoFillBackground(false);
+    viewport()->setMouseTracking(true);
+    verticalScrollBar()->setSingleStep(pixelsPerWheelLine);
+    if (options.kind == Kind::selection) {
+        drag_ = new RowDrag(*this);
+    }
+    rebuildGeometry();
+}
+
+RowList::~RowList() = default;
+
+int RowList::scrollOffset() const { return verticalScrollBar()->value(); }
+
+int RowList::rowsWidth() const {
+    return std::max(viewport()->width() - options_.padding.left() - options_.padding.right(), 0);
+}
+
+void RowList::rebuildGeometry() {
+    const RowGeometry::Padding padding{options_.padding.top(), options_.padding.bottom()};
+    if (const std::optional<int> height = source_.uniformHeight()) {
+        geometry_ = RowGeometry::uniform(source_.count(), *height, padding);
+    } else {
+        std::vector<int> heights(static_cast<std::size_t>(source_.count()));
+        for (std::size_t row = 0; row < heights.size(); ++row) {
+            heights[row] = source_.heightOf(static_cast<int>(row), rowsWidth());
+        }
+        geometry_ = RowGeometry::varying(heights, padding);
+    }
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setRange(0, std::max(geometry_.contentHeight() - viewport()->height(), 0));
+}
+
+void RowList::reload() {
+    if (drag_ != nullptr) {
+        drag_->cancel();
+    }
+    pressedRow_ = -1;
+    reportedRow_ = -1;
+    currentRow_ = std::min(currentRow_, source_.count() - 1);
+    rebuildGeometry();
+    refresh();
+    announceRowsChanged(*this);
+}
+
+void RowList::refresh() {
+    layoutRows();
+    for (const auto& [index, row] : rows_) {
+        source_.bindRow(*row, index);
+        row->update();
+    }
+    updateStates();
+}
+
+// Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
+void RowList::layoutRows() {
+    const RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
+    const int dragged = drag_ == nullptr ? -1 : drag_->row();
+    for (auto it = rows_.begin(); it != rows_.end();) {
+        const int index = it->first;
+        // The dragged row stays, because it is the widget that receives the pointer's moves.
+        const bool needed = (index >= range.first && index <= range.last) || index == dragged;
+        if (needed && index < geometry_.count()) {
+            ++it;
+        } else {
+            park(it->second);
+            it = rows_.erase(it);
+        }
+    }
+    for (int index = range.first; index <= range.last; ++index) {
+        realise(index);
+    }
+    for (const auto& [index, row] : rows_) {
+        row->setGeometry(rowRect(index));
+    }
+    updateStates();
+}
+
+void RowList::realise(int row) {
+    if (rows_.contains(row)) {
+        return;
+    }
+    ListRow* widget = nullptr;
+    if (spare_.empty()) {
+        widget = source_.makeRow(viewport());
+    } else {
+        widget = spare_.back();
+        spare_.pop_back();
+    }
+    widget->setRow(row);
+    widget->setGeometry(rowRect(row));
+    source_.bindRow(*widget, row);
+    rows_.emplace(row, widget);
+    widget->show();
+}
+
+void RowList::park(ListRow* row) {
+    if (row->isAncestorOf(QApplication::focusWidget())) {
+        setFocus(Qt::OtherFocusReason);
+    }
+    row->hide();
+    row->setRow(-1);
+    row->setState({});
+    spare_.push_back(row);
+}
+
+ListRow* RowList::realisedRow(int row) const {
+    const auto found = rows_.find(row);
+    return found == rows_.end() ? nullptr : found->second;
+}
+
+int RowList::rowAt(QPoint position) const { return geometry_.rowAt(position.y() + scrollOffset()); }
+
+QRect RowList::rowRect(int row) const {
+    return {options_.padding.left(), geometry_.top(row) - scrollOffset(), rowsWidth(),
+            geometry_.height(row)};
+}
+
+int RowList::gapAt(QPoint position) const { return geometry_.gapAt(position.y() + scrollOffset()); }
+
+int RowList::gapTop(int gap) const { return geometry_.top(gap) - scrollOffset(); }
+
+void RowList::updateStates() {
+    const int hovered = pointer_ ? rowAt(*pointer_) : -1;
+    for (const auto& [index, row] : rows_) {
+        row->setState({.hovered = index == hovered, .current = index == currentRow_});
+    }
+    viewport()->update();
+    reportPointer();
+}
+
+// Widgets that scroll or appear under a resting pointer report it as coming in; only a pointer
+// that really moved takes the highlight from the keyboard.
+void RowList::pointerAt(std::optional<QPoint> position) {
+    if (position != pointer_) {
+        pointer_ = position;
+        lastInput_ = LastInput::pointer;
+        updateStates();
+    }
+}
+
+void RowList::reportPointer() {
+    if (!isMenu() || lastInput_ == LastInput::keyboard) {
+        return;
+    }
+    const int row = pointer_ ? rowAt(*pointer_) : -1;
+    const int left = std::exchange(reportedRow_, row);
+    if (row == left) {
+        return;
+    }
+    if (left >= 0) {
+        Q_EMIT pointerLeft(left);
+    }
+    if (row >= 0) {
+        Q_EMIT pointerEntered(row);
+    }
+}
+
+void RowList::setCurrentRow(int row) {
+    const int valid = row < geometry_.count() ? std::max(row, -1) : -1;
+    if (valid == currentRow_) {
+        return;
+    }
+    currentRow_ = valid;
+    if (lastInput_ == LastInput::keyboard) {
+        ensureVisible(valid);
+    }
+    updateStates();
+    if (hasFocus() && valid >= 0 && (lastInput_ == LastInput::keyboard || !isMenu())) {
+        announceRowFocused(*this, valid);
+    }
+}
+
+void RowList::ensureVisible(int row) {
+    if (row < 0 || row >= geometry_.count()) {
+        return;
+    }
+    // The padding belongs to the outermost rows, so that going to an end scrolls all the way.
+    const int top = row == 0 ? 0 : geometry_.top(row);
+    const int bottom =
+        row == geometry_.count() - 1 ? geometry_.contentHeight() : geometry_.top(row + 1);
+    if (top < scrollOffset()) {
+        verticalScrollBar()->setValue(top);
+    } else if (bottom > scrollOffset() + viewport()->height()) {
+        verticalScrollBar()->setValue(bottom - viewport()->height());
+    }
+}
+
+void RowList::pick(int row, LastInput input) {
+    lastInput_ = input;
+    if (row != currentRow_) {
+        setCurrentRow(row);
+        Q_EMIT rowPicked(row);
+    } else {
+        ensureVisible(row);
+    }
+}
+
+void RowList::pressRow(int row) {
+    if (row < 0 || row >= geometry_.count()) {
+        return;
+    }
+    if (isMenu()) {
+        Q_EMIT activated(row);
+    } else {
+        pick(row, LastInput::pointer);
+    }
+}
+
+bool RowList::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        pointerAt(std::nullopt);
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void RowList::mousePressEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    pressedRow_ = event->button() == Qt::LeftButton ? rowAt(position) : -1;
+    if (isMenu()) {
+        return;
+    }
+    pick(rowAt(position), LastInput::pointer);
+    if (drag_ != nullptr && pressedRow_ >= 0) {
+        drag_->press(pressedRow_, position);
+    }
+}
+
+void RowList::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    pointerAt(position);
+    if (drag_ != nullptr) {
+        drag_->move(position);
+    }
+}
+
+void RowList::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    const int pressed = std::exchange(pressedRow_, -1);
+    if (drag_ != nullptr) {
+        drag_->drop();
+        layoutRows();
+        return;
+    }
+    const QPoint position = event->position().toPoint();
+    if (isMenu() && pressed >= 0 && pressed == rowAt(position) &&
+        viewport()->rect().contains(position)) {
+        Q_EMIT activated(pressed);
+    }
+}
+
+void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int row = rowAt(event->position().toPoint());
+    if (isMenu()) {
+        mousePressEvent(event);
+    } else if (event->button() == Qt::LeftButton && row >= 0) {
+        Q_EMIT activated(row);
+    }
+}
+
+void RowList::wheelEvent(QWheelEvent* event) {
+    if (std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y())) {
+        event->ignore();
+        return;
+    }
+    wheelRemainder_ -= pixelsOf(*event);
+    const double whole = std::trunc(wheelRemainder_);
+    wheelRemainder_ -= whole;
+    lastInput_ = LastInput::pointer;
+    verticalScrollBar()->setValue(scrollOffset() + static_cast<int>(whole));
+    event->accept();
+}
+
+void RowList::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+    const int row = byKeyboard ? currentRow_ : rowAt(event->pos());
+    if (isMenu() || row < 0) {
+        return;
+    }
+    if (byKeyboard) {
+        ensureVisible(row);
+    }
+    const QPoint position = byKeyboard ? rowRect(row).center() : event->pos();
+    Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(position));
+}
+
+void RowList::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    rebuildGeometry();
+    layoutRows();
+}
+
+void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) {
+    layoutRows();
+    if (drag_ != nullptr) {
+        drag_->listScrolled();
+    }
+}
+
+void RowList::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    updateStates();
+    if (currentRow_ >= 0) {
+        announceRowFocused(*this, currentRow_);
+    }
+}
+
+void RowList::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    updateStates();
+}
+
+void RowList::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        rebuildGeometry();
+        layoutRows();
+    }
+}
+
+void RowList::hideEvent(QHideEvent* event) {
+    QAbstractScrollArea::hideEvent(event);
+    if (drag_ != nullptr) {
+        drag_->cancel();
+    }
+    pressedRow_ = -1;
+    pointerAt(std::nullopt);
+}
+
+} // namespace kestrel::linux_shell
