@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""A StatusNotifierWatcher and host of our own on the session bus, one JSON line for each event.
+"""A StatusNotifierWatcher and host of our own on the session bus, one JSON line for each event,
+with the seconds of the system's monotonic clock.
 
     (no option)          only the watcher and the host: no bar, a test calls Activate itself
     --bar=dock           also a bar that never takes the keyboard focus, like most panels
@@ -10,6 +11,7 @@
 """
 import argparse
 import json
+import time
 
 import dbus
 import dbus.service
@@ -29,7 +31,7 @@ WATCHER_PROPERTIES = (("RegisteredStatusNotifierItems", "as"),
 
 
 def say(event, **details):
-    print(json.dumps({"event": event, **details}), flush=True)
+    print(json.dumps({"event": event, "time": time.monotonic(), **details}), flush=True)
 
 
 class Watcher(dbus.service.Object):
