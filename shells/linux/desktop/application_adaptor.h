@@ -22,7 +22,7 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
   public Q_SLOTS:
     void Activate(const QVariantMap& platformData) {
         Q_UNUSED(platformData)
-        Q_EMIT instance_.activated();
+        instance_.activate();
     }
 
     /// The program opens no files for others; it just comes forward.

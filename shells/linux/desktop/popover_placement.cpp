@@ -29,16 +29,20 @@ std::array<Distance, 4> distances(QPoint point, const QRect& area) {
 
 Distance nearest(QPoint point, const QRect& area) {
     const auto all = distances(point, area);
-    return *std::min_element(all.begin(), all.end(), [](const Distance& a, const Distance& b) {
-        return a.length < b.length;
-    });
+    return *std::ranges::min_element(all, {}, &Distance::length);
 }
 
-// The panel lies where the available area ends before the icon. Without such an edge it is the one
-// that the icon is closest to.
-Edge panelEdge(QPoint icon, const ScreenArea& screen) {
+// The panel lies where the available area ends before the icon. Without such an edge it is a near
+// one of the screen; in a corner a bar along the top or the bottom, as most are.
+Distance panelEdge(QPoint icon, const ScreenArea& screen) {
     const auto outside = nearest(icon, screen.available);
-    return outside.length < 0 ? outside.edge : nearest(icon, screen.whole).edge;
+    const auto all = distances(icon, screen.whole);
+    if (outside.length < 0) {
+        return *std::ranges::find(all, outside.edge, &Distance::edge);
+    }
+    const auto close = std::ranges::find_if(
+        all, [](int length) { return length <= largestHalf; }, &Distance::length);
+    return close != all.end() ? *close : nearest(icon, screen.whole);
 }
 
 int fitted(int position, int length, int low, int high) {
@@ -51,8 +55,7 @@ QRect iconAround(QPoint pointer, const ScreenArea& screen) {
     if (!screen.available.contains(pointer)) {
         return {pointer, QSize(1, 1)};
     }
-    const int half =
-        std::clamp(nearest(pointer, screen.whole).length + 2, smallestHalf, largestHalf);
+    const int half = std::clamp(panelEdge(pointer, screen).length + 2, smallestHalf, largestHalf);
     return {pointer - QPoint(half, half), QSize(2 * half, 2 * half)};
 }
 
@@ -60,7 +63,7 @@ QRect placedAtIcon(const QRect& icon, QSize size, const ScreenArea& screen) {
     const QPoint center = icon.center();
     int x = center.x() - size.width() / 2;
     int y = center.y() - size.height() / 2;
-    switch (panelEdge(center, screen)) {
+    switch (panelEdge(center, screen).edge) {
     case Edge::top:
         y = std::max(icon.top() + icon.height(), screen.available.top()) + gap;
         break;

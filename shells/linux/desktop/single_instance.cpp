@@ -5,6 +5,8 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
+#include <utility>
+
 namespace kestrel::linux_shell {
 namespace {
 
@@ -27,14 +29,24 @@ QVariantMap platformData() {
 
 } // namespace
 
-SingleInstance::SingleInstance(const QDBusConnection& bus) : bus_(bus) {
+SingleInstance::SingleInstance(const QDBusConnection& bus)
+    : bus_(bus), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
     new ApplicationAdaptor(*this);
+    // They speak of this process and must not reach those that it launches.
+    qunsetenv("DBUS_STARTER_BUS_TYPE");
+    qunsetenv("DBUS_STARTER_ADDRESS");
 }
 
 SingleInstance::~SingleInstance() {
     if (isFirst_ && bus_.isConnected()) {
         bus_.unregisterService(serviceName);
         bus_.unregisterObject(objectPath);
+    }
+}
+
+void SingleInstance::activate() {
+    if (!std::exchange(isStartedByBus_, false)) {
+        Q_EMIT activated();
     }
 }
 

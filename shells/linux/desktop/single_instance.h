@@ -26,14 +26,18 @@ class SingleInstance final : public QObject {
     Role claim();
 
   Q_SIGNALS:
-    /// The user has started the program once more. Comes from the event loop.
+    /// The user has started the program once more. Comes from the event loop. Not for the start of
+    /// this very process, which the bus announces likewise when it is the one that starts it.
     void activated();
 
   private:
+    friend class ApplicationAdaptor;
+    void activate();
     void activateOther();
 
     QDBusConnection bus_;
     bool isFirst_ = false;
+    bool isStartedByBus_;
 };
 
 } // namespace kestrel::linux_shell

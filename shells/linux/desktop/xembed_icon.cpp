@@ -12,35 +12,25 @@ namespace {
 // A bridge between the protocols reports a window larger than any panel is high.
 constexpr int largestIcon = 64;
 
-QWidget* findDockedWindow() {
-    const auto windows = QApplication::topLevelWidgets();
-    for (auto* window : windows) {
-        if (window->inherits("QSystemTrayIconSys")) {
-            return window;
-        }
-    }
-    return nullptr;
+// The toolkit makes the window that a panel takes in, and a new one when the panel restarts. It is
+// known by its class only.
+QWidget* asDockedWindow(QObject* object) {
+    return object->inherits("QSystemTrayIconSys") ? static_cast<QWidget*>(object) : nullptr;
+}
+
+void name(QWidget& docked) {
+    const QString name = QStringLiteral("Kestrel");
+    docked.setWindowTitle(name);
+    docked.setAccessibleName(name);
+    docked.setAccessibleDescription(name);
 }
 
 } // namespace
 
 XEmbedIcon::XEmbedIcon(const QIcon& icon) : icon_(icon) {
+    qApp->installEventFilter(this);
     icon_.setToolTip(QStringLiteral("Kestrel"));
     icon_.show();
-    auto* docked = findDockedWindow();
-    if (docked == nullptr) {
-        connect(&icon_, &QSystemTrayIcon::activated, this,
-                [this](QSystemTrayIcon::ActivationReason reason) {
-                    if (reason == QSystemTrayIcon::Trigger) {
-                        Q_EMIT activated();
-                    }
-                });
-        return;
-    }
-    docked->setWindowTitle(QStringLiteral("Kestrel"));
-    docked->setAccessibleName(QStringLiteral("Kestrel"));
-    docked->setAccessibleDescription(QStringLiteral("Kestrel"));
-    docked->installEventFilter(this);
 }
 
 QRect XEmbedIcon::geometry() const {
@@ -63,25 +53,33 @@ QImage XEmbedIcon::grab() const {
 // sent later, so that a popover that opens does so outside the handling of the mouse event.
 bool XEmbedIcon::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
-    case QEvent::MouseButtonRelease: {
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        const auto* docked = static_cast<QWidget*>(watched);
-        if (mouse->button() == Qt::LeftButton &&
-            docked->rect().contains(mouse->position().toPoint())) {
-            QMetaObject::invokeMethod(this, &XEmbedIcon::activated, Qt::QueuedConnection);
+    case QEvent::MouseButtonRelease:
+        if (const auto* docked = asDockedWindow(watched)) {
+            const auto* mouse = static_cast<QMouseEvent*>(event);
+            if (mouse->button() == Qt::LeftButton &&
+                docked->rect().contains(mouse->position().toPoint())) {
+                QMetaObject::invokeMethod(this, &XEmbedIcon::activated, Qt::QueuedConnection);
+            }
+            return true;
         }
-        return true;
-    }
+        return false;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel:
     case QEvent::ContextMenu:
-        return true;
+        return asDockedWindow(watched) != nullptr;
+    case QEvent::Show:
+        if (auto* docked = asDockedWindow(watched)) {
+            name(*docked);
+        }
+        return false;
     case QEvent::Paint:
-        QMetaObject::invokeMethod(this, &XEmbedIcon::painted, Qt::QueuedConnection);
+        if (asDockedWindow(watched) != nullptr) {
+            QMetaObject::invokeMethod(this, &XEmbedIcon::painted, Qt::QueuedConnection);
+        }
         return false;
     default:
-        return QObject::eventFilter(watched, event);
+        return false;
     }
 }
 

@@ -1,0 +1,35 @@
+#pragma once
+// Wraps the core's views in this shell's widgets and windows.
+
+#include "app/view_hosts.h"
+#include "shells/linux/desktop/popover_window.h"
+
+#include <QIcon>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only.
+class LinuxViewHosts final : public ViewHosts {
+  public:
+    /// `iconForFile` gives the desktop's icon for the file at a path.
+    explicit LinuxViewHosts(std::function<QIcon(const QString&)> iconForFile);
+
+    std::unique_ptr<HostingController>
+    hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) override;
+    std::unique_ptr<HostingController>
+    hostSettingsView(std::unique_ptr<SettingsView> view) override;
+    std::unique_ptr<Popover> makePopover() override;
+
+    /// The popover made last; null when it is gone.
+    PopoverWindow* popover() const { return popover_; }
+
+  private:
+    std::function<QIcon(const QString&)> iconForFile_;
+    QPointer<PopoverWindow> popover_;
+};
+
+} // namespace kestrel::linux_shell

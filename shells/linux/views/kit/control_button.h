@@ -1,0 +1,28 @@
+#pragma once
+// The ground of every button of the kit: knows when the pointer is over it and when its keyboard
+// focus is worth a ring. Space presses it; Return is left to others.
+
+#include <QAbstractButton>
+
+namespace kestrel::linux_shell {
+
+class ControlButton : public QAbstractButton {
+    Q_OBJECT
+
+  public:
+    explicit ControlButton(QWidget* parent = nullptr);
+
+  protected:
+    bool showsHover() const { return isEnabled() && underMouse(); }
+
+    /// The focus came from the keyboard; a click on a button needs no mark.
+    bool showsFocus() const { return hasFocus() && focusFromKeyboard_; }
+
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    bool focusFromKeyboard_ = false;
+};
+
+} // namespace kestrel::linux_shell

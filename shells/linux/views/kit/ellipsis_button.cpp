@@ -1,0 +1,75 @@
+#include "shells/linux/views/kit/ellipsis_button.h"
+
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/symbol.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr int sidePadding = 3; // pixels around the symbol that react as well
+constexpr double hoverWash = 0.08;
+
+} // namespace
+
+EllipsisButton::EllipsisButton(const style::SymbolStyle& symbol, const QString& name,
+                               QWidget* parent)
+    : QToolButton(parent), symbol_(symbol) {
+    setPopupMode(QToolButton::InstantPopup);
+    setAccessibleName(name);
+    setToolTip(name);
+    setAttribute(Qt::WA_Hover);
+    setFixedSize(sizeHint());
+}
+
+void EllipsisButton::setOpacity(double opacity) {
+    if (opacity != opacity_) {
+        opacity_ = opacity;
+        update();
+    }
+}
+
+double EllipsisButton::shownOpacity() const {
+    const bool menuOpen = menu() != nullptr && menu()->isVisible();
+    return hasFocus() || menuOpen ? 1 : opacity_;
+}
+
+QSize EllipsisButton::sizeHint() const {
+    const int side = symbolExtent(symbol_.font.size) + 2 * sidePadding;
+    return {side, side};
+}
+
+void EllipsisButton::paintEvent(QPaintEvent* /*event*/) {
+    if (shownOpacity() == 0) {
+        return;
+    }
+    QPainter painter(this);
+    painter.setOpacity(shownOpacity());
+    if (underMouse() || isDown()) {
+        fillRounded(painter, rect(), controlRadius, washColor(palette(), hoverWash));
+    }
+    if (hasFocus()) {
+        drawFocusRing(painter, rect(), controlRadius, palette());
+    }
+    drawSymbol(painter, QPoint(sidePadding, sidePadding), symbol_.name,
+               symbolExtent(symbol_.font.size), colorFor(symbol_.color, palette()));
+}
+
+// The base class would take the arrow keys to walk among neighbouring buttons; they are the
+// list's.
+void EllipsisButton::keyPressEvent(QKeyEvent* event) {
+    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
+                         event->key() == Qt::Key_Enter;
+    if (presses) {
+        showMenu();
+    } else {
+        event->ignore();
+    }
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,35 @@
+#include "shells/linux/views/kit/item_picture.h"
+
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/symbol.h"
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+QPixmap stretched(const QPixmap& picture, QSize size, qreal devicePixelRatio) {
+    if (picture.isNull()) {
+        return picture;
+    }
+    const QSize deviceSize = (QSizeF(size) * devicePixelRatio).toSize();
+    QPixmap result =
+        picture.size() == deviceSize
+            ? picture
+            : picture.scaled(deviceSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    result.setDevicePixelRatio(devicePixelRatio);
+    return result;
+}
+
+} // namespace
+
+QPixmap itemPicture(const ItemIcon& icon, const FileIcons& fileIcons, QSize size,
+                    qreal devicePixelRatio, const QColor& color) {
+    if (const auto* symbol = std::get_if<SymbolIcon>(&icon)) {
+        return stretched(symbolPixmap(symbol->name, size.width(), color, devicePixelRatio), size,
+                         devicePixelRatio);
+    }
+    const QIcon file = fileIcons(toQString(std::get<FileIcon>(icon).path));
+    return stretched(file.pixmap(size, devicePixelRatio), size, devicePixelRatio);
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,22 @@
+#pragma once
+// The picture of an item, as both lists show it.
+
+#include "actions/item_icon.h"
+
+#include <QIcon>
+#include <QPixmap>
+#include <QString>
+
+#include <functional>
+
+namespace kestrel::linux_shell {
+
+/// The desktop's icon for the file at a path, generic when there is no such file.
+using FileIcons = std::function<QIcon(const QString& path)>;
+
+/// `icon` stretched to exactly `size` device-independent pixels; symbols are drawn in `color`.
+/// Null where the icon theme or the symbol is missing.
+QPixmap itemPicture(const ItemIcon& icon, const FileIcons& fileIcons, QSize size,
+                    qreal devicePixelRatio, const QColor& color);
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,75 @@
+#include "shells/linux/views/kit/rounded_field.h"
+
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+
+namespace kestrel::linux_shell {
+
+namespace {
+constexpr int sidePadding = 6; // pixels, on top of the two that the line edit keeps
+}
+
+RoundedField::RoundedField(const style::Font& font, const QString& placeholder, const QString& name,
+                           QWidget* parent)
+    : QLineEdit(parent), font_(font) {
+    setFrame(false);
+    setTextMargins(sidePadding, 0, sidePadding, 0);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setPlaceholderText(placeholder);
+    setAccessibleName(name);
+    setAttribute(Qt::WA_Hover);
+    setFont(fontFor(font));
+    clearGround();
+}
+
+void RoundedField::setStyleFont(const style::Font& font) {
+    font_ = font;
+    setFont(fontFor(font));
+}
+
+void RoundedField::show(const QString& text) {
+    if (text != this->text()) {
+        setText(text);
+    }
+}
+
+QSize RoundedField::sizeHint() const { return {160, controlHeight}; }
+
+QSize RoundedField::minimumSizeHint() const { return {80, controlHeight}; }
+
+// The style would fill the whole rectangle, corners included, with the palette's base colour.
+void RoundedField::clearGround() {
+    QPalette colors = palette();
+    if (colors.color(QPalette::Base) != Qt::transparent) {
+        colors.setColor(QPalette::Base, Qt::transparent);
+        setPalette(colors);
+    }
+}
+
+void RoundedField::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    const QPalette colors = QApplication::palette(this);
+    fillRounded(painter, rect(), controlRadius, colors.color(QPalette::Active, QPalette::Base));
+    if (hasFocus()) {
+        drawFocusRing(painter, rect(), controlRadius, colors);
+    } else {
+        strokeRounded(painter, rect(), controlRadius, washColor(colors, underMouse() ? 0.3 : 0.2));
+    }
+    painter.end();
+    QLineEdit::paintEvent(event);
+}
+
+void RoundedField::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        clearGround();
+    } else if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(fontFor(font_));
+    }
+}
+
+} // namespace kestrel::linux_shell

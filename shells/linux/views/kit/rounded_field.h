@@ -1,0 +1,38 @@
+#pragma once
+// A text field with a rounded border that turns into a ring while it has the focus.
+
+#include "views/style.h"
+
+#include <QLineEdit>
+
+namespace kestrel::linux_shell {
+
+class RoundedField : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    /// `name` is the accessible name.
+    RoundedField(const style::Font& font, const QString& placeholder, const QString& name,
+                 QWidget* parent = nullptr);
+
+    void setStyleFont(const style::Font& font);
+
+    /// The text shows `text`; the cursor stays where it is when nothing differs. Emits nothing
+    /// that a user's edit does not.
+    void show(const QString& text);
+    using QLineEdit::show;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void clearGround();
+
+    style::Font font_;
+};
+
+} // namespace kestrel::linux_shell

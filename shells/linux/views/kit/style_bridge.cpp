@@ -1,0 +1,108 @@
+#include "shells/linux/views/kit/style_bridge.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+
+#include <cmath>
+#include <string>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+// How strong the levels of text are next to the palette's full text colour.
+constexpr float secondaryOpacity = 0.64F;
+constexpr float tertiaryOpacity = 0.42F;
+constexpr float quaternaryOpacity = 0.11F;
+constexpr float disabledLabelOpacity = 0.3F;
+constexpr float separatorOpacity = 0.14F;
+
+// Reds that keep a contrast of 4.5 to 1 against light and dark menus.
+constexpr QRgb redOnLight = 0xFFC01C28;
+constexpr QRgb redOnDark = 0xFFFF7A70;
+
+QFont::Weight weightOf(FontWeight weight) {
+    switch (weight) {
+    case FontWeight::regular:
+        return QFont::Normal;
+    case FontWeight::medium:
+        return QFont::Medium;
+    case FontWeight::semibold:
+        return QFont::DemiBold;
+    case FontWeight::bold:
+        break;
+    }
+    return QFont::Bold;
+}
+
+QColor faded(const QPalette& palette, float opacity) {
+    QColor color = palette.color(QPalette::Active, QPalette::WindowText);
+    color.setAlphaF(color.alphaF() * opacity);
+    return color;
+}
+
+} // namespace
+
+QFont fontFor(const style::Font& font) {
+    QFont result = font.design == style::Font::Design::monospaced
+                       ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                       : QApplication::font();
+    result.setPixelSize(pixels(font.size));
+    result.setWeight(weightOf(font.weight));
+    return result;
+}
+
+QColor colorFor(style::ColorLevel level, const QPalette& palette) {
+    switch (level) {
+    case style::ColorLevel::primary:
+        return palette.color(QPalette::Active, QPalette::WindowText);
+    case style::ColorLevel::secondary:
+        return faded(palette, secondaryOpacity);
+    case style::ColorLevel::tertiary:
+        return faded(palette, tertiaryOpacity);
+    case style::ColorLevel::quaternary:
+        return faded(palette, quaternaryOpacity);
+    case style::ColorLevel::tertiaryLabel:
+        return faded(palette, disabledLabelOpacity);
+    case style::ColorLevel::windowBackground:
+        return palette.color(QPalette::Active, QPalette::Window);
+    case style::ColorLevel::accent:
+        return palette.color(QPalette::Active, QPalette::Highlight);
+    case style::ColorLevel::destructive:
+        break;
+    }
+    return QColor::fromRgb(isDark(palette) ? redOnDark : redOnLight);
+}
+
+QColor separatorColor(const QPalette& palette) { return faded(palette, separatorOpacity); }
+
+QColor washColor(const QPalette& palette, double opacity) {
+    return faded(palette, static_cast<float>(opacity));
+}
+
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::Window).lightness() <
+           palette.color(QPalette::Active, QPalette::WindowText).lightness();
+}
+
+QString textFor(const style::Text& text) {
+    if (text.lookup == style::Text::Lookup::verbatim) {
+        return toQString(text.english);
+    }
+    const std::string key(text.english);
+    return QCoreApplication::translate("Kestrel", key.c_str());
+}
+
+QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QMargins marginsFor(const style::Insets& insets) {
+    return {pixels(insets.left), pixels(insets.top), pixels(insets.right), pixels(insets.bottom)};
+}
+
+QSize sizeFor(const Size& size) { return {pixels(size.width), pixels(size.height)}; }
+
+int pixels(double points) { return static_cast<int>(std::lround(points)); }
+
+} // namespace kestrel::linux_shell

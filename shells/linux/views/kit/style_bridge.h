@@ -1,0 +1,41 @@
+#pragma once
+// The core's fonts, colour levels, sizes and texts as the toolkit's, in the desktop's own font and
+// palette. One point is one device-independent pixel.
+
+#include "platform/geometry.h"
+#include "views/style.h"
+
+#include <QColor>
+#include <QFont>
+#include <QMargins>
+#include <QPalette>
+#include <QSize>
+#include <QString>
+
+#include <string_view>
+
+namespace kestrel::linux_shell {
+
+QFont fontFor(const style::Font& font);
+
+/// Always the colours of an active window, so that text does not fade when the window loses the
+/// focus.
+QColor colorFor(style::ColorLevel level, const QPalette& palette);
+
+/// The hairlines that divide and frame; fainter than any text.
+QColor separatorColor(const QPalette& palette);
+
+/// The primary colour, `opacity` from 0 to 1: hover and press washes.
+QColor washColor(const QPalette& palette, double opacity);
+
+bool isDark(const QPalette& palette);
+
+/// A localizable text in the user's language, a verbatim one as it stands.
+QString textFor(const style::Text& text);
+QString toQString(std::string_view utf8);
+
+QMargins marginsFor(const style::Insets& insets);
+QSize sizeFor(const Size& size);
+int pixels(double points);
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,59 @@
+#include "shells/linux/views/kit/toolbar_button.h"
+
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/symbol.h"
+#include "views/settings/settings_style.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+namespace toolbar = settings_style::toolbar;
+
+constexpr double washInset = 2; // pixels between neighbouring washes and around them
+constexpr double hoverWash = 0.06;
+constexpr double pressedWash = 0.12;
+
+} // namespace
+
+ToolbarButton::ToolbarButton(const QString& label, std::string symbol, QWidget* parent)
+    : ControlButton(parent), symbol_(std::move(symbol)) {
+    setText(label);
+    setToolTip(label);
+    setFixedSize(sizeFor(toolbar::buttonSize));
+}
+
+void ToolbarButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QRectF wash = QRectF(rect()).adjusted(washInset, washInset, -washInset, -washInset);
+    if (isEnabled() && (isDown() || underMouse())) {
+        fillRounded(painter, wash, controlRadius,
+                    washColor(palette(), isDown() ? pressedWash : hoverWash));
+    }
+    if (showsFocus()) {
+        drawFocusRing(painter, wash, controlRadius, palette());
+    }
+    const QColor color =
+        colorFor(isEnabled() ? toolbar::enabledColor : toolbar::disabledColor, palette());
+    const QFont font = fontFor(toolbar::labelFont);
+    const int textHeight = QFontMetrics(font).height();
+    // The drawing leaves air in its square; the spacing counts from the square of its point size.
+    const int extent = symbolExtent(toolbar::symbolFont.size);
+    const int square = pixels(toolbar::symbolFont.size);
+    const int spacing = pixels(toolbar::buttonSpacing);
+    const int top = (height() - square - spacing - textHeight) / 2;
+    drawSymbol(painter, QPoint((width() - extent) / 2, top - (extent - square) / 2), symbol_,
+               extent, color);
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.drawText(QRect(0, top + square + spacing, width(), textHeight),
+                     Qt::AlignCenter | Qt::TextSingleLine, text());
+}
+
+} // namespace kestrel::linux_shell

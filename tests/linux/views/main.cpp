@@ -1,0 +1,12 @@
+#include <QApplication>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+    // No display and no theme of the machine's: the same pictures everywhere.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}
