@@ -6,16 +6,16 @@ from program import Kestrel, encoded, item, popover_height, store_before_start
 
 
 class PopoverTest(DesktopTest):
-    """What is launched leaves a mark in the desktop's folder."""
+    """What is launched leaves a mark in the desktop's folder: the terminal that it runs in."""
 
-    def marker(self, name):
-        """The path of a file that does not exist yet."""
+    def mark(self, name):
+        """The path of a mark, which does not exist yet."""
         return self.desktop.path("mark-" + name)
 
     def script(self, name):
         """An executable that leaves the mark of that name."""
         return self.desktop.write(f"home/{name}.sh",
-                                  f"#!/bin/sh\ntouch '{self.marker(name)}'\n", 0o755)
+                                  f"#!/bin/sh\ntty > '{self.mark(name)}'\n", 0o755)
 
     def start(self, items):
         if items:
@@ -23,7 +23,13 @@ class PopoverTest(DesktopTest):
         return self.start_kestrel()
 
     def wait_for_mark(self, name):
-        self.wait_until(lambda: os.path.exists(self.marker(name)), f"the mark of {name}")
+        """What the mark says: the name of a terminal, or "not a tty"."""
+        def content():
+            if not os.path.exists(self.mark(name)):
+                return None
+            with open(self.mark(name), encoding="utf-8") as file:
+                return file.read().strip()
+        return self.wait_until(content, f"the mark of {name}")
 
     def test_click_on_a_row_launches_an_application_and_closes(self):
         self.start_desktop(panel="fake")
@@ -33,7 +39,7 @@ class PopoverTest(DesktopTest):
         kestrel.open_popover()
         row = kestrel.accessible.find("list item", "Mark").rect
         self.desktop.click(row.x + row.width - 12, row.center[1])
-        self.wait_for_mark("application")
+        self.assertEqual(self.wait_for_mark("application"), "not a tty")
         kestrel.wait_for_no_popover()
 
     def test_click_on_a_row_runs_a_command_file_in_a_terminal(self):
@@ -42,17 +48,17 @@ class PopoverTest(DesktopTest):
                                    "00000000-0000-4000-8000-000000000001")])
         kestrel.open_popover()
         kestrel.click_row("Mark")
-        self.wait_for_mark("file")
+        self.assertRegex(self.wait_for_mark("file"), "^/dev/pts/")
         kestrel.wait_for_no_popover()
 
     def test_click_on_a_row_types_a_command_into_a_terminal(self):
         self.start_desktop(panel="fake")
-        command = f"touch '{self.marker('command')}' && echo \"a\\b\""
+        command = f"tty > '{self.mark('command')}' && echo \"a\\b\""
         kestrel = self.start([item("Inline Command", "Mark", command,
                                    "00000000-0000-4000-8000-000000000001")])
         kestrel.open_popover()
         kestrel.click_row("Mark")
-        self.wait_for_mark("command")
+        self.assertRegex(self.wait_for_mark("command"), "^/dev/pts/")
         kestrel.wait_for_no_popover()
 
     def test_launch_that_fails_is_silent_and_closes(self):
@@ -76,8 +82,8 @@ class PopoverTest(DesktopTest):
         self.desktop.key("Home", "Down", "Down", "Up", "Return")
         self.wait_for_mark("two")
         kestrel.wait_for_no_popover()
-        self.assertFalse(os.path.exists(self.marker("one")))
-        self.assertFalse(os.path.exists(self.marker("three")))
+        self.assertFalse(os.path.exists(self.mark("one")))
+        self.assertFalse(os.path.exists(self.mark("three")))
 
     def test_height_follows_the_number_of_items(self):
         self.start_desktop(panel="fake")
