@@ -8,6 +8,9 @@
 
 #include <chrono>
 
+// The linker drops a library's resources unless they are called for, outside any namespace.
+static void initResources() { Q_INIT_RESOURCE(kestrel); }
+
 namespace kestrel::linux_shell {
 namespace {
 
@@ -50,7 +53,9 @@ Shell::Shell(QApplication& application)
                  .symbolImages = symbolImages_,
                  .windowServer = windowServer_,
                  .openPanel = openPanel_,
-                 .viewHosts = viewHosts_}) {}
+                 .viewHosts = viewHosts_}) {
+    initResources();
+}
 
 int Shell::run() {
     applicationDidFinishLaunching();

@@ -5,7 +5,6 @@
 #include "app/app_delegate.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
-#include "shells/linux/desktop/open_panel.h"
 #include "shells/linux/desktop/status_bar.h"
 #include "shells/linux/desktop/window_server.h"
 #include "shells/linux/launching/file_icons.h"
@@ -16,6 +15,7 @@
 #include "shells/linux/storage/folder_cloud.h"
 #include "shells/linux/storage/system_clock.h"
 #include "shells/linux/view_hosts.h"
+#include "shells/linux/views/file_dialog_open_panel.h"
 #include "shells/linux/views/symbol_images.h"
 
 #include <QApplication>
@@ -54,7 +54,7 @@ class Shell {
     LinuxStatusBar statusBar_;
     KestrelSymbolImages symbolImages_;
     QtWindowServer windowServer_;
-    QtOpenPanel openPanel_;
+    FileDialogOpenPanel openPanel_;
     LinuxViewHosts viewHosts_;
     AppDelegate delegate_;
 };

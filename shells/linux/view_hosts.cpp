@@ -1,24 +1,24 @@
 #include "shells/linux/view_hosts.h"
 
 #include "shells/linux/views/menu_popover_widget.h"
+#include "shells/linux/views/settings_widget.h"
 
 #include <utility>
 
 namespace kestrel::linux_shell {
 
-LinuxViewHosts::LinuxViewHosts(std::function<QIcon(const QString&)> iconForFile)
-    : iconForFile_(std::move(iconForFile)) {}
+LinuxViewHosts::LinuxViewHosts(FileIconSource fileIcons) : fileIcons_(std::move(fileIcons)) {}
 
 std::unique_ptr<HostingController>
 LinuxViewHosts::hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) {
     return std::make_unique<WidgetController>(
-        std::make_unique<MenuPopoverWidget>(std::move(view), iconForFile_));
+        std::make_unique<MenuPopoverWidget>(std::move(view), fileIcons_));
 }
 
 std::unique_ptr<HostingController>
 LinuxViewHosts::hostSettingsView(std::unique_ptr<SettingsView> view) {
-    static_cast<void>(view);
-    return std::make_unique<WidgetController>(std::make_unique<QWidget>());
+    return std::make_unique<WidgetController>(
+        std::make_unique<SettingsWidget>(std::move(view), fileIcons_));
 }
 
 std::unique_ptr<Popover> LinuxViewHosts::makePopover() {

@@ -3,20 +3,16 @@
 
 #include "app/view_hosts.h"
 #include "shells/linux/desktop/popover_window.h"
+#include "shells/linux/views/kit/item_picture.h"
 
-#include <QIcon>
 #include <QPointer>
-#include <QString>
-
-#include <functional>
 
 namespace kestrel::linux_shell {
 
 /// Main thread only.
 class LinuxViewHosts final : public ViewHosts {
   public:
-    /// `iconForFile` gives the desktop's icon for the file at a path.
-    explicit LinuxViewHosts(std::function<QIcon(const QString&)> iconForFile);
+    explicit LinuxViewHosts(FileIconSource fileIcons);
 
     std::unique_ptr<HostingController>
     hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) override;
@@ -28,7 +24,7 @@ class LinuxViewHosts final : public ViewHosts {
     PopoverWindow* popover() const { return popover_; }
 
   private:
-    std::function<QIcon(const QString&)> iconForFile_;
+    FileIconSource fileIcons_;
     QPointer<PopoverWindow> popover_;
 };
 

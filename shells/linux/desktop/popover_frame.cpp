@@ -1,6 +1,5 @@
 #include "shells/linux/desktop/popover_frame.h"
 
-#include <QPaintEvent>
 #include <QPainterPath>
 
 namespace kestrel::linux_shell::popover_frame {
@@ -9,6 +8,7 @@ namespace {
 constexpr double radius = 10;
 constexpr int shadowOffset = 4; // down, as of light from above
 constexpr double shadowStrength = 0.055;
+constexpr float hairlineStrength = 0.22F;
 
 QPainterPath rounded(const QRectF& rect, double corner) {
     QPainterPath path;
@@ -35,35 +35,23 @@ void paintShadow(QPainter& painter, const QRect& content) {
     painter.restore();
 }
 
-void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette) {
+void paintGround(QPainter& painter, const QRect& content, const QPalette& palette) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.fillPath(rounded(content, radius), palette.color(QPalette::Window));
+    // One pixel of the screen wide, just inside the edge.
+    const double width = 1 / painter.device()->devicePixelRatioF();
+    const double inset = width / 2;
+    QColor hairline = palette.color(QPalette::WindowText);
+    hairline.setAlphaF(hairlineStrength);
+    painter.setPen(QPen(hairline, width));
+    painter.drawPath(
+        rounded(QRectF(content).adjusted(inset, inset, -inset, -inset), radius - inset));
     painter.restore();
 }
 
 QRegion shape(const QRect& content) {
     return QRegion(rounded(content, radius).toFillPolygon().toPolygon());
-}
-
-Hairline::Hairline(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAttribute(Qt::WA_NoSystemBackground);
-    setFocusPolicy(Qt::NoFocus);
-}
-
-void Hairline::paintEvent(QPaintEvent* event) {
-    Q_UNUSED(event)
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double width = 1 / devicePixelRatioF();
-    QColor color = palette().color(QPalette::WindowText);
-    color.setAlphaF(0.22F);
-    painter.setPen(QPen(color, width));
-    const double inset = width / 2;
-    painter.drawPath(
-        rounded(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius - inset));
 }
 
 } // namespace kestrel::linux_shell::popover_frame

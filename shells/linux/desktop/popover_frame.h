@@ -5,7 +5,6 @@
 #include <QPalette>
 #include <QRect>
 #include <QRegion>
-#include <QWidget>
 
 namespace kestrel::linux_shell::popover_frame {
 
@@ -15,19 +14,10 @@ inline constexpr int shadowMargin = 20;
 /// The shadow of a popover whose content fills `content`.
 void paintShadow(QPainter& painter, const QRect& content);
 
-/// The ground that the content stands on.
-void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette);
+/// The ground that the content stands on, with a hairline around it.
+void paintGround(QPainter& painter, const QRect& content, const QPalette& palette);
 
 /// The part of `content` inside the rounded corners.
 QRegion shape(const QRect& content);
-
-/// Draws the hairline along its own edge, above what it is laid over; clicks pass through it.
-class Hairline final : public QWidget {
-  public:
-    explicit Hairline(QWidget* parent);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-};
 
 } // namespace kestrel::linux_shell::popover_frame

@@ -51,8 +51,7 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
 } // namespace
 
 PopoverWindow::PopoverWindow()
-    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint),
-      hairline_(new popover_frame::Hairline(this)) {
+    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint) {
     setAttribute(Qt::WA_NoMouseReplay);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(QStringLiteral("Kestrel"));
@@ -83,7 +82,6 @@ void PopoverWindow::setContentViewController(std::unique_ptr<HostingController> 
     content->setParent(this);
     content->show();
     setFocusProxy(content);
-    hairline_->raise();
     layOut();
 }
 
@@ -150,7 +148,6 @@ void PopoverWindow::layOut() {
     if (controller_ != nullptr && controller_->widget() != nullptr) {
         controller_->widget()->setGeometry(content);
     }
-    hairline_->setGeometry(content);
 }
 
 void PopoverWindow::showAt(const QRect& content) {
@@ -245,7 +242,7 @@ void PopoverWindow::paintEvent(QPaintEvent* event) {
     if (margin_ > 0 && !contentRect().contains(event->rect())) {
         popover_frame::paintShadow(painter, contentRect());
     }
-    popover_frame::paintBackground(painter, contentRect(), palette());
+    popover_frame::paintGround(painter, contentRect(), palette());
 }
 
 bool PopoverWindow::event(QEvent* event) {

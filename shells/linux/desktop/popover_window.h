@@ -58,7 +58,6 @@ class PopoverWindow final : public QWidget, public Popover {
 
     std::unique_ptr<WidgetController> controller_;
     std::unique_ptr<PointerCatcher> catcher_;
-    QWidget* hairline_;
     QSize contentSize_{0, 0};
     int margin_ = 0;
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;

@@ -20,6 +20,9 @@ const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
 // Panels that know both protocols often offer the older one first.
 constexpr std::chrono::milliseconds notifierHeadStart{1000};
 
+// A panel paints its background some time after the icon, and anew when its theme changes.
+constexpr std::chrono::milliseconds panelSettles{300};
+
 } // namespace
 
 void LinuxStatusButton::setImage(std::shared_ptr<Image> image) {
@@ -52,6 +55,9 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     patience_.setSingleShot(true);
     patience_.setInterval(notifierHeadStart);
     connect(&patience_, &QTimer::timeout, this, &LinuxStatusItem::showXEmbedIcon);
+    settling_.setSingleShot(true);
+    settling_.setInterval(panelSettles);
+    connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
     connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
     connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::clicked);
     qApp->installEventFilter(this);
@@ -104,17 +110,19 @@ void LinuxStatusItem::showXEmbedIcon() {
     trayColor_.reset();
     xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
     connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
-    connect(xembed_.get(), &XEmbedIcon::painted, this, &LinuxStatusItem::sampleBackground);
+    connect(xembed_.get(), &XEmbedIcon::painted, &settling_, qOverload<>(&QTimer::start));
 }
 
-// A panel that does not name its colours is looked at: the icon's corners show its background.
+// A panel that does not name its colours is looked at: the icon's corners show its background. A
+// change of colour paints the icon again and has this look once more, which then finds no other.
 void LinuxStatusItem::sampleBackground() {
-    if (trayColor_ || xembed_ == nullptr) {
+    if (xembed_ == nullptr || QApplication::activePopupWidget() != nullptr) {
         return;
     }
     const QImage background = xembed_->grab();
-    if (!background.isNull()) {
-        trayColor_ = contrastingColor(background);
+    const auto color = background.isNull() ? trayColor_ : contrastingColor(background);
+    if (color != trayColor_) {
+        trayColor_ = color;
         updateIcon();
     }
 }

@@ -82,6 +82,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     StatusNotifierItem notifier_;
     x11::TrayArrivals arrivals_;
     QTimer patience_;
+    QTimer settling_;
     std::unique_ptr<XEmbedIcon> xembed_;
     std::optional<QColor> trayColor_;
     std::optional<QPoint> lastClick_;

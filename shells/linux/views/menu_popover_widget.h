@@ -19,7 +19,7 @@ class MenuPopoverWidget final : public QWidget {
     Q_OBJECT
 
   public:
-    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIcons fileIcons);
+    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons);
 
     const RowList& list() const { return list_; }
 
@@ -32,7 +32,7 @@ class MenuPopoverWidget final : public QWidget {
     /// The items as the list asks for them.
     class Rows final : public RowSource {
       public:
-        Rows(MenuPopoverView& view, FileIcons fileIcons)
+        Rows(MenuPopoverView& view, FileIconSource fileIcons)
             : view_(view), fileIcons_(std::move(fileIcons)) {}
         int count() const override;
         std::optional<int> uniformHeight() const override;
@@ -43,7 +43,7 @@ class MenuPopoverWidget final : public QWidget {
 
       private:
         MenuPopoverView& view_;
-        FileIcons fileIcons_;
+        FileIconSource fileIcons_;
     };
 
     void connectList();

@@ -31,7 +31,7 @@ QString oneLine(const QString& title, const QFontMetrics& metrics, int width) {
 
 } // namespace
 
-PopoverRow::PopoverRow(const FileIcons& fileIcons, QWidget* parent)
+PopoverRow::PopoverRow(const FileIconSource& fileIcons, QWidget* parent)
     : ListRow(parent), fileIcons_(fileIcons) {}
 
 void PopoverRow::show(const QString& title, const ItemIcon& icon) {

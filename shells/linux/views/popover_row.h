@@ -16,7 +16,7 @@ class PopoverRow final : public ListRow {
 
   public:
     /// `fileIcons` outlives the row.
-    PopoverRow(const FileIcons& fileIcons, QWidget* parent);
+    PopoverRow(const FileIconSource& fileIcons, QWidget* parent);
 
     void show(const QString& title, const ItemIcon& icon);
 
@@ -27,7 +27,7 @@ class PopoverRow final : public ListRow {
   private:
     void drawPicture();
 
-    const FileIcons& fileIcons_;
+    const FileIconSource& fileIcons_;
     QString title_;
     ItemIcon icon_;
     QPixmap picture_;

@@ -10,7 +10,12 @@ ControlButton::ControlButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 void ControlButton::focusInEvent(QFocusEvent* event) {
-    focusFromKeyboard_ = event->reason() != Qt::MouseFocusReason;
+    const Qt::FocusReason reason = event->reason();
+    const bool comesBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+    if (!comesBack) {
+        focusFromKeyboard_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                             reason == Qt::ShortcutFocusReason;
+    }
     QAbstractButton::focusInEvent(event);
 }
 

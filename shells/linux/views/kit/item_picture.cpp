@@ -1,6 +1,5 @@
 #include "shells/linux/views/kit/item_picture.h"
 
-#include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/symbol.h"
 
 namespace kestrel::linux_shell {
@@ -22,13 +21,13 @@ QPixmap stretched(const QPixmap& picture, QSize size, qreal devicePixelRatio) {
 
 } // namespace
 
-QPixmap itemPicture(const ItemIcon& icon, const FileIcons& fileIcons, QSize size,
+QPixmap itemPicture(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
                     qreal devicePixelRatio, const QColor& color) {
     if (const auto* symbol = std::get_if<SymbolIcon>(&icon)) {
         return stretched(symbolPixmap(symbol->name, size.width(), color, devicePixelRatio), size,
                          devicePixelRatio);
     }
-    const QIcon file = fileIcons(toQString(std::get<FileIcon>(icon).path));
+    const QIcon file = fileIcons(std::get<FileIcon>(icon).path);
     return stretched(file.pixmap(size, devicePixelRatio), size, devicePixelRatio);
 }
 

@@ -5,18 +5,19 @@
 
 #include <QIcon>
 #include <QPixmap>
-#include <QString>
+#include <QSize>
 
 #include <functional>
+#include <string>
 
 namespace kestrel::linux_shell {
 
 /// The desktop's icon for the file at a path, generic when there is no such file.
-using FileIcons = std::function<QIcon(const QString& path)>;
+using FileIconSource = std::function<QIcon(const std::string& path)>;
 
 /// `icon` stretched to exactly `size` device-independent pixels; symbols are drawn in `color`.
 /// Null where the icon theme or the symbol is missing.
-QPixmap itemPicture(const ItemIcon& icon, const FileIcons& fileIcons, QSize size,
+QPixmap itemPicture(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
                     qreal devicePixelRatio, const QColor& color);
 
 } // namespace kestrel::linux_shell

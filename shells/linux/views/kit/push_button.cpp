@@ -12,7 +12,7 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr int titlePadding = 14; // pixels beside the title
+constexpr int titlePadding = 14;      // pixels beside the title
 constexpr int minimumTitleWidth = 76; // pixels, so that short titles line up
 constexpr style::Font plainFont = style::body;
 constexpr style::Font prominentFont = style::body.withWeight(FontWeight::medium);

@@ -31,12 +31,10 @@ class Ghost : public QWidget {
         painter.setRenderHint(QPainter::Antialiasing);
         QColor outline = palette().color(QPalette::WindowText);
         outline.setAlphaF(0.15F);
-        QColor background = palette().color(QPalette::Base);
-        background.setAlphaF(0.9F);
         painter.setPen(outline);
-        painter.setBrush(background);
+        painter.setBrush(palette().color(QPalette::Base));
+        painter.setOpacity(0.95);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
-        painter.setOpacity(0.85);
         painter.drawPixmap(0, 0, picture_);
     }
 

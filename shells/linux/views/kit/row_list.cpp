@@ -49,6 +49,7 @@ RowList::RowList(RowSource& source, const Options& options, QWidget* parent)
     if (options.kind == Kind::selection) {
         drag_ = new RowDrag(*this);
     }
+    boundPixelRatio_ = devicePixelRatioF();
     rebuildGeometry();
 }
 
@@ -254,6 +255,10 @@ void RowList::pressRow(int row) {
 bool RowList::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave) {
         pointerAt(std::nullopt);
+    } else if (event->type() == QEvent::Paint && boundPixelRatio_ != devicePixelRatioF()) {
+        // On a screen of another scale the rows need other pictures, after this drawing.
+        boundPixelRatio_ = devicePixelRatioF();
+        QMetaObject::invokeMethod(this, &RowList::refresh, Qt::QueuedConnection);
     }
     return QAbstractScrollArea::viewportEvent(event);
 }
@@ -360,7 +365,9 @@ void RowList::changeEvent(QEvent* event) {
     QAbstractScrollArea::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         rebuildGeometry();
-        layoutRows();
+        refresh();
+    } else if (event->type() == QEvent::PaletteChange) {
+        refresh();
     }
 }
 

@@ -165,6 +165,7 @@ class RowList : public QAbstractScrollArea {
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport
     double wheelRemainder_ = 0;
+    qreal boundPixelRatio_ = 1; ///< for which the rows in sight were bound
 };
 
 } // namespace kestrel::linux_shell

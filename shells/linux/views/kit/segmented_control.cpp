@@ -27,10 +27,10 @@ class Segment : public ControlButton {
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     }
 
-    QSize sizeHint() const override {
-        const int title = QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text());
-        return {title + 2 * titlePadding, controlHeight - 2 * trackPadding};
-    }
+    QSize sizeHint() const override { return sizeWithPadding(titlePadding); }
+
+    /// All segments are as wide while every title fits; then the long ones take from the short.
+    QSize minimumSizeHint() const override { return sizeWithPadding(titlePadding / 2); }
 
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
@@ -52,6 +52,11 @@ class Segment : public ControlButton {
     }
 
   private:
+    QSize sizeWithPadding(int padding) const {
+        const int title = QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text());
+        return {title + 2 * padding, controlHeight - 2 * trackPadding};
+    }
+
     void paintThumb(QPainter& painter, double radius) const {
         const QColor text = colorFor(style::ColorLevel::primary, palette());
         const QColor ground = palette().color(QPalette::Active, QPalette::Window);

@@ -39,7 +39,8 @@ void TextLabel::setAlignment(Qt::Alignment alignment) {
 }
 
 int TextLabel::flags() const {
-    return static_cast<int>(alignment_) | (maximumTextWidth_ > 0 ? Qt::TextWordWrap : Qt::TextSingleLine);
+    return static_cast<int>(alignment_) |
+           (maximumTextWidth_ > 0 ? Qt::TextWordWrap : Qt::TextSingleLine);
 }
 
 QSize TextLabel::sizeHint() const {

@@ -27,6 +27,8 @@ ToolbarButton::ToolbarButton(const QString& label, std::string symbol, QWidget* 
     setText(label);
     setToolTip(label);
     setFixedSize(sizeFor(toolbar::buttonSize));
+    // A click leaves the focus with the list, whose row the button acts on.
+    setFocusPolicy(Qt::TabFocus);
 }
 
 void ToolbarButton::paintEvent(QPaintEvent* /*event*/) {

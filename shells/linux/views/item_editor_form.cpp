@@ -1,0 +1,188 @@
+#include "shells/linux/views/item_editor_form.h"
+
+#include "shells/linux/views/kit/divider.h"
+#include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/rounded_field.h"
+#include "shells/linux/views/kit/segmented_control.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_label.h"
+#include "views/settings/add_edit_item_style.h"
+
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+namespace form = add_edit_item_style;
+
+constexpr int labelSpacing = 12;  // pixels between a label and its control
+constexpr int buttonSpacing = 10; // pixels between the two buttons
+
+/// All labels are as wide as the widest, so that the controls line up whatever the type.
+int labelWidth() {
+    const QFontMetrics metrics(fontFor(form::label.font));
+    int width = 0;
+    for (const style::Text& text : {form::titleLabel, form::typeLabel, form::appRow.label,
+                                    form::fileRow.label, form::commandRow.label}) {
+        width = std::max(width, metrics.horizontalAdvance(textFor(text)));
+    }
+    return width;
+}
+
+QStringList typeNames() {
+    QStringList names;
+    for (const ItemType type : allItemTypes) {
+        names << toQString(rawValue(type));
+    }
+    return names;
+}
+
+} // namespace
+
+ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* parent)
+    : QWidget(parent), view_(std::move(view)) {
+    setFixedWidth(pixels(form::width));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(marginsFor(form::padding));
+    column->setSpacing(0);
+
+    column->addWidget(new TextLabel(textFor(view_->header()), form::header));
+    column->addSpacing(pixels(form::spaceBelowHeader));
+
+    const QString titleName = textFor(form::titleLabel);
+    title_ = new RoundedField(form::label.font, textFor(form::titlePlaceholder), titleName);
+    auto* titleLine = new QHBoxLayout;
+    titleLine->addWidget(title_);
+    addRow(*column, *makeLabel(titleName), titleLine);
+
+    const QString typeName = textFor(form::typeLabel);
+    type_ = new SegmentedControl(typeNames(), typeName);
+    auto* typeLine = new QHBoxLayout;
+    typeLine->addWidget(type_);
+    addRow(*column, *makeLabel(typeName), typeLine);
+
+    typeRowLabel_ = makeLabel({});
+    addRow(*column, *typeRowLabel_, makeTypeRow());
+
+    column->addSpacing(pixels(form::spaceAboveDivider));
+    column->addWidget(new Divider);
+    column->addSpacing(pixels(form::spaceBelowDivider));
+    column->addLayout(makeButtonRow());
+
+    connectFields();
+    connectButtons();
+    willChange_ = view_->objectWillChange.subscribe([this] { scheduleRedraw(); });
+    redraw();
+}
+
+ItemEditorForm::~ItemEditorForm() = default;
+
+TextLabel* ItemEditorForm::makeLabel(const QString& text) {
+    auto* label = new TextLabel(text, form::label);
+    label->setFixedWidth(labelWidth());
+    return label;
+}
+
+void ItemEditorForm::addRow(QBoxLayout& column, TextLabel& label, QLayout* control) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(labelSpacing);
+    row->addWidget(&label);
+    row->addLayout(control, 1);
+    column.addLayout(row);
+    column.addSpacing(pixels(form::spaceBelowRow));
+}
+
+QLayout* ItemEditorForm::makeTypeRow() {
+    path_ = new RoundedField(form::appRow.font, {}, {});
+    command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
+                                textFor(form::commandRow.label));
+    browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(pixels(form::browseSpacing));
+    line->addWidget(path_, 1);
+    line->addWidget(command_, 1);
+    line->addWidget(browse_);
+    return line;
+}
+
+QLayout* ItemEditorForm::makeButtonRow() {
+    cancel_ = new PushButton(textFor(form::cancel), PushButton::Look::bordered);
+    confirm_ = new PushButton(textFor(view_->confirmTitle()), PushButton::Look::prominent);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(buttonSpacing);
+    line->addStretch(1);
+    line->addWidget(cancel_);
+    line->addWidget(confirm_);
+    return line;
+}
+
+void ItemEditorForm::connectFields() {
+    connect(title_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { view_->setTitle(text.toStdString()); });
+    connect(path_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { view_->setPath(text.toStdString()); });
+    connect(command_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { view_->setCommand(text.toStdString()); });
+    connect(type_, &SegmentedControl::chosen, this,
+            [this](int index) { view_->setType(allItemTypes[static_cast<std::size_t>(index)]); });
+}
+
+// Nothing may follow a call that can close the form.
+void ItemEditorForm::connectButtons() {
+    connect(browse_, &QAbstractButton::clicked, this, [this] {
+        if (view_->type() == ItemType::app) {
+            view_->browseForApp();
+        } else {
+            view_->browseForCommandFile();
+        }
+    });
+    connect(cancel_, &QAbstractButton::clicked, this, [this] { view_->cancel(); });
+    connect(confirm_, &QAbstractButton::clicked, this, [this] { view_->commitSave(); });
+    cancel_->setShortcut(QKeySequence(Qt::Key_Escape));
+    confirm_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
+    // The keypad's Enter is another key.
+    auto* enter = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Enter), this);
+    connect(enter, &QShortcut::activated, confirm_, &QAbstractButton::click);
+}
+
+void ItemEditorForm::focusFirstField() { title_->setFocus(Qt::TabFocusReason); }
+
+// The signal fires before the change, so the state is read in the next turn of the event loop.
+void ItemEditorForm::scheduleRedraw() {
+    if (!std::exchange(redrawScheduled_, true)) {
+        QMetaObject::invokeMethod(this, &ItemEditorForm::redraw, Qt::QueuedConnection);
+    }
+}
+
+void ItemEditorForm::redraw() {
+    redrawScheduled_ = false;
+    title_->show(toQString(view_->title()));
+    type_->setCurrentIndex(
+        static_cast<int>(std::ranges::find(allItemTypes, view_->type()) - allItemTypes.begin()));
+    redrawTypeRow();
+    confirm_->setEnabled(view_->canSave());
+}
+
+void ItemEditorForm::redrawTypeRow() {
+    const form::TypeRow& row = form::rowOf(view_->type());
+    const bool usesCommand = view_->type() == ItemType::inlineCommand;
+    typeRowLabel_->setText(textFor(row.label));
+    path_->show(toQString(view_->path()));
+    command_->show(toQString(view_->command()));
+    if (!usesCommand) {
+        path_->setPlaceholderText(textFor(row.placeholder));
+        path_->setAccessibleName(textFor(row.label));
+    }
+    path_->setVisible(!usesCommand);
+    command_->setVisible(usesCommand);
+    browse_->setVisible(row.hasBrowseButton);
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,152 @@
+#include "shells/linux/views/item_row_widget.h"
+
+#include "shells/linux/views/kit/accessible_texts.h"
+#include "shells/linux/views/kit/actions_menu.h"
+#include "shells/linux/views/kit/badge.h"
+#include "shells/linux/views/kit/ellipsis_button.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/views/kit/wrapped_text.h"
+#include "views/settings/item_row_style.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+namespace row_style = item_row_style;
+
+int lineHeight(const style::Font& font) { return QFontMetrics(fontFor(font)).height(); }
+
+/// Where the text ends and how much of the row stands to the right of it.
+struct Columns {
+    int textLeft = 0;
+    int textWidth = 0;
+    int actionsLeft = 0;
+    int badgeLeft = 0;
+};
+
+Columns columnsOf(const QString& badge, int width) {
+    const int spacing = pixels(row_style::spacing);
+    Columns columns;
+    columns.textLeft = ItemRowWidget::sideInset + pixels(row_style::iconSize.width) + spacing;
+    columns.badgeLeft = width - ItemRowWidget::sideInset - badgeSize(badge).width();
+    columns.actionsLeft = columns.badgeLeft - spacing - symbolExtent(row_style::actions.font.size);
+    // The flexible space before the actions button may shrink to nothing but has two neighbours.
+    columns.textWidth = std::max(columns.actionsLeft - 2 * spacing - columns.textLeft, 1);
+    return columns;
+}
+
+} // namespace
+
+ItemRowWidget::ItemRowWidget(QWidget* parent)
+    : ListRow(parent),
+      actions_(new EllipsisButton(row_style::actions, textFor(accessible_texts::rowActions), this)),
+      menu_(new ActionsMenu(this)) {
+    QAction* edit = menu_->addAction(textFor(row_style::editAction));
+    menu_->addSeparator();
+    QAction* remove = menu_->addDestructiveAction(textFor(row_style::deleteAction));
+    connect(menu_, &QMenu::aboutToShow, this, [this] { menuItem_ = item_; });
+    connect(menu_, &QMenu::aboutToHide, actions_, qOverload<>(&QWidget::update));
+    // Copies, because the callback may bind this row to another item or take it away.
+    connect(edit, &QAction::triggered, this, [this] { ItemRow(menuItem_).onEdit(); });
+    connect(remove, &QAction::triggered, this, [this] { ItemRow(menuItem_).onDelete(); });
+    actions_->setMenu(menu_);
+    updateActions();
+}
+
+void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
+    item_ = std::move(row);
+    title_ = toQString(item_.item.title);
+    badge_ = toQString(item_.badge());
+    picture_ = picture;
+    setAccessibleDescription(QStringLiteral("%1, %2").arg(badge_, toQString(item_.detail())));
+    updateActions();
+    placeActions();
+    update();
+}
+
+int ItemRowWidget::heightFor(const QString& title, const QString& badge, int width) {
+    const int text =
+        wrappedHeight(title, fontFor(row_style::title.font), columnsOf(badge, width).textWidth) +
+        pixels(row_style::lineSpacing) + lineHeight(row_style::detail.font);
+    const int content = std::max(text, pixels(row_style::iconSize.height));
+    return content + pixels(row_style::padding.top) + pixels(row_style::padding.bottom);
+}
+
+ItemRowWidget::Layout ItemRowWidget::layOut(const QString& title, const QString& badge, int width,
+                                            int height) {
+    const Columns columns = columnsOf(badge, width);
+    const auto centered = [height](int left, QSize size) {
+        return QRect(QPoint(left, (height - size.height()) / 2), size);
+    };
+    const int titleHeight = wrappedHeight(title, fontFor(row_style::title.font), columns.textWidth);
+    const int detailHeight = lineHeight(row_style::detail.font);
+    const int spacing = pixels(row_style::lineSpacing);
+    const QRect text =
+        centered(columns.textLeft, QSize(columns.textWidth, titleHeight + spacing + detailHeight));
+    const int actions = symbolExtent(row_style::actions.font.size);
+    return {
+        .icon = centered(sideInset, sizeFor(row_style::iconSize)),
+        .title = QRect(text.topLeft(), QSize(text.width(), titleHeight)),
+        .detail =
+            QRect(text.left(), text.top() + titleHeight + spacing, text.width(), detailHeight),
+        .actions = centered(columns.actionsLeft, QSize(actions, actions)),
+        .badge = centered(columns.badgeLeft, badgeSize(badge)),
+    };
+}
+
+ItemRowWidget::Layout ItemRowWidget::layoutOfParts() const {
+    return layOut(title_, badge_, width(), height());
+}
+
+void ItemRowWidget::placeActions() {
+    const QRect symbol = layoutOfParts().actions;
+    QRect button(QPoint(), actions_->size());
+    button.moveCenter(symbol.center());
+    actions_->move(button.topLeft());
+}
+
+void ItemRowWidget::updateActions() {
+    item_.isHovered = state().hovered;
+    actions_->setOpacity(item_.actionsOpacity());
+    // One stop for Tab in the whole list; the other rows' menus open with the menu key.
+    actions_->setFocusPolicy(state().current ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void ItemRowWidget::popUpMenu(QPoint globalPosition) { menu_->popup(globalPosition); }
+
+void ItemRowWidget::stateChanged() {
+    updateActions();
+    ListRow::stateChanged();
+}
+
+void ItemRowWidget::resizeEvent(QResizeEvent* event) {
+    ListRow::resizeEvent(event);
+    placeActions();
+}
+
+void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const Layout parts = layoutOfParts();
+    if (!picture_.isNull()) {
+        painter.drawPixmap(parts.icon, picture_);
+    }
+    painter.setPen(colorFor(row_style::title.color, palette()));
+    drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font));
+    const QFont font = fontFor(row_style::detail.font);
+    const QString detail = QFontMetrics(font).elidedText(toQString(item_.detail()), Qt::ElideMiddle,
+                                                         parts.detail.width());
+    painter.setFont(font);
+    painter.setPen(colorFor(row_style::detail.color, palette()));
+    painter.drawText(parts.detail, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, detail);
+    drawBadge(painter, parts.badge.topLeft(), badge_, palette());
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,64 @@
+#pragma once
+// One row of the settings list: icon, title over detail line, actions button, type badge.
+
+#include "shells/linux/views/kit/list_row.h"
+#include "views/settings/item_row.h"
+
+#include <QPixmap>
+
+namespace kestrel::linux_shell {
+
+class ActionsMenu;
+class EllipsisButton;
+
+class ItemRowWidget : public ListRow {
+    Q_OBJECT
+
+  public:
+    /// What the list adds around a row's own content, inside the selection's highlight.
+    static constexpr int sideInset = 8; // pixels
+
+    /// Where the parts of a row lie.
+    struct Layout {
+        QRect icon;
+        QRect title;
+        QRect detail;
+        QRect actions; ///< the symbol's square
+        QRect badge;
+    };
+
+    explicit ItemRowWidget(QWidget* parent = nullptr);
+
+    /// `picture` is the item's, of the size and the pixel ratio in which it is drawn.
+    void bind(ItemRow row, const QPixmap& picture);
+
+    const ItemRow& item() const { return item_; }
+    EllipsisButton& actionsButton() const { return *actions_; }
+    Layout layoutOfParts() const;
+
+    /// The height of a row with that title and badge in the given width.
+    static int heightFor(const QString& title, const QString& badge, int width);
+
+    /// The same menu as the actions button's, at a point of the screen.
+    void popUpMenu(QPoint globalPosition);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void stateChanged() override;
+
+  private:
+    static Layout layOut(const QString& title, const QString& badge, int width, int height);
+    void placeActions();
+    void updateActions();
+
+    ItemRow item_;
+    ItemRow menuItem_; ///< what the open menu is about; the row may be bound anew meanwhile
+    QString title_;
+    QString badge_;
+    QPixmap picture_;
+    EllipsisButton* actions_;
+    ActionsMenu* menu_;
+};
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,11 @@
+#pragma once
+// Names that only screen readers and tooltips show, where the views themselves have no text.
+
+#include "views/style.h"
+
+namespace kestrel::linux_shell::accessible_texts {
+
+inline constexpr style::Text itemList{"Items", style::Text::Lookup::localizable};
+inline constexpr style::Text rowActions{"Actions", style::Text::Lookup::localizable};
+
+} // namespace kestrel::linux_shell::accessible_texts

@@ -1,0 +1,52 @@
+#include "shells/linux/views/kit/wrapped_text.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QTextLayout>
+
+#include <cmath>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+/// Lays the lines out below each other; the height of all of them.
+double layOut(QTextLayout& layout, int width) {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    double y = 0;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        line.setPosition(QPointF(0, y));
+        y += line.height();
+    }
+    layout.endLayout();
+    return y;
+}
+
+QString withLineSeparators(QString text) {
+    return text.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
+}
+
+} // namespace
+
+int wrappedHeight(const QString& text, const QFont& font, int width) {
+    const QFontMetrics metrics(font);
+    const bool oneLine =
+        !text.contains(QLatin1Char('\n')) && metrics.horizontalAdvance(text) <= width;
+    if (oneLine) {
+        return metrics.height();
+    }
+    QTextLayout layout(withLineSeparators(text), font);
+    return static_cast<int>(std::ceil(layOut(layout, width)));
+}
+
+void drawWrapped(QPainter& painter, const QRect& rect, const QString& text, const QFont& font) {
+    QTextLayout layout(withLineSeparators(text), font);
+    layOut(layout, rect.width());
+    layout.draw(&painter, rect.topLeft());
+}
+
+} // namespace kestrel::linux_shell

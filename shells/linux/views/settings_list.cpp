@@ -1,0 +1,79 @@
+#include "shells/linux/views/settings_list.h"
+
+#include "shells/linux/views/item_row_widget.h"
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "views/settings/item_row_style.h"
+
+#include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr int listInset = 8; // pixels around the rows
+constexpr double highlightRadius = 6;
+constexpr double selectedShare = 0.22; // of the accent colour, while the list has the keys
+constexpr double inactiveSelectedOpacity = 0.09; // of the text colour, while it has not
+
+} // namespace
+
+SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
+    : view_(view), fileIcons_(std::move(fileIcons)) {}
+
+int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
+
+int SettingsRows::heightOf(int row, int width) const {
+    const LauncherItem& item = view_.items()[static_cast<std::size_t>(row)];
+    return ItemRowWidget::heightFor(toQString(item.title), toQString(rawValue(item.type)), width);
+}
+
+QString SettingsRows::titleOf(int row) const {
+    return toQString(view_.items()[static_cast<std::size_t>(row)].title);
+}
+
+ListRow* SettingsRows::makeRow(QWidget* parent) { return new ItemRowWidget(parent); }
+
+void SettingsRows::bindRow(ListRow& row, int index) {
+    ItemRow item = view_.row(static_cast<std::size_t>(index));
+    const QPixmap picture =
+        itemPicture(view_.manager().icon(item.item), fileIcons_, sizeFor(item_row_style::iconSize),
+                    row.devicePixelRatioF(), colorFor(style::ColorLevel::primary, row.palette()));
+    static_cast<ItemRowWidget&>(row).bind(std::move(item), picture);
+}
+
+SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
+    : RowList(rows,
+              {.kind = Kind::selection,
+               .scrollBar = ScrollBar::asNeeded,
+               .padding = QMargins(listInset, listInset, listInset, listInset)},
+              parent) {}
+
+void SettingsList::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    const QColor ground = palette().color(QPalette::Active, QPalette::Base);
+    painter.fillRect(event->rect(), ground);
+    const bool active = hasFocus() && isActiveWindow();
+    if (currentRow() >= 0) {
+        const QColor accent = colorFor(style::ColorLevel::accent, palette());
+        fillRounded(painter, rowRect(currentRow()), highlightRadius,
+                    active ? mixed(ground, accent, selectedShare)
+                           : washColor(palette(), inactiveSelectedOpacity));
+    } else if (active) {
+        drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
+                      palette());
+    }
+}
+
+void SettingsList::changeEvent(QEvent* event) {
+    RowList::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange) {
+        viewport()->update();
+    }
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,236 @@
+#include "shells/linux/views/settings_widget.h"
+
+#include "shells/linux/views/item_editor_form.h"
+#include "shells/linux/views/item_row_widget.h"
+#include "shells/linux/views/kit/accessible_texts.h"
+#include "shells/linux/views/kit/divider.h"
+#include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/kit/toolbar_button.h"
+#include "shells/linux/views/settings_list.h"
+#include "shells/linux/views/sheet.h"
+#include "views/settings/settings_style.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+                               QWidget* parent)
+    : QWidget(parent),
+      view_(std::move(view)),
+      rows_(std::make_unique<SettingsRows>(*view_, std::move(fileIcons))) {
+    setMinimumSize(sizeFor(settings_style::minimumSize));
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins({});
+    content_ = new QWidget;
+    whole->addWidget(content_);
+
+    auto* column = new QVBoxLayout(content_);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(makeToolbar());
+    column->addWidget(new Divider);
+    list_ = new SettingsList(*rows_);
+    list_->setAccessibleName(textFor(accessible_texts::itemList));
+    column->addWidget(list_, 1);
+    placeholder_ = makePlaceholder();
+    column->addWidget(placeholder_, 1);
+
+    connectList();
+    viewWillChange_ = view_->objectWillChange.subscribe([this] { scheduleRedraw(); });
+    itemsWillChange_ =
+        view_->manager().objectWillChange.subscribe([this] { itemsChanged_ = true; });
+    redraw();
+}
+
+SettingsWidget::~SettingsWidget() {
+    // The rows and the form refer to what the view owns.
+    delete sheet_;
+    delete content_;
+}
+
+QWidget* SettingsWidget::makeToolbar() {
+    auto* strip = new QWidget;
+    auto* line = new QHBoxLayout(strip);
+    line->setContentsMargins(marginsFor(settings_style::toolbar::padding));
+    line->setSpacing(0);
+    std::size_t index = 0;
+    for (const kestrel::ToolbarButton& description : view_->toolbarButtons()) {
+        auto* button =
+            new ToolbarButton(toQString(description.label), std::string(description.icon));
+        connect(button, &QAbstractButton::clicked, this,
+                [this, index] { view_->toolbarButtons().at(index).action(); });
+        line->addWidget(button);
+        toolbarButtons_.push_back(button);
+        ++index;
+    }
+    line->addStretch(1);
+    return strip;
+}
+
+QWidget* SettingsWidget::makePlaceholder() {
+    namespace style_of = settings_style::empty_placeholder;
+    auto* area = new QWidget;
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins({});
+    column->setSpacing(pixels(style_of::spacing));
+    column->addStretch(1);
+    column->addWidget(new SymbolLabel(style_of::symbol), 0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(textFor(style_of::title), style_of::titleStyle), 0,
+                      Qt::AlignHCenter);
+    auto* hint = new TextLabel(textFor(style_of::hint), style_of::hintStyle);
+    hint->setMaximumTextWidth(pixels(style_of::hintMaximumWidth));
+    hint->setAlignment(Qt::AlignHCenter);
+    column->addWidget(hint, 0, Qt::AlignHCenter);
+    column->addSpacing(pixels(style_of::buttonTopPadding));
+    auto* button = new PushButton(textFor(style_of::button), PushButton::Look::prominent);
+    connect(button, &QAbstractButton::clicked, this, [this] { view_->addClicked(); });
+    column->addWidget(button, 0, Qt::AlignHCenter);
+    column->addStretch(1);
+    placeholderButton_ = button;
+    return area;
+}
+
+void SettingsWidget::connectList() {
+    connect(list_, &RowList::rowPicked, this, [this](int row) { view_->setSelectedID(idAt(row)); });
+    connect(list_, &RowList::activated, this, [this](int row) {
+        view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
+    });
+    connect(list_, &RowList::typed, this,
+            [this](const QString& text) { view_->typed(text.toStdString()); });
+    connect(list_, &RowList::moveRequested, this, [this](int row, int destination) {
+        view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
+    });
+    connect(list_, &RowList::moveCurrentRequested, this, [this](RowList::Direction direction) {
+        view_->moveSelectedRow(direction == RowList::Direction::up ? SettingsView::Direction::up
+                                                                   : SettingsView::Direction::down);
+    });
+    connect(list_, &RowList::deleteCurrentRequested, this, [this] { view_->deleteSelectedRow(); });
+    connect(list_, &RowList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
+}
+
+std::optional<Uuid> SettingsWidget::idAt(int row) const {
+    if (row < 0 || row >= rows_->count()) {
+        return std::nullopt;
+    }
+    return view_->items()[static_cast<std::size_t>(row)].id;
+}
+
+int SettingsWidget::selectedRow() const {
+    const auto& id = view_->selectedID();
+    const auto position = id ? view_->items().positionOf(*id) : std::nullopt;
+    return position ? static_cast<int>(*position) : -1;
+}
+
+void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
+    if (auto* widget = qobject_cast<ItemRowWidget*>(list_->realisedRow(row))) {
+        widget->popUpMenu(globalPosition);
+    }
+}
+
+// The signals fire before the change, so the state is read in the next turn of the event loop.
+void SettingsWidget::scheduleRedraw() {
+    if (!std::exchange(redrawScheduled_, true)) {
+        QMetaObject::invokeMethod(this, &SettingsWidget::redraw, Qt::QueuedConnection);
+    }
+}
+
+void SettingsWidget::redraw() {
+    redrawScheduled_ = false;
+    redrawToolbar();
+    redrawList();
+    redrawSheet();
+}
+
+void SettingsWidget::redrawToolbar() {
+    const auto descriptions = view_->toolbarButtons();
+    for (std::size_t index = 0; index < descriptions.size(); ++index) {
+        toolbarButtons_[index]->setEnabled(descriptions.at(index).enabled);
+    }
+}
+
+void SettingsWidget::redrawList() {
+    if (std::exchange(itemsChanged_, false)) {
+        list_->reload();
+    } else {
+        list_->refresh();
+    }
+    list_->setCurrentRow(selectedRow());
+    const bool empty = view_->items().empty();
+    if (list_->isHidden() == empty && placeholder_->isHidden() != empty) {
+        return;
+    }
+    const bool hadFocus = content_->isAncestorOf(QApplication::focusWidget());
+    list_->setVisible(!empty);
+    placeholder_->setVisible(empty);
+    setFocusProxy(empty ? placeholderButton_ : list_);
+    if (hadFocus) {
+        focusContent();
+    }
+}
+
+// Both sheets may be asked for; the second waits until the first has closed.
+void SettingsWidget::redrawSheet() {
+    const bool addGone = presented_ == PresentedSheet::add && !view_->showAddSheet();
+    const bool editGone = presented_ == PresentedSheet::edit && !view_->itemToEdit();
+    if (addGone || editGone) {
+        presented_ = PresentedSheet::none;
+        closeSheet();
+    }
+    if (presented_ == PresentedSheet::none && view_->showAddSheet()) {
+        present(PresentedSheet::add, view_->makeAddSheet());
+    } else if (presented_ == PresentedSheet::none && view_->itemToEdit()) {
+        present(PresentedSheet::edit, view_->makeEditSheet());
+    }
+}
+
+void SettingsWidget::present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form) {
+    presented_ = kind;
+    form->dismiss = [this, kind] { dismiss(kind); };
+    const QString name = textFor(form->header());
+    auto* content = new ItemEditorForm(std::move(form));
+    sheet_ = new Sheet(*content, name, *content_, *this);
+    content->focusFirstField();
+}
+
+// The sheet goes at once, so that no further key reaches a form that is done.
+void SettingsWidget::dismiss(PresentedSheet kind) {
+    closeSheet();
+    if (kind == PresentedSheet::add) {
+        view_->addSheetClosed();
+    } else {
+        view_->editSheetClosed();
+    }
+}
+
+void SettingsWidget::closeSheet() {
+    if (Sheet* sheet = std::exchange(sheet_, nullptr).data()) {
+        sheet->close();
+    }
+}
+
+ItemEditorForm* SettingsWidget::form() const {
+    const Sheet* sheet = sheet_.data();
+    return sheet == nullptr ? nullptr : qobject_cast<ItemEditorForm*>(&sheet->content());
+}
+
+void SettingsWidget::focusContent() {
+    if (sheet_ == nullptr) {
+        (view_->items().empty() ? placeholderButton_ : list_)->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void SettingsWidget::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!isAncestorOf(QApplication::focusWidget())) {
+        focusContent();
+    }
+}
+
+} // namespace kestrel::linux_shell

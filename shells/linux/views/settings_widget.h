@@ -1,0 +1,81 @@
+#pragma once
+// The whole content of the settings window: toolbar strip, list or placeholder, and the sheet. It
+// draws a SettingsView, which it owns, and hands every intent of the user to it.
+
+#include "shells/linux/views/kit/item_picture.h"
+#include "store/will_change_signal.h"
+#include "views/settings/settings_view.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kestrel::linux_shell {
+
+class ItemEditorForm;
+class SettingsList;
+class SettingsRows;
+class Sheet;
+class ToolbarButton;
+
+class SettingsWidget : public QWidget {
+    Q_OBJECT
+
+  public:
+    SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+                   QWidget* parent = nullptr);
+    ~SettingsWidget() override;
+
+    SettingsView& view() { return *view_; }
+    SettingsList& list() const { return *list_; }
+
+    /// Shown instead of the list while there are no items.
+    QWidget& placeholder() const { return *placeholder_; }
+
+    /// "Add", "Edit" and "Delete".
+    const std::vector<ToolbarButton*>& toolbarButtons() const { return toolbarButtons_; }
+
+    /// The form of the open sheet; null while none is open.
+    ItemEditorForm* form() const;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    enum class PresentedSheet { none, add, edit };
+
+    QWidget* makeToolbar();
+    QWidget* makePlaceholder();
+    void connectList();
+    std::optional<Uuid> idAt(int row) const;
+    int selectedRow() const;
+    void showContextMenu(int row, QPoint globalPosition);
+    void scheduleRedraw();
+    void redraw();
+    void redrawToolbar();
+    void redrawList();
+    void redrawSheet();
+    void present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form);
+    void dismiss(PresentedSheet kind);
+    void closeSheet();
+    void focusContent();
+
+    std::unique_ptr<SettingsView> view_;
+    std::unique_ptr<SettingsRows> rows_;
+    QWidget* content_ = nullptr; ///< all but the sheet
+    std::vector<ToolbarButton*> toolbarButtons_;
+    SettingsList* list_ = nullptr;
+    QWidget* placeholder_ = nullptr;
+    QWidget* placeholderButton_ = nullptr;
+    QPointer<Sheet> sheet_;
+    PresentedSheet presented_ = PresentedSheet::none;
+    bool redrawScheduled_ = false;
+    bool itemsChanged_ = true;
+    Subscription viewWillChange_;
+    Subscription itemsWillChange_;
+};
+
+} // namespace kestrel::linux_shell
