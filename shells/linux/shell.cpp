@@ -40,8 +40,7 @@ Shell::Shell(QApplication& application)
       terminal_(launchWorker_),
       application_(application),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
-      viewHosts_(
-          [this](const QString& path) { return fileIcons_.iconForFile(path.toStdString()); }),
+      viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       delegate_({.store = {.mainQueue = mainQueue_,
                            .userDefaults = userDefaults_,
                            .cloud = cloud_,

@@ -134,7 +134,7 @@ bool activate(const std::string& path, const std::optional<std::string>& uri) {
     if (!name)
         return false;
     const ObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (!bus)
+    if (!bus || g_dbus_connection_is_closed(bus.get()))
         return false;
     // The shared connection would end the whole program together with the bus.
     g_dbus_connection_set_exit_on_close(bus.get(), FALSE);

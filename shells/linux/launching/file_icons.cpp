@@ -152,8 +152,11 @@ struct FileIcons::Cache {
 };
 
 FileIcons::FileIcons() : cache_(std::make_unique<Cache>()) {
-    const QString theme = QIcon::themeName();
-    if (theme.isEmpty() || theme == QLatin1String("hicolor"))
+    const QString bare = QStringLiteral("hicolor");
+    // Without a theme of any name Qt does not look for the fallback one.
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(bare);
+    if (QIcon::themeName() == bare)
         QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
 }
 

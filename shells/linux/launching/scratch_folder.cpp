@@ -95,8 +95,7 @@ bool writeFile(int folder, const ScratchFile& file) {
     const mode_t mode = file.executable ? 0700 : 0600;
     const Descriptor output(
         ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    // The umask may have taken bits that the shell needs.
-    return output && ::fchmod(output.number(), mode) == 0 && writeAll(output.number(), file.bytes);
+    return output && writeAll(output.number(), file.bytes);
 }
 
 bool fill(const std::string& folder, std::span<const ScratchFile> files) {

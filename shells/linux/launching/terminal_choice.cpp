@@ -46,6 +46,13 @@ std::string_view flagOf(std::string_view name) {
     return "-e";
 }
 
+/// The name of the program. x-terminal-emulator may be any of them: the name of what it leads to.
+std::string realName(const TerminalSurroundings& surroundings, const std::string& program) {
+    const bool alternative = baseName(program) == "x-terminal-emulator";
+    const std::string path = alternative ? surroundings.resolve(program) : program;
+    return std::string(baseName(path));
+}
+
 std::optional<TerminalCommand> find(const TerminalSurroundings& surroundings,
                                     std::string_view name) {
     // foot draws on Wayland only.
@@ -54,11 +61,9 @@ std::optional<TerminalCommand> find(const TerminalSurroundings& surroundings,
     const auto program = surroundings.findProgram(std::string(name));
     if (!program)
         return std::nullopt;
-    // x-terminal-emulator may be any of them: judged by what it leads to. A ".wrapper" there exists
-    // to understand -e, whatever the terminal behind it takes.
-    const bool alternative = baseName(name) == "x-terminal-emulator";
-    const std::string known = alternative ? surroundings.resolve(*program) : std::string(name);
-    return TerminalCommand{.program = *program, .flag = std::string(flagOf(baseName(known)))};
+    // A ".wrapper" exists to understand -e, whatever the terminal behind it takes.
+    const std::string known = realName(surroundings, *program);
+    return TerminalCommand{.program = *program, .flag = std::string(flagOf(known))};
 }
 
 std::optional<TerminalCommand> findFirst(const TerminalSurroundings& surroundings,
@@ -136,13 +141,12 @@ TerminalSurroundings processSurroundings() {
     };
 }
 
-std::string terminalName(const TerminalSurroundings& surroundings, std::string_view program) {
+std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program) {
     constexpr std::string_view wrapper = ".wrapper";
-    const std::string resolved = surroundings.resolve(std::string(program));
-    std::string_view name = baseName(resolved);
+    std::string name = realName(surroundings, program);
     if (name.ends_with(wrapper))
-        name.remove_suffix(wrapper.size());
-    return std::string(name);
+        name.resize(name.size() - wrapper.size());
+    return name;
 }
 
 } // namespace kestrel::linux_shell

@@ -43,8 +43,8 @@ std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalSurroundings&
 /// The surroundings of this process, read now.
 TerminalSurroundings processSurroundings();
 
-/// The last component of the program's path with every link followed, without the ".wrapper" of
-/// Debian's alternatives: the name that a desktop entry would call it by.
-std::string terminalName(const TerminalSurroundings& surroundings, std::string_view program);
+/// The name by which a desktop entry would call the program at that path: its last component, for
+/// x-terminal-emulator that of what it leads to, without the ".wrapper" of Debian's alternatives.
+std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program);
 
 } // namespace kestrel::linux_shell

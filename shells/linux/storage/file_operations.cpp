@@ -26,6 +26,10 @@ int FileOperations::status(int descriptor, struct stat& status) {
     return ::fstat(descriptor, &status);
 }
 
+int FileOperations::statusAt(int directory, const char* name, struct stat& status) {
+    return ::fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW);
+}
+
 int FileOperations::changeModeAt(int directory, const char* name, mode_t mode) {
     return ::fchmodat(directory, name, mode, 0);
 }

@@ -22,6 +22,8 @@ class FileOperations {
     virtual ssize_t write(int descriptor, const char* bytes, std::size_t size);
     virtual int sync(int descriptor);
     virtual int status(int descriptor, struct stat& status);
+    /// Of the name itself, be it a link.
+    virtual int statusAt(int directory, const char* name, struct stat& status);
     virtual int changeModeAt(int directory, const char* name, mode_t mode);
     virtual ssize_t readLinkAt(int directory, const char* name, char* buffer, std::size_t size);
     virtual int renameAt(int directory, const char* from, const char* to);

@@ -81,7 +81,7 @@ bool FileStore::write(std::string_view key, std::string_view data) {
     if (missing_ == MissingDirectory::create && !makeDirectories(operations_, directory_))
         return false;
     const std::optional<Place> place = find(key);
-    if (!place)
+    if (!place || !isReplaceable(*place))
         return false;
     removeStaleTemporaries(*place);
     const std::optional<std::string> temporary = writeTemporary(*place, data);
@@ -121,6 +121,13 @@ std::optional<FileStore::Place> FileStore::find(std::string_view key) const {
         place.name = std::move(target);
     }
     return std::nullopt;
+}
+
+bool FileStore::isReplaceable(const Place& place) const {
+    struct stat status {};
+    if (operations_.statusAt(place.directory.number(), place.name.c_str(), status) != 0)
+        return errno == ENOENT;
+    return S_ISREG(status.st_mode);
 }
 
 void FileStore::removeStaleTemporaries(const Place& place) const {

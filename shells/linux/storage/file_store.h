@@ -37,8 +37,9 @@ class FileStore {
     [[nodiscard]] std::optional<std::string> read(std::string_view key) const;
 
     /// Puts `data` under `key`, atomically and durably, with mode 0600. True when it is stored;
-    /// otherwise the old value is there, whole, and nothing is left behind. A write that the end
-    /// of the process cut short leaves a temporary file, which the next write of the key removes.
+    /// otherwise the old value is there, whole, and nothing is left behind. What is not a regular
+    /// file, a directory or a device, is never replaced. A write that the end of the process cut
+    /// short leaves a temporary file, which the next write of the key removes.
     bool write(std::string_view key, std::string_view data);
 
   private:
@@ -50,6 +51,7 @@ class FileStore {
 
     [[nodiscard]] Descriptor open(int directory, const char* name, int flags) const;
     [[nodiscard]] std::optional<Place> find(std::string_view key) const;
+    [[nodiscard]] bool isReplaceable(const Place& place) const;
     void removeStaleTemporaries(const Place& place) const;
     [[nodiscard]] std::optional<std::string> writeTemporary(const Place& place,
                                                             std::string_view data) const;
