@@ -1,6 +1,7 @@
 // A terminal without a window: runs what follows its option (-e, -x or --) in a pseudo-terminal,
 // writes what appears there to $HOME/transcript and types what is written to the pipe $HOME/keys.
-// Its own arguments go to $HOME/terminal.arguments, its process id to $HOME/terminal.pid.
+// Its own arguments go to $HOME/terminal.arguments; $HOME/terminal.pid gets its process id as one
+// more line.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -50,7 +51,7 @@ int main(int count, char** arguments) {
     for (int i = 1; i < count; ++i)
         log << arguments[i] << '\0';
     log.close();
-    std::ofstream(folder + "/terminal.pid") << ::getpid() << '\n';
+    std::ofstream(folder + "/terminal.pid", std::ios::app) << ::getpid() << '\n';
 
     int first = 1;
     for (const std::string_view option : {"-e", "-x", "--"})
