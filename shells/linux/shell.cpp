@@ -67,7 +67,7 @@ void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
     QTimer::singleShot(panelPatience, statusBar_.item(), [this] {
-        if (!statusBar_.item()->hasPanel()) {
+        if (!statusBar_.item()->hasHadPanel()) {
             reopen();
         }
     });
