@@ -1,0 +1,45 @@
+#pragma once
+// A transparent window over all screens, for X11 windows inside a Wayland session. There the X
+// server does not know where the pointer is while it is over a Wayland window, nor does it see
+// clicks on one; over this window it does both.
+
+#include <QElapsedTimer>
+#include <QPoint>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only.
+class PointerCatcher final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit PointerCatcher(std::function<void()> clicked);
+
+    /// Covers the screens; every click on them is the window's from now on, until it is hidden.
+    void cover();
+
+    /// Covers the screens and calls `found` once with the pointer's true position, within 0.8 s.
+    /// Hiding the window calls it off.
+    void find(std::function<void(QPoint)> found);
+
+  protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    void look();
+
+    std::function<void()> clicked_;
+    std::function<void(QPoint)> found_;
+    QTimer looking_;
+    QElapsedTimer sinceStart_;
+    QPoint stalePosition_;
+    std::optional<QPoint> lastFound_;
+};
+
+} // namespace kestrel::linux_shell

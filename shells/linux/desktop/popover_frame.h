@@ -1,0 +1,23 @@
+#pragma once
+// How the popover looks around its content: corners, hairline and shadow, in the desktop's colours.
+
+#include <QPainter>
+#include <QPalette>
+#include <QRect>
+#include <QRegion>
+
+namespace kestrel::linux_shell::popover_frame {
+
+/// The space in device-independent pixels that the shadow takes on each side.
+inline constexpr int shadowMargin = 20;
+
+/// The shadow of a popover whose content fills `content`.
+void paintShadow(QPainter& painter, const QRect& content);
+
+/// The ground that the content stands on, with a hairline around it.
+void paintGround(QPainter& painter, const QRect& content, const QPalette& palette);
+
+/// The part of `content` inside the rounded corners.
+QRegion shape(const QRect& content);
+
+} // namespace kestrel::linux_shell::popover_frame

@@ -1,0 +1,71 @@
+#pragma once
+// The drop-down under the status icon: a borderless window with rounded corners, a hairline and,
+// where windows are blended, a shadow. It closes on Escape, on a click elsewhere and when the
+// program loses the focus.
+
+#include "platform/popover.h"
+#include "shells/linux/desktop/anchored_button.h"
+#include "shells/linux/desktop/pointer_catcher.h"
+#include "shells/linux/desktop/popover_placement.h"
+#include "shells/linux/desktop/widget_controller.h"
+
+#include <QElapsedTimer>
+#include <QPropertyAnimation>
+#include <QTimer>
+#include <QWidget>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only. Its button must be an AnchoredButton and its controller a WidgetController.
+class PopoverWindow final : public QWidget, public Popover {
+    Q_OBJECT
+
+  public:
+    PopoverWindow();
+    ~PopoverWindow() override;
+    PopoverWindow(const PopoverWindow&) = delete;
+    PopoverWindow& operator=(const PopoverWindow&) = delete;
+
+    void setContentViewController(std::unique_ptr<HostingController> controller) override;
+    HostingController* contentViewController() override { return controller_.get(); }
+    void setContentSize(Size size) override;
+    void setBehavior(PopoverBehavior behavior) override { behavior_ = behavior; }
+    void setAnimates(bool animates) override { animates_ = animates; }
+    bool isShown() const override;
+    void showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) override;
+    void performClose() override;
+
+    /// Does ahead of time what the first opening would otherwise spend its time on.
+    void prepare();
+
+  protected:
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void open(const PopoverAnchor& anchor);
+    void showAt(const QRect& content);
+    void layOut();
+    void grabInput();
+    void fadeIn();
+    QRect contentRect() const;
+
+    std::unique_ptr<WidgetController> controller_;
+    std::unique_ptr<PointerCatcher> catcher_;
+    QSize contentSize_{0, 0};
+    int margin_ = 0;
+    PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
+    bool animates_ = false;
+    bool pressedOutside_ = false;
+    QTimer grabRetry_;
+    QElapsedTimer sinceShown_;
+    QPropertyAnimation fade_;
+};
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,78 @@
+#include "shells/linux/desktop/single_instance.h"
+
+#include "shells/linux/desktop/application_adaptor.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+namespace {
+
+const QString serviceName = QStringLiteral("app.kestrel.Kestrel");
+const QString objectPath = QStringLiteral("/app/kestrel/Kestrel");
+
+constexpr int longestAnswer = 3000; // milliseconds
+
+QVariantMap platformData() {
+    QVariantMap data;
+    const auto add = [&data](const char* variable, const QString& key) {
+        if (qEnvironmentVariableIsSet(variable)) {
+            data.insert(key, qEnvironmentVariable(variable));
+        }
+    };
+    add("XDG_ACTIVATION_TOKEN", QStringLiteral("activation-token"));
+    add("DESKTOP_STARTUP_ID", QStringLiteral("desktop-startup-id"));
+    return data;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QDBusConnection& bus)
+    : bus_(bus), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
+    new ApplicationAdaptor(*this);
+    // They speak of this process and must not reach those that it launches.
+    qunsetenv("DBUS_STARTER_BUS_TYPE");
+    qunsetenv("DBUS_STARTER_ADDRESS");
+}
+
+SingleInstance::~SingleInstance() {
+    if (isFirst_ && bus_.isConnected()) {
+        bus_.unregisterService(serviceName);
+        bus_.unregisterObject(objectPath);
+    }
+}
+
+void SingleInstance::activate() {
+    if (!std::exchange(isStartedByBus_, false)) {
+        Q_EMIT activated();
+    }
+}
+
+// The object is there before the name is: who starts the program by its name calls it at once.
+SingleInstance::Role SingleInstance::claim() {
+    if (!bus_.isConnected()) {
+        return Role::first;
+    }
+    bus_.registerObject(objectPath, this);
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
+        bus_.interface()->registerService(serviceName);
+    if (reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceNotRegistered) {
+        bus_.unregisterObject(objectPath);
+        activateOther();
+        return Role::second;
+    }
+    isFirst_ = true;
+    return Role::first;
+}
+
+void SingleInstance::activateOther() {
+    auto call = QDBusMessage::createMethodCall(serviceName, objectPath,
+                                               QStringLiteral("org.freedesktop.Application"),
+                                               QStringLiteral("Activate"));
+    call << platformData();
+    bus_.call(call, QDBus::Block, longestAnswer);
+}
+
+} // namespace kestrel::linux_shell

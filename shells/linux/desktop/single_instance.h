@@ -1,0 +1,43 @@
+#pragma once
+// One running program for each session, known by its D-Bus name. Starting it again, from a menu or
+// by hand, activates the one that runs.
+
+#include <QDBusConnection>
+#include <QObject>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only. Without a session bus this program is taken for the only one.
+class SingleInstance final : public QObject {
+    Q_OBJECT
+
+  public:
+    enum class Role {
+        first,  ///< this process is the program
+        second, ///< another one is, and has been activated: end
+    };
+
+    explicit SingleInstance(const QDBusConnection& bus);
+    ~SingleInstance() override;
+    SingleInstance(const SingleInstance&) = delete;
+    SingleInstance& operator=(const SingleInstance&) = delete;
+
+    /// Claims the name. Waits for the other program's answer when there is one, at most 3 s.
+    Role claim();
+
+  Q_SIGNALS:
+    /// The user has started the program once more. Comes from the event loop. Not for the start of
+    /// this very process, which the bus announces likewise when it is the one that starts it.
+    void activated();
+
+  private:
+    friend class ApplicationAdaptor;
+    void activate();
+    void activateOther();
+
+    QDBusConnection bus_;
+    bool isFirst_ = false;
+    bool isStartedByBus_;
+};
+
+} // namespace kestrel::linux_shell

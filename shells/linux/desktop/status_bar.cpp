@@ -1,0 +1,188 @@
+#include "shells/linux/desktop/status_bar.h"
+
+#include "shells/linux/desktop/template_icon.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QPalette>
+
+#include <array>
+#include <chrono>
+
+namespace kestrel::linux_shell {
+namespace {
+
+// The sizes in pixels that panels show icons at, on plain and on dense screens.
+constexpr std::array<int, 6> iconSizes{16, 22, 24, 32, 48, 64};
+
+const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
+
+// Panels that know both protocols often offer the older one first.
+constexpr std::chrono::milliseconds notifierHeadStart{1000};
+
+// A panel paints its background some time after the icon, and anew when its theme changes.
+constexpr std::chrono::milliseconds panelSettles{300};
+
+} // namespace
+
+void LinuxStatusButton::setImage(std::shared_ptr<Image> image) {
+    image_ = std::move(image);
+    item_.updateIcon();
+}
+
+void LinuxStatusButton::setImageIsTemplate(bool isTemplate) {
+    isTemplate_ = isTemplate;
+    item_.updateIcon();
+}
+
+void LinuxStatusButton::setAction(std::function<void(StatusBarButton&)> action) {
+    action_ = std::move(action);
+}
+
+PopoverAnchor LinuxStatusButton::anchor() const { return item_.anchor(); }
+
+void LinuxStatusButton::sendAction() {
+    if (action_) {
+        action_(*this);
+    }
+}
+
+LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer renderer)
+    : renderer_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
+          trayColor_.reset();
+          choosePanel();
+      }) {
+    patience_.setSingleShot(true);
+    patience_.setInterval(notifierHeadStart);
+    connect(&patience_, &QTimer::timeout, this, &LinuxStatusItem::showXEmbedIcon);
+    settling_.setSingleShot(true);
+    settling_.setInterval(panelSettles);
+    connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
+    connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
+    connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::clicked);
+    qApp->installEventFilter(this);
+    choosePanel();
+}
+
+bool LinuxStatusItem::hasPanel() const { return notifier_.hasHost() || x11::hasTray(); }
+
+void LinuxStatusItem::clicked() {
+    lastClick_ = QCursor::pos();
+    isClick_ = true;
+    button_.sendAction();
+    isClick_ = false;
+}
+
+PopoverAnchor LinuxStatusItem::anchor() const {
+    using enum PopoverAnchor::Kind;
+    // The X server inside a Wayland session knows neither the panel nor where the pointer is over
+    // it.
+    if (x11::isXWayland()) {
+        return {.kind = isClick_ ? hiddenPointer : corner, .icon = {}, .point = {}};
+    }
+    const QRect docked = xembed_ != nullptr ? xembed_->geometry() : QRect();
+    if (!docked.isEmpty()) {
+        return {.kind = icon, .icon = docked, .point = {}};
+    }
+    if (lastClick_ && hasPanel()) {
+        return {.kind = pointer, .icon = {}, .point = *lastClick_};
+    }
+    return {};
+}
+
+// StatusNotifierItem is the better protocol: the icon moves to it whenever it is offered.
+void LinuxStatusItem::choosePanel() {
+    if (notifier_.hasHost()) {
+        patience_.stop();
+        xembed_.reset();
+        return;
+    }
+    lastClick_.reset();
+    if (xembed_ == nullptr && x11::hasTray() && !patience_.isActive()) {
+        patience_.start();
+    }
+}
+
+void LinuxStatusItem::showXEmbedIcon() {
+    if (notifier_.hasHost() || !x11::hasTray()) {
+        return;
+    }
+    trayColor_.reset();
+    xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
+    connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
+    connect(xembed_.get(), &XEmbedIcon::painted, &settling_, qOverload<>(&QTimer::start));
+}
+
+// A panel that does not name its colours is looked at: the icon's corners show its background. A
+// change of colour paints the icon again and has this look once more, which then finds no other.
+void LinuxStatusItem::sampleBackground() {
+    if (xembed_ == nullptr || QApplication::activePopupWidget() != nullptr) {
+        return;
+    }
+    const QImage background = xembed_->grab();
+    const auto color = background.isNull() ? trayColor_ : contrastingColor(background);
+    if (color != trayColor_) {
+        trayColor_ = color;
+        updateIcon();
+    }
+}
+
+QImage LinuxStatusItem::drawn(int pixels, const QColor& color) const {
+    if (button_.image() == nullptr) {
+        QImage nothing(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+        nothing.fill(Qt::transparent);
+        return nothing;
+    }
+    const QImage image = renderer_(*button_.image(), pixels);
+    return button_.isTemplate() ? tinted(image, color) : image;
+}
+
+void LinuxStatusItem::updateIcon() {
+    if (button_.image() == nullptr) {
+        return;
+    }
+    const QColor panelText = QApplication::palette().color(QPalette::WindowText);
+    QList<QImage> images;
+    for (const int size : iconSizes) {
+        images.append(drawn(size, panelText));
+    }
+    const bool isThemed = button_.isTemplate() && QIcon::hasThemeIcon(themeName);
+    notifier_.setIcon(images, isThemed ? themeName : QString());
+    if (xembed_ != nullptr) {
+        xembed_->setIcon(xembedIcon());
+    }
+}
+
+QIcon LinuxStatusItem::xembedIcon() const {
+    const auto named = x11::trayForeground();
+    const QColor color = named        ? *named
+                         : trayColor_ ? *trayColor_
+                                      : QApplication::palette().color(QPalette::WindowText);
+    QIcon icon;
+    for (const int size : iconSizes) {
+        icon.addPixmap(QPixmap::fromImage(drawn(size, color)));
+    }
+    return icon;
+}
+
+bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == qApp && (event->type() == QEvent::ApplicationPaletteChange ||
+                            event->type() == QEvent::ThemeChange)) {
+        trayColor_.reset();
+        updateIcon();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+LinuxStatusBar::LinuxStatusBar(const QDBusConnection& bus, IconRenderer renderer)
+    : bus_(bus), renderer_(std::move(renderer)) {}
+
+// Panels decide the width of their icons themselves.
+std::unique_ptr<StatusItem> LinuxStatusBar::statusItemWithLength(double length) {
+    static_cast<void>(length);
+    auto item = std::make_unique<LinuxStatusItem>(bus_, renderer_);
+    item_ = item.get();
+    return item;
+}
+
+} // namespace kestrel::linux_shell

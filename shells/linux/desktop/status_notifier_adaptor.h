@@ -1,0 +1,94 @@
+#pragma once
+// The object that a panel sees on D-Bus: the properties and methods of org.kde.StatusNotifierItem.
+
+#include "shells/linux/desktop/status_notifier_item.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
+
+namespace kestrel::linux_shell {
+
+/// A picture in the protocol's form.
+struct StatusNotifierImage {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels; ///< 32-bit ARGB, big-endian, row by row
+};
+using StatusNotifierImages = QList<StatusNotifierImage>;
+
+struct StatusNotifierToolTip {
+    QString iconName;
+    StatusNotifierImages images;
+    QString title;
+    QString description;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const StatusNotifierImage& image);
+const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierImage& image);
+QDBusArgument& operator<<(QDBusArgument& argument, const StatusNotifierToolTip& toolTip);
+const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierToolTip& toolTip);
+
+/// `image` in the protocol's form.
+StatusNotifierImage statusNotifierImage(const QImage& image);
+
+/// Belongs to its item.
+class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category)
+    Q_PROPERTY(QString Id READ id)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(int WindowId READ windowId)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+    Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString IconAccessibleDesc READ title)
+    Q_PROPERTY(QString OverlayIconName READ nothing)
+    Q_PROPERTY(QString AttentionIconName READ nothing)
+    Q_PROPERTY(kestrel::linux_shell::StatusNotifierToolTip ToolTip READ toolTip)
+
+  public:
+    explicit StatusNotifierAdaptor(StatusNotifierItem& item);
+
+    QString category() const { return QStringLiteral("ApplicationStatus"); }
+    QString id() const { return QStringLiteral("app.kestrel.Kestrel"); }
+    QString title() const { return QStringLiteral("Kestrel"); }
+    QString status() const { return QStringLiteral("Active"); }
+    int windowId() const { return 0; }
+    bool itemIsMenu() const { return false; }
+    QString iconName() const { return item_.themeName(); }
+    StatusNotifierImages iconPixmap() const;
+    QString nothing() const { return {}; }
+    StatusNotifierToolTip toolTip() const;
+
+  public Q_SLOTS:
+    // Several panels send rubbish coordinates, so none are used.
+    void Activate(int x, int y);
+    // The icon has no menu and no other actions; a panel that has no object to call for them
+    // makes up one of its own.
+    void SecondaryActivate(int x, int y) {
+        Q_UNUSED(x)
+        Q_UNUSED(y)
+    }
+    void ContextMenu(int x, int y) {
+        Q_UNUSED(x)
+        Q_UNUSED(y)
+    }
+    void Scroll(int delta, const QString& orientation) {
+        Q_UNUSED(delta)
+        Q_UNUSED(orientation)
+    }
+
+  Q_SIGNALS:
+    void NewIcon();
+    void NewStatus(const QString& status);
+
+  private:
+    StatusNotifierItem& item_;
+};
+
+} // namespace kestrel::linux_shell
+
+Q_DECLARE_METATYPE(kestrel::linux_shell::StatusNotifierImage)
+Q_DECLARE_METATYPE(kestrel::linux_shell::StatusNotifierToolTip)

@@ -1,0 +1,99 @@
+#include "shells/linux/desktop/status_notifier_item.h"
+
+#include "shells/linux/desktop/status_notifier_adaptor.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QTimer>
+
+#include <chrono>
+
+namespace kestrel::linux_shell {
+namespace {
+
+constexpr QLatin1String watcherService("org.kde.StatusNotifierWatcher");
+constexpr QLatin1String watcherPath("/StatusNotifierWatcher");
+constexpr QLatin1String itemPath("/StatusNotifierItem");
+
+// Some bars lose the icon of an item that registers while they are still starting, and show it
+// when it changes after that.
+constexpr std::chrono::milliseconds barStartTime{1000};
+
+QDBusMessage watcherCall(QLatin1String interface, QLatin1String method) {
+    auto message = QDBusMessage::createMethodCall(watcherService, watcherPath, interface, method);
+    message.setAutoStartService(false);
+    return message;
+}
+
+} // namespace
+
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus)
+    : bus_(bus),
+      watcher_(watcherService, bus,
+               QDBusServiceWatcher::WatchForRegistration |
+                   QDBusServiceWatcher::WatchForUnregistration),
+      serviceName_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
+                       .arg(QCoreApplication::applicationPid())) {
+    new StatusNotifierAdaptor(*this);
+    if (!bus_.isConnected()) {
+        return;
+    }
+    bus_.registerObject(itemPath, this);
+    bus_.registerService(serviceName_);
+    connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this,
+            &StatusNotifierItem::watcherCame);
+    connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this,
+            &StatusNotifierItem::watcherLeft);
+    for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
+        bus_.connect(watcherService, watcherPath, watcherService, QLatin1String(signal), this,
+                     SLOT(hostsChanged()));
+    }
+    watcherCame();
+}
+
+StatusNotifierItem::~StatusNotifierItem() {
+    if (bus_.isConnected()) {
+        bus_.unregisterService(serviceName_);
+        bus_.unregisterObject(itemPath);
+    }
+}
+
+void StatusNotifierItem::setIcon(QList<QImage> images, const QString& themeName) {
+    images_ = std::move(images);
+    themeName_ = themeName;
+    Q_EMIT iconChanged();
+}
+
+void StatusNotifierItem::watcherCame() {
+    auto call = watcherCall(watcherService, QLatin1String("RegisterStatusNotifierItem"));
+    call << serviceName_;
+    bus_.asyncCall(call);
+    askForHost();
+    QTimer::singleShot(barStartTime, this, &StatusNotifierItem::iconChanged);
+}
+
+void StatusNotifierItem::watcherLeft() { setHasHost(false); }
+
+void StatusNotifierItem::hostsChanged() { askForHost(); }
+
+void StatusNotifierItem::askForHost() {
+    auto call = watcherCall(QLatin1String("org.freedesktop.DBus.Properties"), QLatin1String("Get"));
+    call << QString(watcherService) << QStringLiteral("IsStatusNotifierHostRegistered");
+    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        setHasHost(!reply.isError() && reply.value().variant().toBool());
+    });
+}
+
+void StatusNotifierItem::setHasHost(bool hasHost) {
+    if (hasHost != hasHost_) {
+        hasHost_ = hasHost;
+        Q_EMIT hasHostChanged();
+    }
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,16 @@
+#pragma once
+// Icons that are only a shape and take the colour of what they stand on.
+
+#include <QColor>
+#include <QImage>
+
+namespace kestrel::linux_shell {
+
+/// The shape of `image` filled with `color`; transparency stays.
+QImage tinted(const QImage& image, const QColor& color);
+
+/// A near-white or near-black that stands out from the corners of `background`, where no icon
+/// covers it. `background` is not empty.
+QColor contrastingColor(const QImage& background);
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,49 @@
+#pragma once
+// The few questions that this shell asks the X server itself, because Qt has no call for them. Each
+// answers "no" when the program does not run on X11.
+
+#include <QAbstractNativeEventFilter>
+#include <QColor>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace kestrel::linux_shell::x11 {
+
+/// True when windows are placed through an X server, be it a real one or XWayland.
+bool isAvailable();
+
+/// True when that server is only a guest of a Wayland compositor.
+bool isXWayland();
+
+/// True while a panel accepts icons by the XEmbed protocol.
+bool hasTray();
+
+/// The colour in which that panel wants template icons drawn, when it says so.
+std::optional<QColor> trayForeground();
+
+/// True while translucent windows are blended; without it they show black.
+bool isCompositing();
+
+/// True while the left, middle or right mouse button is held, wherever the pointer is.
+bool isMouseButtonDown();
+
+/// Calls `arrived` each time a panel starts to accept icons by the XEmbed protocol. Main thread
+/// only; costs nothing while no panel comes.
+class TrayArrivals : public QAbstractNativeEventFilter {
+  public:
+    explicit TrayArrivals(std::function<void()> arrived);
+    ~TrayArrivals() override;
+    TrayArrivals(const TrayArrivals&) = delete;
+    TrayArrivals& operator=(const TrayArrivals&) = delete;
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+  private:
+    std::function<void()> arrived_;
+    std::uint32_t managerAtom_ = 0;
+    std::uint32_t trayAtom_ = 0;
+};
+
+} // namespace kestrel::linux_shell::x11

@@ -1,0 +1,165 @@
+#include "shells/linux/launching/scratch_folder.h"
+
+#include "shells/linux/launching/child_process.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr std::string_view namePrefix = "kestrel-launch-";
+
+/// Every name that this program puts into a scratch folder. The scripts in terminal/ remove the
+/// same ones.
+constexpr std::array<const char*, 5> fileNames = {"run", "cmd", "bashrc", ".zshenv", "init.fish"};
+
+/// A file descriptor that closes itself.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    explicit operator bool() const { return number_ >= 0; }
+    int number() const { return number_; }
+
+  private:
+    int number_;
+};
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+bool hasPlainCharacters(std::string_view path) {
+    return path.starts_with('/') && std::ranges::all_of(path, [](char character) {
+               return (character >= 'a' && character <= 'z') ||
+                      (character >= 'A' && character <= 'Z') ||
+                      (character >= '0' && character <= '9') || character == '/' ||
+                      character == '.' || character == '_' || character == '-';
+           });
+}
+
+/// Whether another user could rename our folder away and put his own in its place.
+bool isSafeFolder(const struct stat& status) {
+    if (!S_ISDIR(status.st_mode))
+        return false;
+    if ((status.st_mode & S_ISVTX) != 0)
+        return true;
+    const bool ours = status.st_uid == ::getuid() || status.st_uid == 0;
+    return ours && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+bool isSuitableBase(const std::string& base) {
+    struct stat status {};
+    struct statvfs system {};
+    return hasPlainCharacters(base) && ::stat(base.c_str(), &status) == 0 && isSafeFolder(status) &&
+           ::statvfs(base.c_str(), &system) == 0 && (system.f_flag & ST_NOEXEC) == 0;
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool writeFile(int folder, const ScratchFile& file) {
+    const std::string name(file.name);
+    const mode_t mode = file.executable ? 0700 : 0600;
+    const Descriptor output(
+        ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+    return output && writeAll(output.number(), file.bytes);
+}
+
+bool fill(const std::string& folder, std::span<const ScratchFile> files) {
+    const Descriptor opened(
+        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return opened && std::ranges::all_of(files, [&](const ScratchFile& file) {
+               return writeFile(opened.number(), file);
+           });
+}
+
+/// Whether `name` in the open folder `base` is one of ours, private, and older than `age`.
+bool isLeftover(int base, const char* name, std::chrono::seconds age) {
+    struct stat status {};
+    return std::string_view(name).starts_with(namePrefix) &&
+           ::fstatat(base, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == ::getuid() && (status.st_mode & 07777) == 0700 &&
+           std::time(nullptr) - status.st_mtime >= age.count();
+}
+
+} // namespace
+
+std::vector<std::string> scratchBases() {
+    std::string cache = variable("XDG_CACHE_HOME");
+    if (!cache.starts_with('/'))
+        cache = homeFolder() + "/.cache";
+    return {variable("XDG_RUNTIME_DIR"), variable("TMPDIR"), "/tmp", cache};
+}
+
+std::optional<std::string> makeScratchFolder(std::span<const std::string> bases,
+                                             std::span<const ScratchFile> files) {
+    for (const std::string& base : bases) {
+        if (!isSuitableBase(base))
+            continue;
+        std::string folder = base + '/' + std::string(namePrefix) + "XXXXXX";
+        if (::mkdtemp(folder.data()) == nullptr)
+            continue;
+        if (fill(folder, files))
+            return folder;
+        removeScratchFolder(folder);
+    }
+    return std::nullopt;
+}
+
+void removeScratchFolder(const std::string& folder) {
+    const Descriptor opened(
+        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!opened)
+        return;
+    for (const char* name : fileNames)
+        ::unlinkat(opened.number(), name, 0);
+    ::rmdir(folder.c_str());
+}
+
+void sweepScratchFolders(std::span<const std::string> bases, std::chrono::seconds age) {
+    for (const std::string& base : bases) {
+        if (!hasPlainCharacters(base))
+            continue;
+        const std::unique_ptr<DIR, CloseFolder> listing(::opendir(base.c_str()));
+        if (!listing)
+            continue;
+        while (const dirent* entry = ::readdir(listing.get()))
+            if (isLeftover(::dirfd(listing.get()), entry->d_name, age))
+                removeScratchFolder(base + '/' + entry->d_name);
+    }
+}
+
+} // namespace kestrel::linux_shell

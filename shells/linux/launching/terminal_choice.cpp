@@ -1,0 +1,152 @@
+#include "shells/linux/launching/terminal_choice.h"
+
+#include "shells/linux/launching/glib_ptr.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <span>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+/// In the order in which they are tried when nothing says what the user prefers.
+constexpr std::array<std::string_view, 16> commonTerminals = {
+    "gnome-terminal", "ptyxis", "kgx",        "konsole", "xfce4-terminal", "mate-terminal",
+    "qterminal",      "tilix",  "lxterminal", "kitty",   "terminator",     "alacritty",
+    "foot",           "urxvt",  "xterm",      "st"};
+
+struct DesktopTerminals {
+    std::string_view desktop;
+    std::array<std::string_view, 3> terminals;
+};
+
+constexpr std::array<DesktopTerminals, 10> desktopTerminals = {{
+    {"GNOME", {"gnome-terminal", "ptyxis", "kgx"}},
+    {"X-Cinnamon", {"gnome-terminal", "", ""}},
+    {"Unity", {"gnome-terminal", "", ""}},
+    {"KDE", {"konsole", "", ""}},
+    {"XFCE", {"xfce4-terminal", "", ""}},
+    {"MATE", {"mate-terminal", "", ""}},
+    {"LXQt", {"qterminal", "", ""}},
+    {"LXDE", {"lxterminal", "", ""}},
+    {"sway", {"foot", "kitty", "alacritty"}},
+    {"Hyprland", {"kitty", "foot", "alacritty"}},
+}};
+
+std::string_view baseName(std::string_view path) { return path.substr(path.rfind('/') + 1); }
+
+/// The option after which a terminal takes a program and its arguments as separate words.
+std::string_view flagOf(std::string_view name) {
+    if (name == "gnome-terminal" || name == "kgx" || name == "ptyxis")
+        return "--";
+    if (name == "xfce4-terminal" || name == "mate-terminal" || name == "terminator")
+        return "-x";
+    return "-e";
+}
+
+/// The name of the program. x-terminal-emulator may be any of them: the name of what it leads to.
+std::string realName(const TerminalSurroundings& surroundings, const std::string& program) {
+    const bool alternative = baseName(program) == "x-terminal-emulator";
+    const std::string path = alternative ? surroundings.resolve(program) : program;
+    return std::string(baseName(path));
+}
+
+std::optional<TerminalCommand> find(const TerminalSurroundings& surroundings,
+                                    std::string_view name) {
+    // foot draws on Wayland only.
+    if (name.empty() || (name == "foot" && !surroundings.wayland))
+        return std::nullopt;
+    const auto program = surroundings.findProgram(std::string(name));
+    if (!program)
+        return std::nullopt;
+    // A ".wrapper" exists to understand -e, whatever the terminal behind it takes.
+    const std::string known = realName(surroundings, *program);
+    return TerminalCommand{.program = *program, .flag = std::string(flagOf(known))};
+}
+
+std::optional<TerminalCommand> findFirst(const TerminalSurroundings& surroundings,
+                                         std::span<const std::string_view> names) {
+    for (const std::string_view name : names)
+        if (auto found = find(surroundings, name))
+            return found;
+    return std::nullopt;
+}
+
+std::optional<TerminalCommand> findForDesktop(const TerminalSurroundings& surroundings) {
+    std::string_view rest = surroundings.currentDesktop;
+    while (!rest.empty()) {
+        const std::size_t colon = std::min(rest.find(':'), rest.size());
+        const std::string_view desktop = rest.substr(0, colon);
+        rest.remove_prefix(std::min(colon + 1, rest.size()));
+        const auto known = std::ranges::find(desktopTerminals, desktop, &DesktopTerminals::desktop);
+        if (known == desktopTerminals.end())
+            continue;
+        if (auto found = findFirst(surroundings, known->terminals))
+            return found;
+    }
+    return std::nullopt;
+}
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+} // namespace
+
+std::vector<std::string> TerminalCommand::prefix() const {
+    if (flag.empty())
+        return {program};
+    return {program, flag};
+}
+
+std::optional<TerminalCommand> chooseTerminal(const TerminalSurroundings& surroundings) {
+    if (auto program = surroundings.findProgram("xdg-terminal-exec"))
+        return TerminalCommand{.program = *program, .flag = ""};
+    return chooseVisibleTerminal(surroundings);
+}
+
+std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalSurroundings& surroundings) {
+    // A relative path would be sought in our working folder, which the user cannot know.
+    const std::string_view wish = surroundings.terminal;
+    if (wish.find('/') == std::string_view::npos || wish.starts_with('/'))
+        if (auto found = find(surroundings, wish))
+            return found;
+    if (auto found = find(surroundings, "x-terminal-emulator"))
+        return found;
+    if (auto found = findForDesktop(surroundings))
+        return found;
+    return findFirst(surroundings, commonTerminals);
+}
+
+TerminalSurroundings processSurroundings() {
+    return {
+        .findProgram = [](const std::string& name) -> std::optional<std::string> {
+            const GlibText found(g_find_program_in_path(name.c_str()));
+            // An entry of PATH may be relative; what it finds depends on where we happen to be.
+            if (!found || found.get()[0] != '/')
+                return std::nullopt;
+            return std::string(found.get());
+        },
+        .resolve =
+            [](const std::string& path) {
+                const GlibText resolved(::realpath(path.c_str(), nullptr));
+                return resolved ? std::string(resolved.get()) : path;
+            },
+        .terminal = variable("TERMINAL"),
+        .currentDesktop = variable("XDG_CURRENT_DESKTOP"),
+        .wayland = !variable("WAYLAND_DISPLAY").empty(),
+    };
+}
+
+std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program) {
+    constexpr std::string_view wrapper = ".wrapper";
+    std::string name = realName(surroundings, program);
+    if (name.ends_with(wrapper))
+        name.resize(name.size() - wrapper.size());
+    return name;
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,35 @@
+#include "shells/linux/launching/terminal_window.h"
+
+#include "shells/linux/launching/child_process.h"
+#include "shells/linux/launching/scratch_folder.h"
+#include "shells/linux/launching/terminal_choice.h"
+#include "terminal_scripts.h"
+
+#include <array>
+
+namespace kestrel::linux_shell {
+
+void openTerminalWindow(StartScript script, std::string_view text) {
+    const auto terminal = chooseTerminal(processSurroundings());
+    if (!terminal)
+        return;
+    const bool typed = script == StartScript::command;
+    const std::array<ScratchFile, 5> files = {{
+        {.name = "run",
+         .bytes = typed ? terminal_scripts::run : terminal_scripts::runFile,
+         .executable = true},
+        {.name = "cmd", .bytes = text},
+        {.name = "bashrc", .bytes = terminal_scripts::bashrc},
+        {.name = ".zshenv", .bytes = terminal_scripts::zshenv},
+        {.name = "init.fish", .bytes = terminal_scripts::initFish},
+    }};
+    const auto folder = makeScratchFolder(scratchBases(), files);
+    if (!folder)
+        return;
+    std::vector<std::string> arguments = terminal->prefix();
+    arguments.push_back(*folder + "/run");
+    if (!spawnDetached(arguments))
+        removeScratchFolder(*folder);
+}
+
+} // namespace kestrel::linux_shell

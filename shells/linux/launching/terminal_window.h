@@ -1,0 +1,18 @@
+#pragma once
+// A new window of the user's terminal, running one of the two start scripts in terminal/.
+
+#include <string>
+#include <string_view>
+
+namespace kestrel::linux_shell {
+
+enum class StartScript {
+    command, ///< the text is typed into the user's shell
+    file,    ///< the text is the absolute path of an executable file, which is run
+};
+
+/// Opens the window in the home folder; afterwards the user's shell stays open in it. Blocks on the
+/// disk, so it belongs on the launch worker. Nothing happens when there is no terminal.
+void openTerminalWindow(StartScript script, std::string_view text);
+
+} // namespace kestrel::linux_shell

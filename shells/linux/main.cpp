@@ -1,0 +1,22 @@
+// Starts Kestrel, or brings the popover of the one that runs.
+
+#include "shells/linux/desktop/application.h"
+#include "shells/linux/desktop/single_instance.h"
+#include "shells/linux/shell.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+
+int main(int argc, char** argv) {
+    using namespace kestrel::linux_shell;
+    ToolkitArguments arguments(argc > 0 ? argv[0] : "kestrel");
+    QApplication application(arguments.count(), arguments.values());
+    SingleInstance instance(QDBusConnection::sessionBus());
+    if (instance.claim() == SingleInstance::Role::second) {
+        return 0;
+    }
+    Shell shell(application);
+    QObject::connect(&instance, &SingleInstance::activated, &application,
+                     [&shell] { shell.reopen(); });
+    return shell.run();
+}

@@ -1,0 +1,76 @@
+#include "shells/linux/shell.h"
+
+#include "shells/linux/storage/data_directory.h"
+#include "shells/linux/views/kit/symbol.h"
+
+#include <QDBusConnection>
+#include <QTimer>
+
+#include <chrono>
+
+// The linker drops a library's resources unless they are called for, outside any namespace.
+static void initResources() { Q_INIT_RESOURCE(kestrel); }
+
+namespace kestrel::linux_shell {
+namespace {
+
+// What the core stores the list under; the cloud folder is watched for it.
+constexpr const char* listKey = "launcherItems";
+
+// A panel that starts with the session may need this long. Without one by then, the popover shows
+// that the program runs.
+constexpr std::chrono::seconds panelPatience{4};
+
+// The session has enough to do while it starts.
+constexpr std::chrono::milliseconds idleTime{300};
+
+QImage drawnSymbol(const Image& image, int pixels) {
+    const auto* symbol = dynamic_cast<const SymbolImage*>(&image);
+    return symbol != nullptr ? symbolPixmap(symbol->name, pixels, Qt::black, 1).toImage()
+                             : QImage();
+}
+
+} // namespace
+
+Shell::Shell(QApplication& application)
+    : dataDirectory_(dataDirectoryPath().value_or(std::string())),
+      userDefaults_(dataDirectory_),
+      cloud_(dataDirectory_, listKey),
+      workspace_(launchWorker_),
+      terminal_(launchWorker_),
+      application_(application),
+      statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
+      viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
+      delegate_({.store = {.mainQueue = mainQueue_,
+                           .userDefaults = userDefaults_,
+                           .cloud = cloud_,
+                           .clock = clock_,
+                           .workspace = workspace_,
+                           .terminal = terminal_},
+                 .application = application_,
+                 .statusBar = statusBar_,
+                 .symbolImages = symbolImages_,
+                 .windowServer = windowServer_,
+                 .openPanel = openPanel_,
+                 .viewHosts = viewHosts_}) {
+    initResources();
+}
+
+int Shell::run() {
+    applicationDidFinishLaunching();
+    return QApplication::exec();
+}
+
+void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
+
+void Shell::applicationDidFinishLaunching() {
+    delegate_.applicationDidFinishLaunching();
+    QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
+    QTimer::singleShot(panelPatience, statusBar_.item(), [this] {
+        if (!statusBar_.item()->hasPanel()) {
+            reopen();
+        }
+    });
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,62 @@
+#pragma once
+// The program on Linux: every adapter and the core on top of them. `main` keeps one next to the
+// application object, which outlives it.
+
+#include "app/app_delegate.h"
+#include "shells/linux/desktop/application.h"
+#include "shells/linux/desktop/main_queue.h"
+#include "shells/linux/desktop/status_bar.h"
+#include "shells/linux/desktop/window_server.h"
+#include "shells/linux/launching/file_icons.h"
+#include "shells/linux/launching/gio_workspace.h"
+#include "shells/linux/launching/launch_worker.h"
+#include "shells/linux/launching/shell_terminal.h"
+#include "shells/linux/storage/file_user_defaults.h"
+#include "shells/linux/storage/folder_cloud.h"
+#include "shells/linux/storage/system_clock.h"
+#include "shells/linux/view_hosts.h"
+#include "shells/linux/views/file_dialog_open_panel.h"
+#include "shells/linux/views/symbol_images.h"
+
+#include <QApplication>
+
+#include <string>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only.
+class Shell {
+  public:
+    explicit Shell(QApplication& application);
+    Shell(const Shell&) = delete;
+    Shell& operator=(const Shell&) = delete;
+    ~Shell() = default;
+
+    /// Starts the program and runs the event loop until the user quits. The exit status.
+    int run();
+
+    /// The user has started the program once more: the popover opens.
+    void reopen();
+
+  private:
+    void applicationDidFinishLaunching();
+
+    QtMainQueue mainQueue_;
+    SystemClock clock_;
+    std::string dataDirectory_;
+    FileUserDefaults userDefaults_;
+    FolderCloud cloud_;
+    LaunchWorker launchWorker_;
+    GioWorkspace workspace_;
+    ShellTerminal terminal_;
+    FileIcons fileIcons_;
+    QtApplication application_;
+    LinuxStatusBar statusBar_;
+    KestrelSymbolImages symbolImages_;
+    QtWindowServer windowServer_;
+    FileDialogOpenPanel openPanel_;
+    LinuxViewHosts viewHosts_;
+    AppDelegate delegate_;
+};
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,30 @@
+#include "shells/linux/view_hosts.h"
+
+#include "shells/linux/views/menu_popover_widget.h"
+#include "shells/linux/views/settings_widget.h"
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+LinuxViewHosts::LinuxViewHosts(FileIconSource fileIcons) : fileIcons_(std::move(fileIcons)) {}
+
+std::unique_ptr<HostingController>
+LinuxViewHosts::hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) {
+    return std::make_unique<WidgetController>(
+        std::make_unique<MenuPopoverWidget>(std::move(view), fileIcons_));
+}
+
+std::unique_ptr<HostingController>
+LinuxViewHosts::hostSettingsView(std::unique_ptr<SettingsView> view) {
+    return std::make_unique<WidgetController>(
+        std::make_unique<SettingsWidget>(std::move(view), fileIcons_));
+}
+
+std::unique_ptr<Popover> LinuxViewHosts::makePopover() {
+    auto popover = std::make_unique<PopoverWindow>();
+    popover_ = popover.get();
+    return popover;
+}
+
+} // namespace kestrel::linux_shell

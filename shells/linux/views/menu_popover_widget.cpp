@@ -1,0 +1,178 @@
+#include "shells/linux/views/menu_popover_widget.h"
+
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/popover_row.h"
+#include "views/popover/menu_popover_style.h"
+
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+namespace {
+
+namespace popover = menu_popover_style;
+
+RowList::Options listOptions() {
+    return {.kind = RowList::Kind::menu,
+            .scrollBar = RowList::ScrollBar::never,
+            .padding = marginsFor(popover::listPadding)};
+}
+
+std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
+    namespace state = popover::empty_state;
+    auto widget = std::make_unique<QWidget>(parent);
+    auto* column = new QVBoxLayout(widget.get());
+    column->setContentsMargins({});
+    column->setSpacing(pixels(state::spacing));
+    column->addStretch();
+    column->addWidget(new SymbolLabel(state::symbol), 0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(textFor(state::title), state::titleStyle), 0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(textFor(state::hint), state::hintStyle), 0, Qt::AlignHCenter);
+    column->addStretch();
+    return widget;
+}
+
+MenuPopoverView::Step stepFor(RowList::Step step) {
+    using enum MenuPopoverView::Step;
+    switch (step) {
+    case RowList::Step::previous:
+        return previous;
+    case RowList::Step::next:
+        return next;
+    case RowList::Step::pageUp:
+        return pageUp;
+    case RowList::Step::pageDown:
+        return pageDown;
+    case RowList::Step::first:
+        return first;
+    case RowList::Step::last:
+        break;
+    }
+    return last;
+}
+
+} // namespace
+
+int MenuPopoverWidget::Rows::count() const { return static_cast<int>(view_.items().size()); }
+
+std::optional<int> MenuPopoverWidget::Rows::uniformHeight() const {
+    return pixels(popover::rowHeight);
+}
+
+int MenuPopoverWidget::Rows::heightOf(int /*row*/, int /*width*/) const {
+    return pixels(popover::rowHeight);
+}
+
+QString MenuPopoverWidget::Rows::titleOf(int row) const {
+    return toQString(view_.items()[static_cast<std::size_t>(row)].title);
+}
+
+ListRow* MenuPopoverWidget::Rows::makeRow(QWidget* parent) {
+    return new PopoverRow(fileIcons_, parent);
+}
+
+void MenuPopoverWidget::Rows::bindRow(ListRow& row, int index) {
+    const auto& item = view_.items()[static_cast<std::size_t>(index)];
+    static_cast<PopoverRow&>(row).show(toQString(item.title), view_.manager().icon(item));
+}
+
+MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons)
+    : view_(std::move(view)),
+      rows_(*view_, std::move(fileIcons)),
+      list_(rows_, listOptions(), this),
+      emptyState_(makeEmptyState(this)),
+      divider_(this),
+      settings_(popover::footer::settings, this),
+      quit_(popover::footer::quit, this),
+      viewWillChange_(view_->objectWillChange.subscribe([this] { scheduleUpdate(); })),
+      itemsWillChange_(view_->manager().objectWillChange.subscribe([this] {
+          haveItemsChanged_ = true;
+          scheduleUpdate();
+      })) {
+    setFocusProxy(&list_);
+    list_.setAccessibleName(QStringLiteral("Items"));
+    connectList();
+    // Later, so that the button has finished with its click before the popover goes.
+    connect(
+        &settings_, &QAbstractButton::clicked, this, [this] { view_->settingsClicked(); },
+        Qt::QueuedConnection);
+    connect(
+        &quit_, &QAbstractButton::clicked, this, [this] { view_->quitClicked(); },
+        Qt::QueuedConnection);
+    updateNow();
+}
+
+void MenuPopoverWidget::connectList() {
+    connect(&list_, &RowList::activated, this, [this](int row) {
+        const auto position = static_cast<std::size_t>(row);
+        if (position < view_->items().size()) {
+            view_->row(position).onTap();
+        }
+    });
+    connect(&list_, &RowList::pointerEntered, this,
+            [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
+    connect(&list_, &RowList::pointerLeft, this,
+            [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
+    connect(&list_, &RowList::stepRequested, this,
+            [this](RowList::Step step) { view_->moveHighlight(stepFor(step)); });
+    connect(&list_, &RowList::typed, this,
+            [this](const QString& text) { view_->typed(text.toStdString()); });
+}
+
+// The signal comes before the change: the new state can be read from the next turn on.
+void MenuPopoverWidget::scheduleUpdate() {
+    if (!std::exchange(isUpdateScheduled_, true)) {
+        QMetaObject::invokeMethod(this, &MenuPopoverWidget::updateNow, Qt::QueuedConnection);
+    }
+}
+
+void MenuPopoverWidget::updateNow() {
+    isUpdateScheduled_ = false;
+    if (std::exchange(haveItemsChanged_, false)) {
+        list_.reload();
+        list_.setVisible(!view_->items().empty());
+        emptyState_->setVisible(view_->items().empty());
+    }
+    const auto highlighted = view_->hoveredRow();
+    list_.setCurrentRow(highlighted ? static_cast<int>(*highlighted) : -1);
+}
+
+void MenuPopoverWidget::layOut() {
+    const int footerHeight = pixels(popover::footer::height);
+    const int dividerHeight = pixels(popover::dividerHeight);
+    const QRect content(0, 0, width(), height() - footerHeight - dividerHeight);
+    list_.setGeometry(content);
+    emptyState_->setGeometry(content);
+    divider_.setGeometry(0, content.height(), width(), dividerHeight);
+
+    // The padding ends at the symbol and at the text, not at the buttons' own edges.
+    const QMargins padding = marginsFor(popover::footer::padding);
+    const int middle = height() - footerHeight / 2;
+    const QSize settings = settings_.sizeHint();
+    const QSize quit = quit_.sizeHint();
+    const int edge = FooterButton::margin;
+    settings_.setGeometry(padding.left() - edge, middle - settings.height() / 2, settings.width(),
+                          settings.height());
+    quit_.setGeometry(width() - padding.right() + edge - quit.width(), middle - quit.height() / 2,
+                      quit.width(), quit.height());
+}
+
+void MenuPopoverWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+void MenuPopoverWidget::showEvent(QShowEvent* event) {
+    view_->resetHighlight();
+    updateNow();
+    QWidget::showEvent(event);
+}
+
+void MenuPopoverWidget::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    view_->resetHighlight();
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,67 @@
+#pragma once
+// Draws MenuPopoverView: the list of items or the hint that there are none, and the footer. What
+// the user does goes to the view; what changes there is drawn one turn of the event loop later.
+
+#include "shells/linux/views/footer_button.h"
+#include "shells/linux/views/kit/divider.h"
+#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/row_list.h"
+#include "views/popover/menu_popover_view.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only.
+class MenuPopoverWidget final : public QWidget {
+    Q_OBJECT
+
+  public:
+    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons);
+
+    const RowList& list() const { return list_; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    /// The items as the list asks for them.
+    class Rows final : public RowSource {
+      public:
+        Rows(MenuPopoverView& view, FileIconSource fileIcons)
+            : view_(view), fileIcons_(std::move(fileIcons)) {}
+        int count() const override;
+        std::optional<int> uniformHeight() const override;
+        int heightOf(int row, int width) const override;
+        QString titleOf(int row) const override;
+        ListRow* makeRow(QWidget* parent) override;
+        void bindRow(ListRow& row, int index) override;
+
+      private:
+        MenuPopoverView& view_;
+        FileIconSource fileIcons_;
+    };
+
+    void connectList();
+    void scheduleUpdate();
+    void updateNow();
+    void layOut();
+
+    std::unique_ptr<MenuPopoverView> view_;
+    Rows rows_;
+    RowList list_;
+    std::unique_ptr<QWidget> emptyState_;
+    Divider divider_;
+    FooterButton settings_;
+    FooterButton quit_;
+    bool isUpdateScheduled_ = false;
+    bool haveItemsChanged_ = true;
+    Subscription viewWillChange_;
+    Subscription itemsWillChange_;
+};
+
+} // namespace kestrel::linux_shell

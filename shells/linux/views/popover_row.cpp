@@ -1,0 +1,82 @@
+#include "shells/linux/views/popover_row.h"
+
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "views/popover/menu_popover_style.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace kestrel::linux_shell {
+namespace {
+
+namespace row = menu_popover_style::row;
+
+// What of `title` fits into one line, cut with an ellipsis at the width or at a line's end.
+QString oneLine(const QString& title, const QFontMetrics& metrics, int width) {
+    const auto isBreak = [](QChar c) {
+        return c == u'\n' || c == u'\r' || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
+    };
+    const auto end = std::ranges::find_if(title, isBreak);
+    QString line(title.constData(), end - title.begin());
+    if (end != title.end()) {
+        line += QChar(0x2026);
+    }
+    return metrics.elidedText(line, Qt::ElideRight, width);
+}
+
+} // namespace
+
+PopoverRow::PopoverRow(const FileIconSource& fileIcons, QWidget* parent)
+    : ListRow(parent), fileIcons_(fileIcons) {}
+
+void PopoverRow::show(const QString& title, const ItemIcon& icon) {
+    title_ = title;
+    icon_ = icon;
+    pictureRatio_ = 0;
+    update();
+}
+
+void PopoverRow::drawPicture() {
+    if (pictureRatio_ != devicePixelRatioF()) {
+        pictureRatio_ = devicePixelRatioF();
+        picture_ = itemPicture(icon_, fileIcons_, sizeFor(row::iconSize), pictureRatio_,
+                               colorFor(row::title.color, palette()));
+    }
+}
+
+void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (state().current) {
+        fillRounded(painter, QRectF(rect().marginsRemoved(marginsFor(row::highlightInsets))),
+                    row::highlightRadius, washColor(palette(), row::highlightOpacity));
+    }
+    const QRect content = rect().marginsRemoved(marginsFor(row::padding));
+    const QSize pictureSize = sizeFor(row::iconSize);
+    drawPicture();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(
+        QRect(QPoint(content.left(), (height() - pictureSize.height()) / 2), pictureSize),
+        picture_);
+    const QFont font = fontFor(row::title.font);
+    const int left = content.left() + pictureSize.width() + pixels(row::spacing);
+    const QRect text(left, 0, content.left() + content.width() - left, height());
+    painter.setFont(font);
+    painter.setPen(colorFor(row::title.color, palette()));
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     oneLine(title_, QFontMetrics(font), text.width()));
+}
+
+void PopoverRow::changeEvent(QEvent* event) {
+    ListRow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
+        pictureRatio_ = 0;
+        update();
+    }
+}
+
+} // namespace kestrel::linux_shell

@@ -1,0 +1,37 @@
+#pragma once
+// One row of the popover's list: the item's picture and its title, on the highlight when it is the
+// highlighted one.
+
+#include "actions/item_icon.h"
+#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/list_row.h"
+
+#include <QPixmap>
+#include <QString>
+
+namespace kestrel::linux_shell {
+
+class PopoverRow final : public ListRow {
+    Q_OBJECT
+
+  public:
+    /// `fileIcons` outlives the row.
+    PopoverRow(const FileIconSource& fileIcons, QWidget* parent);
+
+    void show(const QString& title, const ItemIcon& icon);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void drawPicture();
+
+    const FileIconSource& fileIcons_;
+    QString title_;
+    ItemIcon icon_;
+    QPixmap picture_;
+    qreal pictureRatio_ = 0; ///< the device pixel ratio it was drawn for
+};
+
+} // namespace kestrel::linux_shell

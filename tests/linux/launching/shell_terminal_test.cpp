@@ -1,0 +1,326 @@
+#include "shells/linux/launching/shell_terminal.h"
+
+#include "tests/linux/launching/launching_fixture.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <fstream>
+#include <sys/stat.h>
+
+namespace kestrel::linux_shell {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ShellTerminalTest : public LaunchingTest {
+  protected:
+    static void run(std::string_view command) {
+        LaunchWorker worker;
+        ShellTerminal(worker).runInNewWindow(command);
+    }
+
+    testing::AssertionResult homeFileBecomes(const std::string& name, const std::string& expected) {
+        if (waitUntil([&] { return readFile(home() / name) == expected; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure()
+               << name << " holds \"" << readFile(home() / name).substr(0, 300)
+               << "\"; the terminal showed:\n"
+               << readFile(home() / "transcript");
+    }
+
+    /// A shell may keep files of its own in the runtime folder.
+    bool hasScratch() const {
+        for (const auto& entry : fs::directory_iterator(runtime()))
+            if (entry.path().filename().string().starts_with("kestrel"))
+                return true;
+        return false;
+    }
+
+    testing::AssertionResult scratchIsGone() const {
+        if (waitUntil([this] { return !hasScratch(); }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "a scratch folder is left in the runtime folder";
+    }
+};
+
+/// A shell and how some things are said in it.
+struct ShellCase {
+    const char* name;
+    const char* setVariable; ///< sets x to 5
+    const char* closeQuote;  ///< what ends the line that an open quote has begun; may be empty
+};
+
+void PrintTo(const ShellCase& shell, std::ostream* out) { *out << shell.name; }
+
+class TypedCommandTest : public ShellTerminalTest, public testing::WithParamInterface<ShellCase> {
+  protected:
+    void SetUp() override {
+        const std::string program = installedProgram(GetParam().name);
+        if (program.empty())
+            GTEST_SKIP() << "THE SHELL " << GetParam().name
+                         << " IS NOT INSTALLED: typing into it is not tested";
+        ::setenv("SHELL", program.c_str(), 1);
+        ::setenv("ENV", (home() / ".shrc").c_str(), 1);
+        installTerminal("xterm");
+        const std::string common = "alias greet='echo hello'\n";
+        writeFile(home() / ".bashrc", common + "PS1='ready> '\n");
+        writeFile(home() / ".zshrc", common + "PS1='ready> '\n");
+        writeFile(home() / ".shrc", common);
+        const fs::path fish = fs::path(std::getenv("XDG_CONFIG_HOME")) / "fish";
+        fs::create_directories(fish);
+        writeFile(fish / "config.fish", common + "set -g fish_greeting\n");
+    }
+};
+
+TEST_P(TypedCommandTest, TheTextArrivesByteForByte) {
+    const std::string text =
+        "\"double\" $HOME ${x} $(id) `id` !bang !! \\n a\\b # % %s ~ * ? [a] {a,b} <>|&; \t tab\n"
+        "second line\n\n-dash \xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80 end ";
+    run("printf %s '" + text + "' > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", text));
+    EXPECT_TRUE(scratchIsGone());
+}
+
+TEST_P(TypedCommandTest, SixtyFourKibibytesArriveWhole) {
+    std::string text;
+    while (text.size() < 65536)
+        text += "line " + std::to_string(text.size()) + (text.size() % 3 == 0 ? "\n" : " ");
+    run("printf %s '" + text + "' > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", text));
+}
+
+TEST_P(TypedCommandTest, SeveralLinesRunInTurn) {
+    run("echo one >> ~/out\necho two >> ~/out\n\necho three >> ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "one\ntwo\nthree\n"));
+}
+
+TEST_P(TypedCommandTest, ItRunsInTheHomeFolder) {
+    run("pwd > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", home().string() + "\n"));
+}
+
+TEST_P(TypedCommandTest, TheUsersAliasesAreLoaded) {
+    run("greet > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "hello\n"));
+}
+
+TEST_P(TypedCommandTest, ThePromptStaysInTheSameShell) {
+    if (std::string_view(GetParam().name) == "dash") {
+        // It has no way to take a text over: only the folder and a new prompt are there.
+        run("echo first > ~/out");
+        ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+        type("greet > ~/out\n");
+        EXPECT_TRUE(homeFileBecomes("out", "hello\n"));
+        return;
+    }
+    run(std::string("cd /usr; ") + GetParam().setVariable + "; echo first > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+    type("echo $x $PWD > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "5 /usr\n"));
+}
+
+TEST_P(TypedCommandTest, ControlCStopsTheCommandAndNotTheShell) {
+    run("touch ~/started; sleep 100");
+    ASSERT_TRUE(waitUntil([this] { return fs::exists(home() / "started"); }))
+        << readFile(home() / "transcript");
+    // The signal has to meet the sleep, not the moment between the two commands.
+    for (int attempt = 0; attempt < 20 && !fs::exists(home() / "out"); ++attempt) {
+        type("\x03");
+        type("echo alive > ~/out\n");
+        waitUntil([this] { return fs::exists(home() / "out"); }, std::chrono::seconds(1));
+    }
+    EXPECT_TRUE(homeFileBecomes("out", "alive\n"));
+}
+
+TEST_P(TypedCommandTest, AnUnfinishedQuoteDoesNotSwallowTheShell) {
+    run("echo 'unfinished");
+    ASSERT_TRUE(scratchIsGone());
+    type(GetParam().closeQuote);
+    type("echo alive > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "alive\n"));
+}
+
+TEST_P(TypedCommandTest, ALeadingDashIsPartOfTheText) {
+    run("-c; echo next > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "next\n"));
+}
+
+TEST_P(TypedCommandTest, NothingOfOursStaysInTheEnvironment) {
+    run("env > ~/env; echo done > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "done\n"));
+    EXPECT_EQ(readFile(home() / "env").find("KESTREL"), std::string::npos);
+    EXPECT_EQ(readFile(home() / "env").find("ZDOTDIR"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shells, TypedCommandTest,
+                         testing::Values(ShellCase{"bash", "x=5", ""},
+                                         ShellCase{"zsh", "x=5", "'\n"},
+                                         ShellCase{"fish", "set x 5", ""},
+                                         ShellCase{"dash", "x=5", ""}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+class BashTest : public ShellTerminalTest {
+  protected:
+    void SetUp() override {
+        if (installedProgram("bash").empty())
+            GTEST_SKIP() << "BASH IS NOT INSTALLED: typing into it is not tested";
+        ::setenv("SHELL", installedProgram("bash").c_str(), 1);
+        installTerminal("xterm");
+    }
+};
+
+TEST_F(BashTest, ThePromptCommandOfTheUserIsKept) {
+    writeFile(home() / ".bashrc", "PROMPT_COMMAND='echo x >> ~/prompts'\n");
+    run("echo first > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+    type("declare -p PROMPT_COMMAND > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "declare -- PROMPT_COMMAND=\"echo x >> ~/prompts\"\n"));
+    EXPECT_TRUE(homeFileBecomes("prompts", "x\nx\nx\n"));
+}
+
+TEST_F(BashTest, AListOfPromptCommandsIsKept) {
+    writeFile(home() / ".bashrc", "PROMPT_COMMAND=('echo a >> ~/prompts' 'true')\n");
+    run("echo first > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+    type("declare -p PROMPT_COMMAND > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes(
+        "out", "declare -a PROMPT_COMMAND=([0]=\"echo a >> ~/prompts\" [1]=\"true\")\n"));
+}
+
+TEST_F(BashTest, NoVariableOfOursStays) {
+    writeFile(home() / ".bashrc", "");
+    run("echo first > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+    type("set | grep -ic kestrel_ > ~/out; echo ${PROMPT_COMMAND-none} >> ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "0\nnone\n"));
+}
+
+TEST_F(BashTest, TheCommandIsInTheHistory) {
+    writeFile(home() / ".bashrc", "");
+    run("echo 'it'\"'\"'s' > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "it's\n"));
+    type("fc -ln -2 -2 | sed 's/^[[:space:]]*//' > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "echo 'it'\"'\"'s' > ~/out\n"));
+}
+
+class ZshTest : public ShellTerminalTest {
+  protected:
+    void SetUp() override {
+        if (installedProgram("zsh").empty())
+            GTEST_SKIP() << "ZSH IS NOT INSTALLED: typing into it is not tested";
+        ::setenv("SHELL", installedProgram("zsh").c_str(), 1);
+        installTerminal("xterm");
+        writeFile(home() / ".zshrc", "PS1='ready> '\n");
+    }
+};
+
+TEST_F(ZshTest, TheUsersOwnFolderOfStartFilesIsUsedAndKept) {
+    fs::create_directory(home() / "zsh");
+    writeFile(home() / "zsh" / ".zshenv", "export early=1\n");
+    writeFile(home() / "zsh" / ".zshrc", "alias greet='echo hello'\nPS1='ready> '\n");
+    ::setenv("ZDOTDIR", (home() / "zsh").c_str(), 1);
+    run("greet $early $ZDOTDIR > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "hello 1 " + (home() / "zsh").string() + "\n"));
+}
+
+TEST_F(ZshTest, HistoryExpansionIsBackAfterTheText) {
+    run("echo a!b > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "a!b\n"));
+    type("echo again > ~/out\n");
+    ASSERT_TRUE(homeFileBecomes("out", "again\n"));
+    type("echo x!! > ~/history; cat ~/history > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("history", "xecho again\n"));
+    type("typeset -m '*kestrel*' > ~/out; typeset +fm '*kestrel*' >> ~/out; echo end >> ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "end\n"));
+}
+
+TEST_F(ZshTest, HistoryExpansionIsBackAfterATextThatDoesNotParse) {
+    run("echo )");
+    ASSERT_TRUE(scratchIsGone());
+    type("print -r -- $histchars > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "!^#\n"));
+}
+
+TEST_F(ZshTest, CommentsAreStillCommentsWhereTheUserAllowsThem) {
+    writeFile(home() / ".zshrc", "PS1='ready> '\nsetopt interactive_comments\n");
+    run("echo a!b > ~/out # a comment!");
+    EXPECT_TRUE(homeFileBecomes("out", "a!b\n"));
+}
+
+TEST_F(ZshTest, TheCommandIsInTheHistory) {
+    run("echo first > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "first\n"));
+    type("fc -ln -1 > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "echo first > ~/out\n"));
+}
+
+TEST_F(ShellTerminalTest, TheTerminalGetsOneWordWhateverTheText) {
+    ::setenv("SHELL", "/bin/sh", 1);
+    installTerminal("gnome-terminal");
+    run("echo \"a b\" > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "a b\n"));
+    const std::string arguments = readFile(home() / "terminal.arguments");
+    const std::string before = std::string("--\0", 3) + runtime().string() + "/kestrel-launch-";
+    EXPECT_TRUE(arguments.starts_with(before)) << arguments;
+    EXPECT_EQ(arguments.size(), before.size() + std::string_view("XXXXXX/run").size() + 1);
+}
+
+TEST_F(ShellTerminalTest, AShellThatDoesNotExistIsReplaced) {
+    ::setenv("SHELL", "/nowhere/shell", 1);
+    installTerminal("xterm");
+    run("echo ran > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "ran\n"));
+}
+
+TEST_F(ShellTerminalTest, WithoutATerminalNothingIsLeftBehind) {
+    ::setenv("PATH", programs().c_str(), 1);
+    run("echo ran > ~/out");
+    EXPECT_FALSE(hasScratch());
+}
+
+TEST_F(ShellTerminalTest, ATerminalThatCannotStartLeavesNothingBehind) {
+    writeFile(programs() / "xterm", "#!/nowhere/interpreter\n", 0755);
+    ::setenv("TERMINAL", "xterm", 1);
+    run("echo ran > ~/out");
+    EXPECT_FALSE(hasScratch());
+}
+
+TEST_F(ShellTerminalTest, LeftoversAreSweptAtTheStart) {
+    const fs::path old = runtime() / "kestrel-launch-old123";
+    fs::create_directory(old);
+    fs::permissions(old, fs::perms(0700));
+    writeFile(old / "cmd", "secret");
+    const struct timespec then { std::time(nullptr) - 7200, 0 };
+    const struct timespec times[] = {then, then};
+    ASSERT_EQ(::utimensat(AT_FDCWD, old.c_str(), times, 0), 0);
+    {
+        LaunchWorker worker;
+        const ShellTerminal terminal(worker);
+    }
+    EXPECT_FALSE(fs::exists(old));
+}
+
+TEST_F(ShellTerminalTest, TheApplicationIsTheEntryThatStartsTheTerminal) {
+    installTerminal("true");
+    LaunchWorker worker;
+    ShellTerminal terminal(worker);
+    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
+    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
+}
+
+TEST_F(ShellTerminalTest, TheApplicationIsTheProgramWhenNoEntryStartsIt) {
+    installTerminal("terminal-without-entry");
+    LaunchWorker worker;
+    EXPECT_EQ(ShellTerminal(worker).applicationPath(),
+              (programs() / "terminal-without-entry").string());
+}
+
+TEST_F(ShellTerminalTest, WithoutATerminalThereIsNoApplication) {
+    ::setenv("PATH", programs().c_str(), 1);
+    LaunchWorker worker;
+    EXPECT_EQ(ShellTerminal(worker).applicationPath(), std::nullopt);
+}
+
+} // namespace
+} // namespace kestrel::linux_shell
