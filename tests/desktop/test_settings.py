@@ -205,13 +205,22 @@ class SettingsTest(DesktopTest):
 
     def test_delete_by_the_keyboard_down_to_the_empty_state(self):
         kestrel = self.start_with_three()
-        for title, left in (("Charlie", [0, 1]), ("Alpha", [1]), ("Bravo", [])):
+        for title, left in (("Charlie", [0, 1]), ("Bravo", [0]), ("Alpha", [])):
             kestrel.click_row(title)
             self.desktop.key("Delete")
             self.assert_stored(*left)
         kestrel.accessible.find("push button", "Add First Item")
         self.assertEqual(kestrel.stored(), b"[]")
         self.assertEqual(kestrel.open_popover().rect.height, popover_height(0))
+
+    def test_click_where_a_row_was_deleted_is_no_double_click(self):
+        kestrel = self.start_with_three()
+        place = kestrel.accessible.find("list item", "Alpha").rect.center
+        self.desktop.click(*place)
+        self.desktop.key("Delete")
+        self.desktop.click(*place)
+        self.assert_stored(1, 2)
+        self.assert_stays(lambda: not kestrel.form_is_open())
 
     def test_click_on_empty_space_keeps_edit_on_the_row(self):
         kestrel = self.start_with_three()
