@@ -13,7 +13,8 @@ class CloudKeyValueStore {
   public:
     virtual ~CloudKeyValueStore() = default;
 
-    /// The bytes stored under `key`; nothing when the key is missing, unreadable or holds no data.
+    /// The bytes stored under `key`; nothing when the key is missing. A value that is there but
+    /// cannot be read is given as no bytes at all, which decode as no list.
     virtual std::optional<std::string> dataForKey(std::string_view key) = 0;
 
     /// Stores bytes under `key`, whole or not at all. The platform carries them to the user's

@@ -75,6 +75,13 @@ std::optional<std::string> FileStore::read(std::string_view key) const {
     }
 }
 
+bool FileStore::holds(std::string_view key) const {
+    if (directory_.empty() || !namesAFile(key))
+        return false;
+    const std::string path = directory_ + "/" + std::string(key);
+    return open(AT_FDCWD, path.c_str(), O_PATH).isOpen() || errno != ENOENT;
+}
+
 bool FileStore::write(std::string_view key, std::string_view data) {
     if (directory_.empty() || !namesAFile(key) || data.size() > maximumSize)
         return false;

@@ -36,6 +36,9 @@ class FileStore {
     /// not a regular file that can be read to its end. Never waits for a writer.
     [[nodiscard]] std::optional<std::string> read(std::string_view key) const;
 
+    /// True when something stands under `key`, whether or not it can be read.
+    [[nodiscard]] bool holds(std::string_view key) const;
+
     /// Puts `data` under `key`, atomically and durably, with mode 0600. True when it is stored;
     /// otherwise the old value is there, whole, and nothing is left behind. What is not a regular
     /// file, a directory or a device, is never replaced. A write that the end of the process cut

@@ -18,7 +18,12 @@ FolderCloudStore::FolderCloudStore(FileOperations& operations, std::string direc
     : store_(operations, std::move(directory), MissingDirectory::fail) {}
 
 std::optional<std::string> FolderCloudStore::dataForKey(std::string_view key) {
-    return store_.read(key);
+    auto data = store_.read(key);
+    // What cannot be read is there all the same: as bytes that do not decode it is passed over, but
+    // not taken for a missing value, which a local list would be put in place of.
+    if (!data && store_.holds(key))
+        data.emplace();
+    return data;
 }
 
 // A write that fails has left the stored value as it was, which is all that is asked of it.

@@ -56,6 +56,21 @@ TEST_F(FolderCloudTest, WithoutAnAccountNothingIsReadOrMade) {
     EXPECT_EQ(namesIn(folder.path()), Names{});
 }
 
+TEST_F(FolderCloudTest, AValueThatCannotBeReadIsThereWithoutBytes) {
+    fs::create_directories(directory + "/launcherItems");
+    EXPECT_EQ(cloud.defaultStore()->dataForKey("launcherItems"), "");
+    fs::remove(directory + "/launcherItems");
+    EXPECT_EQ(cloud.defaultStore()->dataForKey("launcherItems"), std::nullopt);
+    fs::create_symlink("launcherItems", directory + "/launcherItems");
+    EXPECT_EQ(cloud.defaultStore()->dataForKey("launcherItems"), "");
+}
+
+TEST_F(FolderCloudTest, ALinkWhoseEndIsMissingIsAMissingValue) {
+    fs::create_directory(directory);
+    fs::create_symlink(folder / "elsewhere", directory + "/launcherItems");
+    EXPECT_EQ(cloud.defaultStore()->dataForKey("launcherItems"), std::nullopt);
+}
+
 TEST_F(FolderCloudTest, ALinkToNowhereIsNotFollowedIntoBeing) {
     fs::create_directory_symlink(folder / "Sync", directory);
     cloud.defaultStore()->setData("[]", "launcherItems");
