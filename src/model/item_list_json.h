@@ -19,8 +19,9 @@ std::optional<std::string> encodeItems(std::span<const LauncherItem> items);
 /// One item as a JSON object, by the same rules.
 std::optional<std::string> encodeItem(const LauncherItem& item);
 
-/// Reads a whole list or nothing: one wrong element, malformed JSON or another top level than an
-/// array fails the decode. Unknown keys are ignored; of a key that stands twice the last one
+/// Reads a whole list or nothing: one wrong element, malformed JSON, invalid UTF-8, the escape of a
+/// lone surrogate, nesting beyond some 1,000 levels or another top level than an array fails the
+/// decode. Unknown keys are ignored, whatever their value; of a key that stands twice the last one
 /// counts; one UTF-8 byte-order mark at the front is skipped.
 std::optional<std::vector<LauncherItem>> decodeItems(std::string_view json);
 

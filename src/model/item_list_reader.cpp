@@ -106,16 +106,18 @@ bool skipByteOrderMark(std::string_view& json) {
     return !json.starts_with(mark);
 }
 
-/// The root of `json`, owned by `parser`. Nothing for malformed JSON, invalid UTF-8 (the escape of
-/// a lone surrogate included) and too deep a nesting.
-std::optional<dom::element> parse(dom::parser& parser, std::string_view json) {
+/// Parses `json` into `document`, which owns the root. Nothing for malformed JSON, invalid UTF-8
+/// (the escape of a lone surrogate included) and too deep a nesting.
+std::optional<dom::element> parse(dom::document& document, std::string_view json) {
     if (!skipByteOrderMark(json))
         return std::nullopt;
+    // Not kept longer than the parse, so that the items can have the memory of its large buffers.
+    dom::parser parser;
     dom::element root;
-    simdjson::error_code error = parser.parse(json.data(), json.size()).get(root);
+    auto error = parser.parse_into_document(document, json.data(), json.size()).get(root);
     if (error == simdjson::NUMBER_ERROR) {
         const std::string zeroed = withNumbersZeroed(json);
-        error = parser.parse(zeroed).get(root);
+        error = parser.parse_into_document(document, zeroed).get(root);
     }
     if (error != simdjson::SUCCESS)
         return std::nullopt;
@@ -125,14 +127,14 @@ std::optional<dom::element> parse(dom::parser& parser, std::string_view json) {
 } // namespace
 
 std::optional<std::vector<LauncherItem>> decodeItems(std::string_view json) {
-    dom::parser parser;
-    const auto root = parse(parser, json);
+    dom::document document;
+    const auto root = parse(document, json);
     return root ? readItems(*root, json.size()) : std::nullopt;
 }
 
 std::optional<LauncherItem> decodeItem(std::string_view json) {
-    dom::parser parser;
-    const auto root = parse(parser, json);
+    dom::document document;
+    const auto root = parse(document, json);
     return root ? readItem(*root) : std::nullopt;
 }
 

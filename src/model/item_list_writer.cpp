@@ -42,8 +42,7 @@ void appendEscaped(std::string& json, char c) {
 void appendString(std::string& json, std::string_view text) {
     json += '"';
     while (!text.empty()) {
-        const auto* const end =
-            std::ranges::find_if(text, [](char c) { return escapeOf(c) != 0; });
+        const auto* const end = std::ranges::find_if(text, [](char c) { return escapeOf(c) != 0; });
         const auto length = static_cast<std::size_t>(end - text.begin());
         json.append(text, 0, length);
         text.remove_prefix(length);

@@ -8,8 +8,8 @@
 
 namespace kestrel {
 
-/// `json` with every well-formed number outside strings replaced by 0. A malformed number stays as
-/// it is, so the result is valid JSON exactly when `json` is, apart from the range of its numbers.
+/// `json` with every well-formed number outside strings replaced by 0. What is malformed stays
+/// malformed, so the result is valid JSON exactly when `json` is.
 std::string withNumbersZeroed(std::string_view json);
 
 } // namespace kestrel

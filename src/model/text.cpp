@@ -1,18 +1,16 @@
 #include "model/text.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
+#include <array>
+#include <functional>
 #include <optional>
+#include <string>
 #include <utf8proc.h>
+#include <vector>
 
 namespace kestrel::text {
 
 namespace {
-
-struct Free {
-    void operator()(utf8proc_uint8_t* memory) const { std::free(memory); } // NOLINT: C allocation
-};
 
 bool isAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -22,29 +20,61 @@ const utf8proc_uint8_t* bytes(std::string_view text) {
     return reinterpret_cast<const utf8proc_uint8_t*>(text.data());
 }
 
-/// The canonical decomposition (NFD) and its length in bytes.
-struct Decomposed {
-    std::unique_ptr<utf8proc_uint8_t, Free> memory;
-    std::size_t size = 0;
+using Characters = std::vector<utf8proc_int32_t>;
 
-    std::string_view view() const { return {reinterpret_cast<const char*>(memory.get()), size}; }
-};
+utf8proc_propval_t combiningClass(utf8proc_int32_t character) {
+    return utf8proc_get_property(character)->combining_class;
+}
 
 enum class Case { kept, folded };
 
-/// Nothing when `text` is not valid UTF-8.
-std::optional<Decomposed> decomposed(std::string_view text, Case letters = Case::kept) {
-    int options = UTF8PROC_STABLE | UTF8PROC_DECOMPOSE;
-    if (letters == Case::folded)
-        options |= UTF8PROC_CASEFOLD;
-    utf8proc_uint8_t* result = nullptr;
-    const utf8proc_ssize_t size =
-        utf8proc_map(bytes(text), static_cast<utf8proc_ssize_t>(text.size()), &result,
-                     static_cast<utf8proc_option_t>(options));
-    if (size < 0)
-        return std::nullopt;
-    return Decomposed{.memory = std::unique_ptr<utf8proc_uint8_t, Free>(result),
-                      .size = static_cast<std::size_t>(size)};
+/// Appends the full canonical decomposition of one character, or of what its case folds to.
+void appendDecomposed(Characters& characters, utf8proc_int32_t character, Case letters) {
+    std::array<utf8proc_int32_t, 16> parts{}; // three folded letters of four parts each at most
+    int boundary = 0;
+    const int options = UTF8PROC_DECOMPOSE | (letters == Case::folded ? UTF8PROC_CASEFOLD : 0);
+    const utf8proc_ssize_t count = utf8proc_decompose_char(
+        character, parts.data(), parts.size(), static_cast<utf8proc_option_t>(options), &boundary);
+    characters.insert(characters.end(), parts.begin(), parts.begin() + count);
+}
+
+/// The canonical ordering: sorts each run of combining marks by class. The library's own ordering
+/// takes time with the square of a run's length, minutes for a stored text made of marks alone.
+void sortMarks(Characters& characters) {
+    const auto isMark = [](utf8proc_int32_t c) { return combiningClass(c) != 0; };
+    for (auto run = characters.begin(); run != characters.end();) {
+        run = std::find_if(run, characters.end(), isMark);
+        const auto end = std::find_if_not(run, characters.end(), isMark);
+        std::ranges::stable_sort(run, end, {}, combiningClass);
+        run = end;
+    }
+}
+
+std::string utf8(const Characters& characters) {
+    std::string result;
+    for (const utf8proc_int32_t character : characters) {
+        std::array<utf8proc_uint8_t, 4> units{};
+        const utf8proc_ssize_t count = utf8proc_encode_char(character, units.data());
+        result.append(units.begin(), units.begin() + count);
+    }
+    return result;
+}
+
+/// The canonical decomposition (NFD). Nothing when `text` is not valid UTF-8.
+std::optional<std::string> decomposed(std::string_view text, Case letters = Case::kept) {
+    Characters characters;
+    characters.reserve(text.size());
+    while (!text.empty()) {
+        utf8proc_int32_t character = 0;
+        const utf8proc_ssize_t length =
+            utf8proc_iterate(bytes(text), static_cast<utf8proc_ssize_t>(text.size()), &character);
+        if (length <= 0)
+            return std::nullopt;
+        appendDecomposed(characters, character, letters);
+        text.remove_prefix(static_cast<std::size_t>(length));
+    }
+    sortMarks(characters);
+    return utf8(characters);
 }
 
 bool isSpace(utf8proc_int32_t character) {
@@ -79,7 +109,7 @@ bool equal(std::string_view a, std::string_view b) {
         return false;
     const auto first = decomposed(a);
     const auto second = decomposed(b);
-    return first && second && first->view() == second->view();
+    return first && second && *first == *second;
 }
 
 std::size_t hash(std::string_view text) {
@@ -87,7 +117,7 @@ std::size_t hash(std::string_view text) {
     if (isAscii(text))
         return hasher(text);
     const auto canonical = decomposed(text);
-    return hasher(canonical ? canonical->view() : text);
+    return hasher(canonical ? *canonical : text);
 }
 
 bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
@@ -100,7 +130,7 @@ bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
     }
     const auto foldedText = decomposed(text, Case::folded);
     const auto foldedPrefix = decomposed(prefix, Case::folded);
-    return foldedText && foldedPrefix && foldedText->view().starts_with(foldedPrefix->view());
+    return foldedText && foldedPrefix && foldedText->starts_with(*foldedPrefix);
 }
 
 std::string_view trimmedOfSpaces(std::string_view text) {

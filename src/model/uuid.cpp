@@ -6,20 +6,30 @@ namespace kestrel {
 
 namespace {
 
-/// The positions of the hyphens in the 8-4-4-4-12 form.
-constexpr bool isHyphen(std::size_t position) {
-    return position == 8 || position == 13 || position == 18 || position == 23;
-}
+/// The hyphens and the first digits of the bytes in the 8-4-4-4-12 form.
+constexpr std::array<std::uint8_t, 4> hyphenPositions{8, 13, 18, 23};
+constexpr std::array<std::uint8_t, 16> bytePositions{0,  2,  4,  6,  9,  11, 14, 16,
+                                                     19, 21, 24, 26, 28, 30, 32, 34};
 
-/// The value of a hexadecimal digit; -1 for any other character.
-constexpr int digitValue(char character) {
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    return -1;
+/// Marks, in `digitValues`, what is no hexadecimal digit; no sum of digits has this bit.
+constexpr unsigned noDigit = 0x100;
+
+/// The value of every hexadecimal digit. A table, since the digits of an id are too random for a
+/// processor to predict branches on them.
+constexpr std::array<std::uint16_t, 256> digitValues = [] {
+    std::array<std::uint16_t, 256> table{};
+    table.fill(noDigit);
+    for (unsigned digit = 0; digit < 10; ++digit)
+        table['0' + digit] = static_cast<std::uint16_t>(digit);
+    for (unsigned digit = 0; digit < 6; ++digit) {
+        table['A' + digit] = static_cast<std::uint16_t>(10 + digit);
+        table['a' + digit] = static_cast<std::uint16_t>(10 + digit);
+    }
+    return table;
+}();
+
+constexpr unsigned digitValue(char character) {
+    return digitValues[static_cast<unsigned char>(character)];
 }
 
 } // namespace
@@ -42,34 +52,29 @@ Uuid Uuid::random() {
 std::optional<Uuid> Uuid::parse(std::string_view text) {
     if (text.size() != textLength)
         return std::nullopt;
-    Bytes bytes;
-    std::size_t filled = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        if (isHyphen(i)) {
-            if (text[i] != '-')
-                return std::nullopt;
-            ++i;
-            continue;
-        }
-        const int high = digitValue(text[i]);
-        const int low = digitValue(text[i + 1]);
-        if (high < 0 || low < 0)
+    for (const std::size_t position : hyphenPositions) {
+        if (text[position] != '-')
             return std::nullopt;
-        bytes[filled++] = static_cast<std::uint8_t>(high * 16 + low);
-        i += 2;
     }
+    Bytes bytes;
+    unsigned seen = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const unsigned high = digitValue(text[bytePositions[i]]);
+        const unsigned low = digitValue(text[bytePositions[i] + 1U]);
+        seen |= high | low;
+        bytes[i] = static_cast<std::uint8_t>(high << 4U | low);
+    }
+    if ((seen & noDigit) != 0)
+        return std::nullopt;
     return Uuid(bytes);
 }
 
 std::string Uuid::toString() const {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(textLength);
-    for (const std::uint8_t byte : bytes_) {
-        if (isHyphen(text.size()))
-            text += '-';
-        text += digits[byte >> 4U];
-        text += digits[byte & 0x0FU];
+    std::string text(textLength, '-');
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+        text[bytePositions[i]] = digits[bytes_[i] >> 4U];
+        text[bytePositions[i] + 1U] = digits[bytes_[i] & 0x0FU];
     }
     return text;
 }

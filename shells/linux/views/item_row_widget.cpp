@@ -145,7 +145,10 @@ void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
                                                          parts.detail.width());
     painter.setFont(font);
     painter.setPen(colorFor(row_style::detail.color, palette()));
-    painter.drawText(parts.detail, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, detail);
+    // Some fonts draw an underscore below their own height.
+    painter.drawText(parts.detail,
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                     detail);
     drawBadge(painter, parts.badge.topLeft(), badge_, palette());
 }
 

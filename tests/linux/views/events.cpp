@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTest>
 #include <QWheelEvent>
 
 namespace kestrel::linux_shell {
@@ -61,6 +62,12 @@ void keyClick(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const Q
     QApplication::sendEvent(&widget, &down);
     QKeyEvent up(QEvent::KeyRelease, key, modifiers, text);
     QApplication::sendEvent(&widget, &up);
+}
+
+void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
+    QWindow* const window = widget.window()->windowHandle();
+    QTest::simulateEvent(window, true, key, modifiers, text, false);
+    QTest::simulateEvent(window, false, key, modifiers, text, false);
 }
 
 } // namespace kestrel::linux_shell

@@ -47,4 +47,9 @@ void wheel(QWidget& widget, QPoint position, int angle);
 void keyClick(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
               const QString& text = {});
 
+/// The same for the whole window of `widget`: shortcuts come first, then the widget that has the
+/// focus.
+void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                   const QString& text = {});
+
 } // namespace kestrel::linux_shell

@@ -32,8 +32,12 @@ void RoundedField::setStyleFont(const style::Font& font) {
 }
 
 void RoundedField::show(const QString& text) {
-    if (text != this->text()) {
-        setText(text);
+    if (text == this->text()) {
+        return;
+    }
+    setText(text);
+    if (!hasFocus()) {
+        setCursorPosition(0); // a long text shows its beginning
     }
 }
 

@@ -1,0 +1,64 @@
+"""What the tests of the running program share."""
+import os
+import signal
+import time
+import unittest
+
+from desktop import Desktop
+from processes import Timeout, wait_for
+from program import Kestrel
+
+# Where a test that fails leaves its picture of the screen.
+EVIDENCE = os.environ.get("KESTREL_EVIDENCE", "build/desktop-failures")
+TEST_LIMIT = 90
+
+
+class DesktopTest(unittest.TestCase):
+    """A test with a desktop of its own, which ends with the test."""
+
+    def setUp(self):
+        self.desktop = self.kestrel = None
+        signal.signal(signal.SIGALRM, self._expired)
+        signal.alarm(TEST_LIMIT)
+        self.addCleanup(signal.alarm, 0)
+
+    @staticmethod
+    def _expired(*_):
+        raise Timeout(f"the test took more than {TEST_LIMIT} s")
+
+    def start_desktop(self, **options):
+        """Starts the test's desktop (see Desktop)."""
+        self.desktop = self.enterContext(Desktop(**options))
+        return self.desktop
+
+    def start_kestrel(self, environment=None):
+        """Starts the program on the test's desktop."""
+        self.kestrel = Kestrel(self.desktop, [os.environ["KESTREL_PROGRAM"]], environment)
+        return self.kestrel
+
+    def assert_stays(self, condition, seconds=0.4):
+        """Something is so, and is still so a moment later."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            self.assertTrue(condition())
+            time.sleep(0.05)
+
+    def wait_until(self, condition, what):
+        return wait_for(condition, what=what)
+
+    def keep_evidence(self):
+        """Leaves a picture of the screen and what the program said. For the runner, on failure."""
+        if not self.desktop:
+            return None
+        os.makedirs(EVIDENCE, exist_ok=True)
+        path = os.path.join(EVIDENCE, self.id().rsplit(".", 1)[-1])
+        self.desktop.picture().save(path + ".png")
+        with open(path + ".txt", "w", encoding="utf-8") as file:
+            if self.kestrel:
+                print(*self.kestrel.process.lines, f"status {self.kestrel.process.status}",
+                      sep="\n", file=file)
+            try:
+                print(self.desktop.accessibility.dump(), file=file)
+            except Exception as error:  # The bus may be what failed.
+                print("no accessible tree:", error, file=file)
+        return path + ".png"

@@ -1,0 +1,210 @@
+#include "shells/linux/views/kit/actions_menu.h"
+#include "shells/linux/views/kit/badge.h"
+#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/rounded_field.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/kit/toolbar_button.h"
+#include "shells/linux/views/kit/wrapped_text.h"
+#include "tests/linux/views/events.h"
+#include "views/settings/settings_style.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QImage>
+#include <QTranslator>
+
+#include <gmock/gmock.h>
+
+namespace kestrel::linux_shell {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+QPalette darkPalette() {
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(40, 40, 44));
+    palette.setColor(QPalette::WindowText, Qt::white);
+    palette.setColor(QPalette::Base, QColor(30, 30, 32));
+    palette.setColor(QPalette::Highlight, QColor(0, 120, 60));
+    return palette;
+}
+
+QImage grab(QWidget& widget) {
+    return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+bool contains(const QImage& image, QColor color) {
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == color) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+TEST(StyleBridgeTest, APointIsAPixelOfTheSystemFont) {
+    const QFont font = fontFor({.size = 10, .weight = FontWeight::medium});
+    EXPECT_EQ(font.pixelSize(), 10);
+    EXPECT_EQ(font.weight(), QFont::Medium);
+    EXPECT_EQ(font.family(), QApplication::font().family());
+    EXPECT_EQ(fontFor(style::headline).weight(), QFont::Bold);
+}
+
+TEST(StyleBridgeTest, TheLevelsAreStepsOfThePalettesTextColour) {
+    using enum style::ColorLevel;
+    for (const QPalette& palette : {QPalette(Qt::lightGray), darkPalette()}) {
+        const QColor text = palette.color(QPalette::WindowText);
+        double last = 1.01;
+        for (const style::ColorLevel level : {primary, secondary, tertiary, quaternary}) {
+            const QColor color = colorFor(level, palette);
+            EXPECT_EQ(color.rgb() & 0xFFFFFF, text.rgb() & 0xFFFFFF);
+            EXPECT_LT(color.alphaF(), last);
+            last = color.alphaF();
+        }
+        EXPECT_EQ(colorFor(accent, palette), palette.color(QPalette::Highlight));
+        EXPECT_EQ(colorFor(windowBackground, palette), palette.color(QPalette::Window));
+    }
+}
+
+TEST(StyleBridgeTest, TheHighlightIsEightPercentOfThePrimaryColour) {
+    const QColor wash = washColor(darkPalette(), 0.08);
+    EXPECT_EQ(wash.red(), 255);
+    EXPECT_NEAR(wash.alphaF(), 0.08, 0.002);
+}
+
+class Shouting : public QTranslator {
+  public:
+    QString translate(const char* context, const char* key, const char* /*disambiguation*/,
+                      int /*n*/) const override {
+        return qstrcmp(context, "Kestrel") == 0 ? QString::fromUtf8(key).toUpper() : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+TEST(StyleBridgeTest, OnlyLocalizableTextsAreTranslated) {
+    Shouting translator;
+    QCoreApplication::installTranslator(&translator);
+    EXPECT_EQ(textFor({"Cancel", style::Text::Lookup::localizable}), QStringLiteral("CANCEL"));
+    EXPECT_EQ(textFor({"Settings"}), QStringLiteral("Settings"));
+    QCoreApplication::removeTranslator(&translator);
+    EXPECT_EQ(textFor({"Browse…", style::Text::Lookup::localizable}), QStringLiteral("Browse…"));
+}
+
+TEST(SymbolTest, EverySymbolOfTheProgramIsThereInItsColourAtEveryScale) {
+    for (const char* const name :
+         {"app.dashed", "doc.text", "ellipsis.circle", "gearshape", "pencil", "plus", "power",
+          "square.grid.2x2", "terminal", "trash"}) {
+        for (const double scale : {1.0, 1.25, 2.0}) {
+            const QPixmap picture = symbolPixmap(name, 20, Qt::red, scale);
+            ASSERT_FALSE(picture.isNull()) << name;
+            EXPECT_EQ(picture.width(), qRound(20 * scale)) << name;
+            EXPECT_EQ(picture.deviceIndependentSize(), QSizeF(20, 20)) << name;
+        }
+        const QImage image = symbolPixmap(name, 40, Qt::red, 1).toImage();
+        EXPECT_TRUE(contains(image, Qt::red)) << name;
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << name;
+    }
+}
+
+TEST(SymbolTest, AnUnknownNameIsANullPicture) {
+    EXPECT_TRUE(symbolPixmap("no.such.symbol", 20, Qt::red, 1).isNull());
+}
+
+TEST(ItemPictureTest, AnIconIsStretchedToExactlyTheSize) {
+    QPixmap odd(10, 40);
+    odd.fill(Qt::blue);
+    const FileIconSource icons = [&](const std::string&) { return QIcon(odd); };
+    const QPixmap picture = itemPicture(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
+    EXPECT_EQ(picture.size(), QSize(27, 27));
+    EXPECT_EQ(picture.toImage().pixelColor(1, 13), QColor(Qt::blue));
+}
+
+TEST(ItemPictureTest, AMissingIconIsANullPicture) {
+    const FileIconSource none = [](const std::string&) { return QIcon(); };
+    EXPECT_TRUE(itemPicture(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
+    EXPECT_TRUE(itemPicture(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
+}
+
+TEST(PushButtonTest, TheProminentOneIsFilledWithTheAccentColourWhileEnabled) {
+    PushButton button(QStringLiteral("Add"), PushButton::Look::prominent);
+    button.setPalette(darkPalette());
+    button.resize(button.sizeHint());
+    EXPECT_TRUE(contains(grab(button), QColor(0, 120, 60)));
+    button.setEnabled(false);
+    EXPECT_FALSE(contains(grab(button), QColor(0, 120, 60)));
+}
+
+TEST(PushButtonTest, SpacePressesAndReturnDoesNot) {
+    PushButton button(QStringLiteral("Add"), PushButton::Look::bordered);
+    EventLog log;
+    QObject::connect(&button, &QAbstractButton::clicked, [&] { log << "clicked"; });
+    keyClick(button, Qt::Key_Return);
+    keyClick(button, Qt::Key_Enter);
+    EXPECT_THAT(log.take(), IsEmpty());
+    keyClick(button, Qt::Key_Space);
+    EXPECT_THAT(log.take(), ElementsAre("clicked"));
+}
+
+TEST(ToolbarButtonTest, TheWholeRectangleReactsWhileEnabled) {
+    ToolbarButton button(QStringLiteral("Add"), "plus");
+    EXPECT_EQ(button.size(), QSize(52, 42));
+    EventLog log;
+    QObject::connect(&button, &QAbstractButton::clicked, [&] { log << "clicked"; });
+    click(button, QPoint(1, 1));
+    click(button, QPoint(50, 40));
+    EXPECT_THAT(log.take(), ElementsAre("clicked", "clicked"));
+    button.setEnabled(false);
+    click(button, QPoint(26, 20));
+    EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST(ToolbarButtonTest, IsDrawnInTheDisabledLabelColourWhileDisabled) {
+    ToolbarButton button(QStringLiteral("Add"), "plus");
+    button.setPalette(darkPalette());
+    EXPECT_TRUE(contains(grab(button), Qt::white));
+    button.setEnabled(false);
+    EXPECT_FALSE(contains(grab(button), Qt::white));
+}
+
+TEST(RoundedFieldTest, ShowingAnotherTextReportsNoEdit) {
+    RoundedField field(style::body, QStringLiteral("e.g."), QStringLiteral("Title"));
+    EventLog log;
+    QObject::connect(&field, &QLineEdit::textEdited, [&] { log << "edited"; });
+    field.show(QStringLiteral("abc"));
+    EXPECT_EQ(field.text(), QStringLiteral("abc"));
+    EXPECT_EQ(field.cursorPosition(), 0);
+    EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST(BadgeTest, PadsItsTextByFiveAndTwo) {
+    const QFontMetrics metrics(fontFor(style::caption.withWeight(FontWeight::medium)));
+    const QString text = QStringLiteral("Command File");
+    EXPECT_EQ(badgeSize(text), QSize(metrics.horizontalAdvance(text) + 10, metrics.height() + 4));
+}
+
+TEST(TextLabelTest, WrapsAtItsMaximumWidth) {
+    TextLabel label(toQString(settings_style::empty_placeholder::hint.english), {style::callout});
+    const QSize oneLine = label.sizeHint();
+    label.setMaximumTextWidth(oneLine.width() * 2 / 3);
+    EXPECT_LE(label.sizeHint().width(), oneLine.width() * 2 / 3);
+    EXPECT_GE(label.sizeHint().height(), oneLine.height() * 2 - 2);
+}
+
+TEST(WrappedTextTest, NeedsALineForEachLineBreakAndBreaksLongWords) {
+    const QFont font = fontFor(style::body);
+    const int line = wrappedHeight(QStringLiteral("one"), font, 400);
+    EXPECT_EQ(line, QFontMetrics(font).height());
+    EXPECT_NEAR(wrappedHeight(QStringLiteral("one\ntwo"), font, 400), 2 * line, 2);
+    EXPECT_GE(wrappedHeight(QString(200, QLatin1Char('m')), font, 400), 4 * line);
+    EXPECT_EQ(wrappedHeight(QString(), font, 400), line);
+}
+
+} // namespace
+} // namespace kestrel::linux_shell
