@@ -1,0 +1,88 @@
+#include "shells/linux/desktop/popover_placement.h"
+
+#include <gmock/gmock.h>
+
+namespace kestrel::linux_shell {
+namespace {
+
+constexpr QSize size(240, 223);
+constexpr QRect screen(0, 0, 1280, 800);
+
+/// A screen with a panel of 30 pixels along one edge.
+constexpr ScreenArea topPanel{screen, QRect(0, 30, 1280, 770)};
+constexpr ScreenArea bottomPanel{screen, QRect(0, 0, 1280, 770)};
+constexpr ScreenArea leftPanel{screen, QRect(30, 0, 1250, 800)};
+constexpr ScreenArea rightPanel{screen, QRect(0, 0, 1250, 800)};
+constexpr ScreenArea unknownPanel{screen, screen};
+
+TEST(PopoverPlacementTest, HangsUnderAnIconAtTheTop) {
+    const QRect placed = placedAtIcon(QRect(600, 4, 22, 22), size, topPanel);
+    EXPECT_EQ(placed.size(), size);
+    EXPECT_NEAR(placed.center().x(), QRect(600, 4, 22, 22).center().x(), 1);
+    EXPECT_EQ(placed.top(), 34);
+}
+
+TEST(PopoverPlacementTest, StandsOnAnIconAtTheBottom) {
+    const QRect placed = placedAtIcon(QRect(600, 774, 22, 22), size, bottomPanel);
+    EXPECT_EQ(placed.top() + placed.height(), 766);
+}
+
+TEST(PopoverPlacementTest, StandsBesideAnIconAtTheLeftOrRight) {
+    const QRect left = placedAtIcon(QRect(4, 400, 22, 22), size, leftPanel);
+    EXPECT_EQ(left.left(), 34);
+    EXPECT_NEAR(left.center().y(), 411, 1);
+    const QRect right = placedAtIcon(QRect(1254, 400, 22, 22), size, rightPanel);
+    EXPECT_EQ(right.left() + right.width(), 1246);
+}
+
+TEST(PopoverPlacementTest, StaysInsideTheScreenAtEveryCorner) {
+    const QRect inside = screen.adjusted(4, 4, -4, -4);
+    for (const auto& area : {topPanel, bottomPanel, leftPanel, rightPanel, unknownPanel}) {
+        for (const QPoint corner :
+             {QPoint(0, 0), QPoint(1258, 0), QPoint(0, 778), QPoint(1258, 778), QPoint(640, 400)}) {
+            const QRect placed = placedAtIcon(QRect(corner, QSize(22, 22)), size, area);
+            EXPECT_TRUE(inside.contains(placed)) << corner.x() << "," << corner.y();
+            EXPECT_EQ(placed.size(), size);
+        }
+    }
+}
+
+TEST(PopoverPlacementTest, WithoutAKnownPanelACornerBelongsToABarAlongTheTopOrBottom) {
+    const QRect top = placedAtIcon(QRect(1256, 0, 24, 30), size, unknownPanel);
+    EXPECT_EQ(top.top(), 34);
+    const QRect bottom = placedAtIcon(QRect(1256, 770, 24, 30), size, unknownPanel);
+    EXPECT_EQ(bottom.top() + bottom.height(), 766);
+    const QRect side = placedAtIcon(QRect(0, 400, 30, 24), size, unknownPanel);
+    EXPECT_EQ(side.left(), 34);
+}
+
+TEST(PopoverPlacementTest, PointerInAPanelStandsForTheIcon) {
+    EXPECT_EQ(iconAround(QPoint(600, 15), topPanel), QRect(600, 15, 1, 1));
+    const QRect placed = placedAtIcon(iconAround(QPoint(600, 15), topPanel), size, topPanel);
+    EXPECT_EQ(placed.top(), 34);
+}
+
+TEST(PopoverPlacementTest, PointerInAnUnknownPanelIsGivenRoomToTheEdge) {
+    const QRect icon = iconAround(QPoint(600, 20), unknownPanel);
+    EXPECT_EQ(icon.center().x(), 599);
+    EXPECT_LE(icon.top(), 0);
+    EXPECT_GE(icon.top() + icon.height(), 40);
+    const QRect edge = iconAround(QPoint(600, 0), unknownPanel);
+    EXPECT_GE(edge.top() + edge.height(), 16);
+}
+
+TEST(PopoverPlacementTest, CornerIsTheTopRightOneOfWhatPanelsLeave) {
+    EXPECT_EQ(placedInCorner(size, topPanel), QRect(QPoint(1036, 34), size));
+    EXPECT_EQ(placedInCorner(size, rightPanel), QRect(QPoint(1006, 4), size));
+}
+
+TEST(PopoverPlacementTest, SecondScreenHasCoordinatesOfItsOwn) {
+    const ScreenArea second{QRect(1280, 200, 1920, 1080), QRect(1280, 200, 1920, 1050)};
+    const QRect placed = placedAtIcon(QRect(3170, 1254, 22, 22), size, second);
+    EXPECT_TRUE(second.available.contains(placed));
+    EXPECT_EQ(placed.top() + placed.height(), 1246);
+    EXPECT_EQ(placedInCorner(size, second).topLeft(), QPoint(2956, 204));
+}
+
+} // namespace
+} // namespace kestrel::linux_shell

@@ -1,0 +1,156 @@
+#include "shells/linux/desktop/popover_window.h"
+
+#include "tests/linux/desktop/waiting.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace kestrel::linux_shell {
+namespace {
+
+class FakeButton : public AnchoredButton {
+  public:
+    void setImage(std::shared_ptr<Image>) override {}
+    void setImageIsTemplate(bool) override {}
+    void setAction(std::function<void(StatusBarButton&)>) override {}
+    void sendActionOn(EventMask) override {}
+    PopoverAnchor anchor() const override { return place; }
+
+    PopoverAnchor place;
+};
+
+class PopoverWindowTest : public testing::Test {
+  protected:
+    PopoverWindowTest() {
+        auto widget = std::make_unique<QWidget>();
+        content = widget.get();
+        content->setFocusPolicy(Qt::StrongFocus);
+        popover.setContentViewController(std::make_unique<WidgetController>(std::move(widget)));
+        popover.setContentSize({240, 181});
+        popover.setBehavior(PopoverBehavior::transient);
+    }
+
+    void open() { popover.showRelativeTo(button, RectEdge::minY); }
+
+    void mouse(QEvent::Type type, QPoint position) {
+        const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, position, popover.mapToGlobal(position), Qt::LeftButton, buttons,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&popover, &event);
+    }
+
+    void key(int key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(content, &event);
+    }
+
+    QRect contentOnScreen() const { return {content->mapToGlobal(QPoint(0, 0)), content->size()}; }
+
+    FakeButton button;
+    PopoverWindow popover;
+    QWidget* content = nullptr;
+};
+
+TEST_F(PopoverWindowTest, ContentHasExactlyTheSizeThatWasSet) {
+    open();
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_TRUE(content->isVisible());
+    EXPECT_EQ(content->size(), QSize(240, 181));
+    popover.performClose();
+    popover.setContentSize({240, 361});
+    open();
+    EXPECT_EQ(content->size(), QSize(240, 361));
+}
+
+TEST_F(PopoverWindowTest, OpensAtTheIcon) {
+    button.place = {.kind = PopoverAnchor::Kind::icon, .icon = QRect(400, 0, 24, 24), .point = {}};
+    open();
+    EXPECT_NEAR(contentOnScreen().center().x(), QRect(400, 0, 24, 24).center().x(), 1);
+    EXPECT_EQ(contentOnScreen().top(), 28);
+}
+
+TEST_F(PopoverWindowTest, WithoutAnIconOpensInTheTopRightCorner) {
+    open();
+    const QRect screen = popover.screen()->availableGeometry();
+    EXPECT_EQ(contentOnScreen().topRight(), screen.topRight() + QPoint(-4, 4));
+}
+
+TEST_F(PopoverWindowTest, EscapeCloses) {
+    open();
+    key(Qt::Key_A);
+    EXPECT_TRUE(popover.isShown());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, ClickElsewhereClosesOnTheReleaseOnly) {
+    open();
+    mouse(QEvent::MouseButtonPress, QPoint(-50, 300));
+    EXPECT_TRUE(popover.isShown());
+    mouse(QEvent::MouseButtonRelease, QPoint(-50, 300));
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, ClickOnItsShadowIsElsewhere) {
+    open();
+    mouse(QEvent::MouseButtonPress, content->geometry().topLeft() - QPoint(2, 2));
+    mouse(QEvent::MouseButtonRelease, content->geometry().topLeft() - QPoint(2, 2));
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, ClickInsideLeavesItOpen) {
+    open();
+    mouse(QEvent::MouseButtonPress, content->geometry().center());
+    mouse(QEvent::MouseButtonRelease, content->geometry().center());
+    EXPECT_TRUE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, ReleaseOfAPressFromBeforeTheOpeningLeavesItOpen) {
+    open();
+    mouse(QEvent::MouseButtonRelease, QPoint(-50, 300));
+    EXPECT_TRUE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, ToolkitsLateCloseDoesNotReachAFreshPopover) {
+    open();
+    EXPECT_FALSE(popover.close());
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_TRUE(waitUntil([&] { return popover.close(); }));
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(PopoverWindowTest, PreparingShowsNothing) {
+    popover.prepare();
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_FALSE(content->isVisible());
+}
+
+TEST_F(PopoverWindowTest, FocusGoesToTheContent) {
+    open();
+    popover.contentViewController()->makeWindowKey();
+    EXPECT_TRUE(waitUntil([&] { return content->hasFocus(); }));
+}
+
+TEST_F(PopoverWindowTest, CanBeFoundByTitleAndRole) {
+    EXPECT_EQ(popover.windowTitle(), QStringLiteral("Kestrel"));
+    EXPECT_EQ(popover.windowRole(), QStringLiteral("popover"));
+}
+
+TEST(PopoverWindowOwnershipTest, ContentDiesWithThePopover) {
+    QPointer<QWidget> content = new QWidget;
+    {
+        PopoverWindow popover;
+        popover.setContentViewController(
+            std::make_unique<WidgetController>(std::unique_ptr<QWidget>(content)));
+    }
+    EXPECT_TRUE(content.isNull());
+}
+
+} // namespace
+} // namespace kestrel::linux_shell
