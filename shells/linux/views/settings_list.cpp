@@ -27,9 +27,11 @@ SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
 
 int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
 
+void SettingsRows::prepareHeights(int width) { metrics_.emplace(width); }
+
 int SettingsRows::heightOf(int row, int width) const {
     const LauncherItem& item = view_.items()[static_cast<std::size_t>(row)];
-    return ItemRowWidget::heightFor(toQString(item.title), toQString(rawValue(item.type)), width);
+    return (metrics_ ? *metrics_ : ItemRowMetrics(width)).heightFor(item.title, item.type);
 }
 
 QString SettingsRows::titleOf(int row) const {

@@ -66,6 +66,7 @@ void RowList::rebuildGeometry() {
     if (const std::optional<int> height = source_.uniformHeight()) {
         geometry_ = RowGeometry::uniform(source_.count(), *height, padding);
     } else {
+        source_.prepareHeights(rowsWidth());
         std::vector<int> heights(static_cast<std::size_t>(source_.count()));
         for (std::size_t row = 0; row < heights.size(); ++row) {
             heights[row] = source_.heightOf(static_cast<int>(row), rowsWidth());
