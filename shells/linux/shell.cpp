@@ -66,8 +66,9 @@ void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
 void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
-    QTimer::singleShot(panelPatience, statusBar_.item(), [this] {
-        if (!statusBar_.item()->hasPanel()) {
+    auto* item = statusBar_.item();
+    QTimer::singleShot(panelPatience, item, [this, item] {
+        if (!item->hasHadPanel()) {
             reopen();
         }
     });

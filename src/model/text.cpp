@@ -26,29 +26,15 @@ utf8proc_propval_t combiningClass(utf8proc_int32_t character) {
     return utf8proc_get_property(character)->combining_class;
 }
 
-<<<<<<< HEAD
 enum class Case { kept, folded };
 
-/// Nothing when `text` is not valid UTF-8.
-std::optional<Decomposed> decomposed(std::string_view text, Case letters = Case::kept) {
-    int options = UTF8PROC_STABLE | UTF8PROC_DECOMPOSE;
-    if (letters == Case::folded)
-        options |= UTF8PROC_CASEFOLD;
-    utf8proc_uint8_t* result = nullptr;
-    const utf8proc_ssize_t size =
-        utf8proc_map(bytes(text), static_cast<utf8proc_ssize_t>(text.size()), &result,
-                     static_cast<utf8proc_option_t>(options));
-    if (size < 0)
-        return std::nullopt;
-    return Decomposed{.memory = std::unique_ptr<utf8proc_uint8_t, Free>(result),
-                      .size = static_cast<std::size_t>(size)};
-=======
-/// Appends the full canonical decomposition of one character.
-void appendDecomposed(Characters& characters, utf8proc_int32_t character) {
-    std::array<utf8proc_int32_t, 4> parts{}; // the longest of all
+/// Appends the full canonical decomposition of one character, or of what its case folds to.
+void appendDecomposed(Characters& characters, utf8proc_int32_t character, Case letters) {
+    std::array<utf8proc_int32_t, 16> parts{}; // three folded letters of four parts each at most
     int boundary = 0;
-    const utf8proc_ssize_t count = utf8proc_decompose_char(character, parts.data(), parts.size(),
-                                                           UTF8PROC_DECOMPOSE, &boundary);
+    const int options = UTF8PROC_DECOMPOSE | (letters == Case::folded ? UTF8PROC_CASEFOLD : 0);
+    const utf8proc_ssize_t count = utf8proc_decompose_char(
+        character, parts.data(), parts.size(), static_cast<utf8proc_option_t>(options), &boundary);
     characters.insert(characters.end(), parts.begin(), parts.begin() + count);
 }
 
@@ -75,7 +61,7 @@ std::string utf8(const Characters& characters) {
 }
 
 /// The canonical decomposition (NFD). Nothing when `text` is not valid UTF-8.
-std::optional<std::string> decomposed(std::string_view text) {
+std::optional<std::string> decomposed(std::string_view text, Case letters = Case::kept) {
     Characters characters;
     characters.reserve(text.size());
     while (!text.empty()) {
@@ -84,12 +70,11 @@ std::optional<std::string> decomposed(std::string_view text) {
             utf8proc_iterate(bytes(text), static_cast<utf8proc_ssize_t>(text.size()), &character);
         if (length <= 0)
             return std::nullopt;
-        appendDecomposed(characters, character);
+        appendDecomposed(characters, character, letters);
         text.remove_prefix(static_cast<std::size_t>(length));
     }
     sortMarks(characters);
     return utf8(characters);
->>>>>>> model
 }
 
 bool isSpace(utf8proc_int32_t character) {
@@ -145,7 +130,7 @@ bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
     }
     const auto foldedText = decomposed(text, Case::folded);
     const auto foldedPrefix = decomposed(prefix, Case::folded);
-    return foldedText && foldedPrefix && foldedText->view().starts_with(foldedPrefix->view());
+    return foldedText && foldedPrefix && foldedText->starts_with(*foldedPrefix);
 }
 
 std::string_view trimmedOfSpaces(std::string_view text) {

@@ -318,15 +318,19 @@ class Desktop(Session):
         """All windows that are shown, the topmost first."""
         found = []
         tree = self.run("xwininfo", "-root", "-tree")
-        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+'
-                                r'(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)', tree, re.M):
-            width, height, x, y = (int(line[i]) for i in range(3, 7))
-            if width <= 1 or "IsViewable" not in self.run("xwininfo", "-id", line[1]):
+        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+(\d+)x',
+                                tree, re.M):
+            if int(line[3]) <= 1:
                 continue
+            # The tree may be older than the window's being shown: only this is of one moment.
+            now = self.run("xwininfo", "-id", line[1])
+            if "IsViewable" not in now:
+                continue
+            rect = Rect(*(int(re.search(rf"{what}:\s+(-?\d+)", now)[1]) for what in (
+                "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
             role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
             title = line[2][1:-1] if line[2].startswith('"') else ""
-            found.append(X11Window(line[1], title, role[1] if role else "",
-                                   Rect(x, y, width, height)))
+            found.append(X11Window(line[1], title, role[1] if role else "", rect))
         return found
 
     def window(self, role=None, title=None):

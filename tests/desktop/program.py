@@ -3,6 +3,7 @@ import json
 import os
 import re
 
+from images import Rect
 from processes import wait_for
 
 BUS_NAME = "app.kestrel.Kestrel"
@@ -13,6 +14,14 @@ POPOVER_WIDTH = 240
 def popover_height(count):
     """The height of the popover in pixels for a number of items."""
     return 181 if count == 0 else min(count * 34 + 12, 320) + 41
+
+
+def popover_content(window):
+    """Where the popover's content is: without the shadow that it has around it on a desktop with a
+    compositor."""
+    margin = (window.rect.width - POPOVER_WIDTH) // 2
+    x, y, width, height = window.rect
+    return Rect(x + margin, y + margin, width - 2 * margin, height - 2 * margin)
 
 
 def item(kind, title, text=None, identity=None):

@@ -168,6 +168,13 @@ class StartTest(DesktopTest):
         self.assertTrue(first.process.is_running)
         self.assertEqual(len(self.desktop.status_items()), 1)
 
+    def test_popover_grows_with_the_scale_of_the_screen(self):
+        self.start_desktop(panel="fake")
+        self.start_kestrel({"QT_SCALE_FACTOR": "2"})
+        rect = self.kestrel.open_popover().rect
+        self.assertEqual(rect[2:], (2 * POPOVER_WIDTH, 2 * popover_height(0)))
+        self.assertTrue(self.desktop.bounds.contains(rect), rect)
+
     def test_quit_ends_the_program(self):
         self.start_desktop(panel="fake")
         self.start_kestrel()

@@ -120,6 +120,32 @@ class SettingsTest(DesktopTest):
         kestrel.finish_form_adding()
         kestrel.wait_for_stored([item(COMMAND, "Switch", "echo switch")])
 
+    def choose_file(self, path, accept=True):
+        """Names a file in the dialog behind "Browse…", and accepts or cancels it."""
+        self.kestrel.click_on("push button", "Browse…")
+        self.kestrel.accessible.find("push button", "Open|Choose")
+        self.desktop.type(path)
+        self.desktop.key("Return" if accept else "Escape")
+        self.wait_until(lambda: not self.kestrel.accessible.find_all("push button", "Open|Choose"),
+                        "the dialog to close")
+
+    def test_browse_fills_in_the_path_and_an_empty_title(self):
+        kestrel = self.start()
+        script = self.desktop.write("home/Desktop/deploy.command", "#!/bin/sh\n", 0o755)
+        other = self.desktop.write("home/Desktop/other.txt", "")
+        kestrel.click_on("push button", "Add First Item")
+        kestrel.choose_kind(FILE)
+        self.choose_file(other, accept=False)
+        self.assertEqual((kestrel.field("Title"), kestrel.field("File")), ("", ""))
+        self.choose_file(script)
+        self.wait_until(lambda: kestrel.field("File") == script, "the path")
+        self.assertEqual(kestrel.field("Title"), "deploy")
+        self.choose_file(other)
+        self.wait_until(lambda: kestrel.field("File") == other, "the other path")
+        self.assertEqual(kestrel.field("Title"), "deploy")
+        kestrel.finish_form_adding()
+        kestrel.wait_for_stored([item(FILE, "deploy", other)])
+
     def test_cancel_and_escape_change_nothing(self):
         kestrel = self.start_with_three()
         before = kestrel.stored()
@@ -205,13 +231,22 @@ class SettingsTest(DesktopTest):
 
     def test_delete_by_the_keyboard_down_to_the_empty_state(self):
         kestrel = self.start_with_three()
-        for title, left in (("Charlie", [0, 1]), ("Alpha", [1]), ("Bravo", [])):
+        for title, left in (("Charlie", [0, 1]), ("Bravo", [0]), ("Alpha", [])):
             kestrel.click_row(title)
             self.desktop.key("Delete")
             self.assert_stored(*left)
         kestrel.accessible.find("push button", "Add First Item")
         self.assertEqual(kestrel.stored(), b"[]")
         self.assertEqual(kestrel.open_popover().rect.height, popover_height(0))
+
+    def test_click_where_a_row_was_deleted_is_no_double_click(self):
+        kestrel = self.start_with_three()
+        place = kestrel.accessible.find("list item", "Alpha").rect.center
+        self.desktop.click(*place)
+        self.desktop.key("Delete")
+        self.desktop.click(*place)
+        self.assert_stored(1, 2)
+        self.assert_stays(lambda: not kestrel.form_is_open())
 
     def test_click_on_empty_space_keeps_edit_on_the_row(self):
         kestrel = self.start_with_three()

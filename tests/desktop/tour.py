@@ -12,7 +12,7 @@ import sys
 
 from desktop import Desktop
 from processes import Timeout, wait_for
-from program import Kestrel, item, popover_height
+from program import Kestrel, item, popover_content, popover_height
 
 APP, FILE, COMMAND = "App", "Command File", "Inline Command"
 BACKGROUND = (0x35, 0x50, 0x6B)
@@ -70,14 +70,14 @@ class Tour:
 
     def click_icon(self):
         self.desktop.click(*self.desktop.icon_rect().center)
-        return self.kestrel.wait_for_popover()
+        return popover_content(self.kestrel.wait_for_popover())
 
     def start(self):
         self.kestrel = Kestrel(self.desktop, [self.program])
         return f"the icon is in the panel at {tuple(self.desktop.icon_rect())}"
 
     def open_empty(self):
-        rect = self.click_icon().rect
+        rect = self.click_icon()
         assert rect[2:] == (240, popover_height(0)), rect
         assert self.desktop.bounds.contains(rect), rect
         self.kestrel.accessible.find("label", "No items yet")
@@ -121,7 +121,7 @@ class Tour:
 
     def open_full(self):
         self.kestrel.close_settings()
-        rect = self.click_icon().rect
+        rect = self.click_icon()
         assert rect[2:] == (240, popover_height(3)), rect
         self.kestrel.wait_for_rows(["Editor", "Deploy", "Say hello"])
         return f"the popover shows the three items in a height of {rect.height}"
@@ -178,7 +178,7 @@ class Tour:
     def close(self):
         self.kestrel.close_settings()
         assert self.kestrel.process.is_running
-        assert self.click_icon().rect.height == popover_height(2)
+        assert self.click_icon().height == popover_height(2)
         return "the window is closed, the icon stays, and the popover shows two items"
 
     def quit(self):
