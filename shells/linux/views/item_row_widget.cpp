@@ -41,6 +41,9 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
 }
 
 void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
+    if (row.item.id != item_.item.id) {
+        giveFocusToList();
+    }
     item_ = std::move(row);
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());

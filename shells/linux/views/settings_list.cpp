@@ -5,6 +5,7 @@
 #include "shells/linux/views/kit/style_bridge.h"
 #include "views/settings/item_row_style.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -59,7 +60,8 @@ void SettingsList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     const QColor ground = palette().color(QPalette::Active, QPalette::Base);
     painter.fillRect(event->rect(), ground);
-    const bool active = hasFocus() && isActiveWindow();
+    const QWidget* const focused = QApplication::focusWidget();
+    const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
         fillRounded(painter, rowRect(currentRow()), highlightRadius,

@@ -134,6 +134,27 @@ TEST_F(ItemRowWidgetTest, TheMenuActsOnTheItemForWhichItOpened) {
     EXPECT_THAT(titles(manager.items), ElementsAre("Third", "First"));
 }
 
+TEST_F(ItemRowWidgetTest, DeletingFromTheKeyboardLeavesNoOtherRowsActionsUnderTheNextKey) {
+    view().setSelectedID(first.id);
+    turnEventLoop();
+    key(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), &row(0).actionsButton());
+    Q_EMIT row(0).actionsButton().menu()->aboutToShow();
+    menuOf(0)[2]->trigger();
+    turnEventLoop();
+    EXPECT_THAT(titles(manager.items), ElementsAre("Second", "Third"));
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+}
+
+TEST_F(ItemRowWidgetTest, ArrowKeysOnTheActionsButtonAreTheLists) {
+    view().setSelectedID(first.id);
+    turnEventLoop();
+    key(Qt::Key_Tab);
+    key(Qt::Key_Down);
+    EXPECT_EQ(view().selectedID(), second.id);
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+}
+
 TEST_F(ItemRowWidgetTest, TheMenusEditOpensTheSheetForTheRow) {
     Q_EMIT row(2).actionsButton().menu()->aboutToShow();
     menuOf(2)[0]->trigger();

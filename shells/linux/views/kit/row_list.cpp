@@ -137,9 +137,7 @@ void RowList::realise(int row) {
 }
 
 void RowList::park(ListRow* row) {
-    if (row->isAncestorOf(QApplication::focusWidget())) {
-        setFocus(Qt::OtherFocusReason);
-    }
+    row->giveFocusToList();
     row->hide();
     row->setRow(-1);
     row->setState({});
