@@ -1,5 +1,6 @@
 #include "shells/linux/views/item_row_widget.h"
 
+#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/actions_menu.h"
 #include "shells/linux/views/kit/badge.h"
@@ -21,27 +22,6 @@ namespace {
 
 namespace row_style = item_row_style;
 
-int lineHeight(const style::Font& font) { return QFontMetrics(fontFor(font)).height(); }
-
-/// Where the text ends and how much of the row stands to the right of it.
-struct Columns {
-    int textLeft = 0;
-    int textWidth = 0;
-    int actionsLeft = 0;
-    int badgeLeft = 0;
-};
-
-Columns columnsOf(const QString& badge, int width) {
-    const int spacing = pixels(row_style::spacing);
-    Columns columns;
-    columns.textLeft = ItemRowWidget::sideInset + pixels(row_style::iconSize.width) + spacing;
-    columns.badgeLeft = width - ItemRowWidget::sideInset - badgeSize(badge).width();
-    columns.actionsLeft = columns.badgeLeft - spacing - symbolExtent(row_style::actions.font.size);
-    // The flexible space before the actions button may shrink to nothing but has two neighbours.
-    columns.textWidth = std::max(columns.actionsLeft - 2 * spacing - columns.textLeft, 1);
-    return columns;
-}
-
 } // namespace
 
 ItemRowWidget::ItemRowWidget(QWidget* parent)
@@ -61,6 +41,9 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
 }
 
 void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
+    if (row.item.id != item_.item.id) {
+        giveFocusToList();
+    }
     item_ = std::move(row);
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());
@@ -71,28 +54,20 @@ void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
     update();
 }
 
-int ItemRowWidget::heightFor(const QString& title, const QString& badge, int width) {
-    const int text =
-        wrappedHeight(title, fontFor(row_style::title.font), columnsOf(badge, width).textWidth) +
-        pixels(row_style::lineSpacing) + lineHeight(row_style::detail.font);
-    const int content = std::max(text, pixels(row_style::iconSize.height));
-    return content + pixels(row_style::padding.top) + pixels(row_style::padding.bottom);
-}
-
 ItemRowWidget::Layout ItemRowWidget::layOut(const QString& title, const QString& badge, int width,
                                             int height) {
-    const Columns columns = columnsOf(badge, width);
+    const ItemRowColumns columns = itemRowColumns(badge, width);
     const auto centered = [height](int left, QSize size) {
         return QRect(QPoint(left, (height - size.height()) / 2), size);
     };
     const int titleHeight = wrappedHeight(title, fontFor(row_style::title.font), columns.textWidth);
-    const int detailHeight = lineHeight(row_style::detail.font);
+    const int detailHeight = itemRowLineHeight(row_style::detail.font);
     const int spacing = pixels(row_style::lineSpacing);
     const QRect text =
         centered(columns.textLeft, QSize(columns.textWidth, titleHeight + spacing + detailHeight));
     const int actions = symbolExtent(row_style::actions.font.size);
     return {
-        .icon = centered(sideInset, sizeFor(row_style::iconSize)),
+        .icon = centered(itemRowInset, sizeFor(row_style::iconSize)),
         .title = QRect(text.topLeft(), QSize(text.width(), titleHeight)),
         .detail =
             QRect(text.left(), text.top() + titleHeight + spacing, text.width(), detailHeight),

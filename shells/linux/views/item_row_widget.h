@@ -15,9 +15,6 @@ class ItemRowWidget : public ListRow {
     Q_OBJECT
 
   public:
-    /// What the list adds around a row's own content, inside the selection's highlight.
-    static constexpr int sideInset = 8; // pixels
-
     /// Where the parts of a row lie.
     struct Layout {
         QRect icon;
@@ -35,9 +32,6 @@ class ItemRowWidget : public ListRow {
     const ItemRow& item() const { return item_; }
     EllipsisButton& actionsButton() const { return *actions_; }
     Layout layoutOfParts() const;
-
-    /// The height of a row with that title and badge in the given width.
-    static int heightFor(const QString& title, const QString& badge, int width);
 
     /// The same menu as the actions button's, at a point of the screen.
     void popUpMenu(QPoint globalPosition);

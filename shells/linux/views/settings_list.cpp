@@ -5,6 +5,7 @@
 #include "shells/linux/views/kit/style_bridge.h"
 #include "views/settings/item_row_style.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -27,9 +28,11 @@ SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
 
 int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
 
+void SettingsRows::prepareHeights(int width) { metrics_.emplace(width); }
+
 int SettingsRows::heightOf(int row, int width) const {
     const LauncherItem& item = view_.items()[static_cast<std::size_t>(row)];
-    return ItemRowWidget::heightFor(toQString(item.title), toQString(rawValue(item.type)), width);
+    return (metrics_ ? *metrics_ : ItemRowMetrics(width)).heightFor(item.title, item.type);
 }
 
 QString SettingsRows::titleOf(int row) const {
@@ -57,7 +60,8 @@ void SettingsList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     const QColor ground = palette().color(QPalette::Active, QPalette::Base);
     painter.fillRect(event->rect(), ground);
-    const bool active = hasFocus() && isActiveWindow();
+    const QWidget* const focused = QApplication::focusWidget();
+    const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
         fillRounded(painter, rowRect(currentRow()), highlightRadius,

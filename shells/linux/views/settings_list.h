@@ -1,9 +1,12 @@
 #pragma once
 // The list of items in the settings window: an inset list whose selection is a rounded highlight.
 
+#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/row_list.h"
 #include "views/settings/settings_view.h"
+
+#include <optional>
 
 namespace kestrel::linux_shell {
 
@@ -14,6 +17,7 @@ class SettingsRows : public RowSource {
 
     int count() const override;
     std::optional<int> uniformHeight() const override { return std::nullopt; }
+    void prepareHeights(int width) override;
     int heightOf(int row, int width) const override;
     QString titleOf(int row) const override;
     ListRow* makeRow(QWidget* parent) override;
@@ -22,6 +26,7 @@ class SettingsRows : public RowSource {
   private:
     SettingsView& view_;
     FileIconSource fileIcons_;
+    std::optional<ItemRowMetrics> metrics_;
 };
 
 class SettingsList : public RowList {

@@ -1,8 +1,12 @@
 #include "shells/linux/views/item_row_widget.h"
 
+#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/badge.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/wrapped_text.h"
 #include "tests/linux/views/widget_fixture.h"
+#include "views/settings/item_row_style.h"
 
 #include <QAction>
 #include <QMenu>
@@ -27,12 +31,12 @@ class ItemRowWidgetTest : public SettingsFixture {
 TEST_F(ItemRowWidgetTest, PartsStandTenPointsApartFromTheIconToTheBadge) {
     const ItemRowWidget::Layout parts = row(0).layoutOfParts();
     EXPECT_EQ(parts.icon.size(), QSize(22, 22));
-    EXPECT_EQ(parts.icon.left(), ItemRowWidget::sideInset);
+    EXPECT_EQ(parts.icon.left(), itemRowInset);
     EXPECT_EQ(parts.title.left(), parts.icon.left() + 22 + 10);
     EXPECT_EQ(parts.detail.left(), parts.title.left());
     EXPECT_EQ(parts.detail.top(), parts.title.top() + parts.title.height() + 2);
     EXPECT_EQ(parts.badge.left(), parts.actions.left() + parts.actions.width() + 10);
-    EXPECT_EQ(parts.badge.left() + parts.badge.width(), row(0).width() - ItemRowWidget::sideInset);
+    EXPECT_EQ(parts.badge.left() + parts.badge.width(), row(0).width() - itemRowInset);
     EXPECT_EQ(parts.badge.size(), badgeSize(QStringLiteral("App")));
 }
 
@@ -56,6 +60,29 @@ TEST_F(ItemRowWidgetTest, ALongTitleWrapsAndMakesItsRowHigher) {
     EXPECT_EQ(row(0).height() - (parts.detail.top() + parts.detail.height()), 4);
     EXPECT_EQ(row(1).y(), row(0).y() + row(0).height());
     EXPECT_EQ(row(1).height(), before);
+}
+
+TEST_F(ItemRowWidgetTest, TheQuickHeightIsTheLaidOutOne) {
+    const std::vector<std::string> texts{"",          "Editor",    "AV To. WA, fi ffl jjj",
+                                         "Übersicht", "日本語",    "two\nlines",
+                                         "M",         "\t\x01\x7f"};
+    const QFont font = fontFor(item_row_style::title.font);
+    for (const int width : {220, 300, 480, 900}) {
+        const ItemRowMetrics metrics(width);
+        for (const std::string& text : texts) {
+            for (int times = 1; times < 40; ++times) {
+                std::string title;
+                for (int i = 0; i < times; ++i) {
+                    title += text;
+                }
+                const int textWidth = itemRowColumns(QStringLiteral("App"), width).textWidth;
+                const int expected = wrappedHeight(toQString(title), font, textWidth) + 2 +
+                                     itemRowLineHeight(item_row_style::detail.font) + 8;
+                ASSERT_EQ(metrics.heightFor(title, ItemType::app), expected)
+                    << width << " " << title;
+            }
+        }
+    }
 }
 
 TEST_F(ItemRowWidgetTest, ActionsShowOnHoverAndForTheCommittedItemInTheSamePlace) {
@@ -105,6 +132,27 @@ TEST_F(ItemRowWidgetTest, TheMenuActsOnTheItemForWhichItOpened) {
     menuOf(1)[2]->trigger();
     turnEventLoop();
     EXPECT_THAT(titles(manager.items), ElementsAre("Third", "First"));
+}
+
+TEST_F(ItemRowWidgetTest, DeletingFromTheKeyboardLeavesNoOtherRowsActionsUnderTheNextKey) {
+    view().setSelectedID(first.id);
+    turnEventLoop();
+    key(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), &row(0).actionsButton());
+    Q_EMIT row(0).actionsButton().menu()->aboutToShow();
+    menuOf(0)[2]->trigger();
+    turnEventLoop();
+    EXPECT_THAT(titles(manager.items), ElementsAre("Second", "Third"));
+    EXPECT_EQ(QApplication::focusWidget(), &list());
+}
+
+TEST_F(ItemRowWidgetTest, ArrowKeysOnTheActionsButtonAreTheLists) {
+    view().setSelectedID(first.id);
+    turnEventLoop();
+    key(Qt::Key_Tab);
+    key(Qt::Key_Down);
+    EXPECT_EQ(view().selectedID(), second.id);
+    EXPECT_EQ(QApplication::focusWidget(), &list());
 }
 
 TEST_F(ItemRowWidgetTest, TheMenusEditOpensTheSheetForTheRow) {

@@ -2,6 +2,7 @@
 
 #include "shells/linux/views/kit/row_list.h"
 
+#include <QApplication>
 #include <QEnterEvent>
 
 namespace kestrel::linux_shell {
@@ -21,6 +22,13 @@ void ListRow::setState(const State& state) {
     if (state != state_) {
         state_ = state;
         stateChanged();
+    }
+}
+
+void ListRow::giveFocusToList() {
+    RowList* list = listOf(*this);
+    if (list != nullptr && isAncestorOf(QApplication::focusWidget())) {
+        list->setFocus(Qt::OtherFocusReason);
     }
 }
 

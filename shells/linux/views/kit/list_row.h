@@ -29,6 +29,10 @@ class ListRow : public QWidget {
     /// The state has changed; repaints.
     virtual void stateChanged() { update(); }
 
+    /// For a row that is bound to another item: its controls must not keep the keyboard, whose
+    /// next key would act on an item that the user has not chosen.
+    void giveFocusToList();
+
     void enterEvent(QEnterEvent* event) override;
 
   private:

@@ -66,6 +66,7 @@ void RowList::rebuildGeometry() {
     if (const std::optional<int> height = source_.uniformHeight()) {
         geometry_ = RowGeometry::uniform(source_.count(), *height, padding);
     } else {
+        source_.prepareHeights(rowsWidth());
         std::vector<int> heights(static_cast<std::size_t>(source_.count()));
         for (std::size_t row = 0; row < heights.size(); ++row) {
             heights[row] = source_.heightOf(static_cast<int>(row), rowsWidth());
@@ -136,9 +137,7 @@ void RowList::realise(int row) {
 }
 
 void RowList::park(ListRow* row) {
-    if (row->isAncestorOf(QApplication::focusWidget())) {
-        setFocus(Qt::OtherFocusReason);
-    }
+    row->giveFocusToList();
     row->hide();
     row->setRow(-1);
     row->setState({});

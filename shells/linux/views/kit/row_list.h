@@ -28,8 +28,10 @@ class RowSource {
     virtual int count() const = 0;
 
     /// The height of every row in pixels; nothing when they differ, and then `heightOf` is asked
-    /// for each row whenever the rows or the width change, so it has to be quick.
+    /// for each row whenever the rows, the width or the font change, so it has to be quick.
+    /// `prepareHeights` comes once before that.
     virtual std::optional<int> uniformHeight() const = 0;
+    virtual void prepareHeights(int /*width*/) {}
     virtual int heightOf(int row, int width) const = 0;
 
     /// What a screen reader says.

@@ -52,6 +52,7 @@ void RowList::keyPressEvent(QKeyEvent* event) {
         event->ignore();
     } else if (const auto step = stepOf(*event)) {
         lastInput_ = LastInput::keyboard;
+        setFocus(Qt::OtherFocusReason); // the key may come from a control of a row
         if (isMenu()) {
             Q_EMIT stepRequested(*step);
         } else {
