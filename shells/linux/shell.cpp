@@ -1,9 +1,12 @@
 #include "shells/linux/shell.h"
 
+#include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/views/kit/symbol.h"
 
 #include <QDBusConnection>
+#include <QIcon>
+#include <QLocale>
 #include <QTimer>
 
 #include <chrono>
@@ -54,6 +57,14 @@ Shell::Shell(QApplication& application)
                  .openPanel = openPanel_,
                  .viewHosts = viewHosts_}) {
     initResources();
+    forgetStartupTokens();
+    // A language without a translation shows the English texts.
+    if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
+                         QStringLiteral(":/kestrel/translations")))
+        QCoreApplication::installTranslator(&translator_);
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("app.kestrel.Kestrel"),
+                         QIcon(QStringLiteral(":/kestrel/icons/app.kestrel.Kestrel.svg"))));
 }
 
 int Shell::run() {
@@ -66,8 +77,9 @@ void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
 void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
-    QTimer::singleShot(panelPatience, statusBar_.item(), [this] {
-        if (!statusBar_.item()->hasPanel()) {
+    auto* item = statusBar_.item();
+    QTimer::singleShot(panelPatience, item, [this, item] {
+        if (!item->hasHadPanel()) {
             reopen();
         }
     });

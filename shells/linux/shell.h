@@ -19,6 +19,7 @@
 #include "shells/linux/views/symbol_images.h"
 
 #include <QApplication>
+#include <QTranslator>
 
 #include <string>
 
@@ -41,6 +42,7 @@ class Shell {
   private:
     void applicationDidFinishLaunching();
 
+    QTranslator translator_;
     QtMainQueue mainQueue_;
     SystemClock clock_;
     std::string dataDirectory_;

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QWindow>
 
 #include <chrono>
 #include <utility>
@@ -13,6 +14,10 @@ namespace {
 
 constexpr std::chrono::milliseconds lookInterval{5};
 constexpr int longestSearch = 800; // milliseconds
+
+// A compositor that was busy with a held button when the window came looks again when it comes
+// anew.
+constexpr int patience = 200; // milliseconds
 
 // An icon clicked again is clicked about where it was before; the pointer need not move then.
 constexpr int samePlace = 24;
@@ -45,6 +50,7 @@ void PointerCatcher::find(std::function<void(QPoint)> found) {
     found_ = std::move(found);
     stalePosition_ = QCursor::pos();
     sinceStart_.start();
+    sinceShown_.start();
     looking_.start();
     cover();
 }
@@ -54,11 +60,20 @@ void PointerCatcher::look() {
     const bool isWhereItWas =
         lastFound_ && (stalePosition_ - *lastFound_).manhattanLength() < samePlace;
     if (position == stalePosition_ && !isWhereItWas && !sinceStart_.hasExpired(longestSearch)) {
+        comeAnew();
         return;
     }
     looking_.stop();
     lastFound_ = position;
     std::exchange(found_, nullptr)(position);
+}
+
+void PointerCatcher::comeAnew() {
+    if (sinceShown_.hasExpired(patience)) {
+        sinceShown_.start();
+        windowHandle()->hide();
+        windowHandle()->show();
+    }
 }
 
 void PointerCatcher::mouseReleaseEvent(QMouseEvent* event) {

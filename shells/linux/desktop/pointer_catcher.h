@@ -33,11 +33,13 @@ class PointerCatcher final : public QWidget {
 
   private:
     void look();
+    void comeAnew();
 
     std::function<void()> clicked_;
     std::function<void(QPoint)> found_;
     QTimer looking_;
     QElapsedTimer sinceStart_;
+    QElapsedTimer sinceShown_;
     QPoint stalePosition_;
     std::optional<QPoint> lastFound_;
 };

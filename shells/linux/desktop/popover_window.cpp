@@ -25,6 +25,9 @@ constexpr int fadeTime = 120; // milliseconds
 // one that was opened since.
 constexpr int staleCloseTime = 150; // milliseconds
 
+// A bar of a Wayland session covers every X11 window, and some sessions do not tell where it is.
+constexpr int unknownBarHeight = 40; // pixels
+
 ScreenArea areaAround(QPoint point) {
     auto* screen = QGuiApplication::screenAt(point);
     if (screen == nullptr) {
@@ -45,7 +48,11 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
     case PopoverAnchor::Kind::corner:
         break;
     }
-    return placedInCorner(size, areaAround(QCursor::pos()));
+    auto area = areaAround(QCursor::pos());
+    if (x11::isXWayland() && area.available == area.whole) {
+        area.available.setTop(area.available.top() + unknownBarHeight);
+    }
+    return placedInCorner(size, area);
 }
 
 } // namespace

@@ -92,6 +92,7 @@ PopoverAnchor LinuxStatusItem::anchor() const {
 
 // StatusNotifierItem is the better protocol: the icon moves to it whenever it is offered.
 void LinuxStatusItem::choosePanel() {
+    hasHadPanel_ = hasHadPanel_ || hasPanel();
     if (notifier_.hasHost()) {
         patience_.stop();
         xembed_.reset();

@@ -62,6 +62,9 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     /// True while a panel shows the icon, or is about to.
     bool hasPanel() const;
 
+    /// True once there has been such a panel; it may be restarting.
+    bool hasHadPanel() const { return hasHadPanel_; }
+
     /// Without a click, the popover goes where the icon is known to be, else into the corner.
     PopoverAnchor anchor() const;
     void updateIcon();
@@ -87,6 +90,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     std::optional<QColor> trayColor_;
     std::optional<QPoint> lastClick_;
     bool isClick_ = false;
+    bool hasHadPanel_ = false;
 };
 
 /// Main thread only.

@@ -8,7 +8,7 @@
 #include <QString>
 #include <sys/stat.h>
 
-#include <array>
+#include <initializer_list>
 #include <optional>
 #include <string_view>
 #include <unordered_map>

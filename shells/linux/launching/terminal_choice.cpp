@@ -146,7 +146,8 @@ std::string terminalName(const TerminalSurroundings& surroundings, const std::st
     std::string name = realName(surroundings, program);
     if (name.ends_with(wrapper))
         name.resize(name.size() - wrapper.size());
-    return name;
+    // Debian's script around xterm, which no entry starts.
+    return name == "lxterm" ? "xterm" : name;
 }
 
 } // namespace kestrel::linux_shell

@@ -44,7 +44,7 @@ std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalSurroundings&
 TerminalSurroundings processSurroundings();
 
 /// The name by which a desktop entry would call the program at that path: its last component, for
-/// x-terminal-emulator that of what it leads to, without the ".wrapper" of Debian's alternatives.
+/// x-terminal-emulator that of what it leads to, without the wrappers of Debian's alternatives.
 std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program);
 
 } // namespace kestrel::linux_shell

@@ -62,7 +62,7 @@ std::optional<std::string> FileDialogOpenPanel::runModal(const OpenPanelOptions&
         return std::nullopt;
     }
     const QStringList chosen = accepted ? dialog->selectedFiles() : QStringList();
-    dialog->deleteLater();
+    delete dialog;
     if (chosen.isEmpty() || chosen.first().isEmpty()) {
         return std::nullopt;
     }

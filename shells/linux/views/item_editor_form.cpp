@@ -145,11 +145,18 @@ void ItemEditorForm::connectButtons() {
     });
     connect(cancel_, &QAbstractButton::clicked, this, [this] { view_->cancel(); });
     connect(confirm_, &QAbstractButton::clicked, this, [this] { view_->commitSave(); });
-    cancel_->setShortcut(QKeySequence(Qt::Key_Escape));
-    confirm_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
-    // The keypad's Enter is another key.
-    auto* enter = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Enter), this);
-    connect(enter, &QShortcut::activated, confirm_, &QAbstractButton::click);
+    addShortcut(Qt::Key_Escape, *cancel_);
+    addShortcut(Qt::CTRL | Qt::Key_Return, *confirm_);
+    addShortcut(Qt::CTRL | Qt::Key_Enter, *confirm_); // the keypad's is another key
+}
+
+// A button's own shortcut presses it only after an animation.
+void ItemEditorForm::addShortcut(QKeyCombination keys, PushButton& button) {
+    auto* shortcut = new QShortcut(QKeySequence(keys), this);
+    connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);
+    if (button.toolTip().isEmpty()) {
+        button.setToolTip(shortcut->key().toString(QKeySequence::NativeText));
+    }
 }
 
 void ItemEditorForm::focusFirstField() { title_->setFocus(Qt::TabFocusReason); }

@@ -44,6 +44,7 @@ class ItemEditorForm : public QWidget {
     TextLabel* makeLabel(const QString& text);
     void connectFields();
     void connectButtons();
+    void addShortcut(QKeyCombination keys, PushButton& button);
     void scheduleRedraw();
     void redraw();
     void redrawTypeRow();

@@ -169,7 +169,6 @@ void SettingsWidget::redrawList() {
     const bool hadFocus = content_->isAncestorOf(QApplication::focusWidget());
     list_->setVisible(!empty);
     placeholder_->setVisible(empty);
-    setFocusProxy(empty ? placeholderButton_ : list_);
     if (hadFocus) {
         focusContent();
     }
@@ -221,10 +220,15 @@ ItemEditorForm* SettingsWidget::form() const {
 }
 
 void SettingsWidget::focusContent() {
-    if (sheet_ == nullptr) {
+    if (ItemEditorForm* open = form()) {
+        open->focusFirstField();
+    } else {
         (view_->items().empty() ? placeholderButton_ : list_)->setFocus(Qt::OtherFocusReason);
     }
 }
+
+// A focus proxy would make the whole widget one more stop for Tab.
+void SettingsWidget::focusInEvent(QFocusEvent* /*event*/) { focusContent(); }
 
 void SettingsWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);

@@ -42,6 +42,7 @@ class SettingsWidget : public QWidget {
     ItemEditorForm* form() const;
 
   protected:
+    void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
   private:

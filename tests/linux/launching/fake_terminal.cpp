@@ -1,13 +1,16 @@
 // A terminal without a window: runs what follows its option (-e, -x or --) in a pseudo-terminal,
 // writes what appears there to $HOME/transcript and types what is written to the pipe $HOME/keys.
-// Its own arguments go to $HOME/terminal.arguments, its process id to $HOME/terminal.pid.
+// Its own arguments go to $HOME/terminal.arguments; $HOME/terminal.pid gets its process id as one
+// more line.
 
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -16,6 +19,16 @@
 namespace {
 
 constexpr unsigned lifetime = 110; // seconds; no test may leave a shell behind
+
+volatile pid_t shell = 0;
+
+/// Ends with the shell and not before it: a shell that still runs would write into the home folder
+/// while the test removes it.
+void endWithShell(int) {
+    if (shell > 0 && ::kill(shell, SIGKILL) == 0)
+        ::waitpid(shell, nullptr, 0);
+    ::_exit(0);
+}
 
 /// Copies what is there from one descriptor to another; false at the end.
 bool copyOnce(int from, int to) {
@@ -50,12 +63,14 @@ int main(int count, char** arguments) {
     for (int i = 1; i < count; ++i)
         log << arguments[i] << '\0';
     log.close();
-    std::ofstream(folder + "/terminal.pid") << ::getpid() << '\n';
+    std::ofstream(folder + "/terminal.pid", std::ios::app) << ::getpid() << '\n';
 
     int first = 1;
     for (const std::string_view option : {"-e", "-x", "--"})
         if (arguments[1] == option)
             first = 2;
+    std::signal(SIGALRM, endWithShell);
+    std::signal(SIGTERM, endWithShell);
     ::alarm(lifetime);
     struct winsize size {};
     size.ws_row = 24;
@@ -63,9 +78,12 @@ int main(int count, char** arguments) {
     int master = -1;
     const pid_t child = ::forkpty(&master, nullptr, nullptr, &size);
     if (child == 0) {
+        std::signal(SIGTERM, SIG_DFL);
+        std::signal(SIGALRM, SIG_DFL);
         ::setenv("TERM", "xterm", 1);
         ::execvp(arguments[first], arguments + first);
         ::_exit(127);
     }
+    shell = child;
     return child < 0 ? 1 : pump(master, folder);
 }

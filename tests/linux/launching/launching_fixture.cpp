@@ -143,12 +143,11 @@ LaunchingTest::LaunchingTest() {
 }
 
 LaunchingTest::~LaunchingTest() {
-    const std::string text = readFile(home() / "terminal.pid");
-    const auto process = static_cast<pid_t>(std::strtol(text.c_str(), nullptr, 10));
-    if (process <= 0)
-        return;
-    ::kill(process, SIGTERM);
-    waitUntil([process] { return !isRunning(process); });
+    std::istringstream processes(readFile(home() / "terminal.pid"));
+    for (pid_t process = 0; processes >> process;) {
+        ::kill(process, SIGTERM);
+        waitUntil([process] { return !isRunning(process); });
+    }
 }
 
 fs::path LaunchingTest::terminalEntry() {

@@ -48,10 +48,11 @@ std::string installedProgram(const std::string& name);
 /// Texts, folders and HTML pages have the recorder as their default application, with the argument
 /// "open", "browse" and, in a terminal, "edit".
 class LaunchingTest : public testing::Test {
-  protected:
+  public:
     LaunchingTest();
     ~LaunchingTest() override;
 
+  protected:
     /// $HOME, the working folder of what is launched.
     std::filesystem::path home() const { return folder_.path() / "home"; }
     /// $XDG_RUNTIME_DIR, which holds the scratch folders.

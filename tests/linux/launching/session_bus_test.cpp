@@ -9,8 +9,6 @@
 namespace kestrel::linux_shell {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char* applicationInterface =
     "<node><interface name='org.freedesktop.Application'>"
     "<method name='Activate'><arg type='a{sv}' direction='in'/></method>"

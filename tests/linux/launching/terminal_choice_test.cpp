@@ -194,6 +194,8 @@ TEST(TerminalChoiceTest, TheNameOfATerminalIsThatBehindLinksAndWrappers) {
         surroundingsWith({}, {{"/usr/bin/x-terminal-emulator", "/usr/bin/gnome-terminal.wrapper"}});
     EXPECT_EQ(terminalName(surroundings, "/usr/bin/x-terminal-emulator"), "gnome-terminal");
     EXPECT_EQ(terminalName(surroundings, "/usr/bin/xterm"), "xterm");
+    EXPECT_EQ(terminalName(surroundings, "/usr/bin/lxterm"), "xterm");
+    EXPECT_EQ(terminalName(surroundings, "/opt/kitty.app/bin/kitty"), "kitty");
 }
 
 } // namespace

@@ -64,10 +64,10 @@ void keyClick(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const Q
     QApplication::sendEvent(&widget, &up);
 }
 
-void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers) {
+void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
     QWindow* const window = widget.window()->windowHandle();
-    QTest::simulateEvent(window, true, key, modifiers, QString(), false);
-    QTest::simulateEvent(window, false, key, modifiers, QString(), false);
+    QTest::simulateEvent(window, true, key, modifiers, text, false);
+    QTest::simulateEvent(window, false, key, modifiers, text, false);
 }
 
 } // namespace kestrel::linux_shell

@@ -49,6 +49,7 @@ void keyClick(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::No
 
 /// The same for the whole window of `widget`: shortcuts come first, then the widget that has the
 /// focus.
-void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                   const QString& text = {});
 
 } // namespace kestrel::linux_shell

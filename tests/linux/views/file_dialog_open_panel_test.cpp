@@ -33,23 +33,29 @@ class FileDialogOpenPanelTest : public testing::Test {
         return created.fileName().toStdString();
     }
 
-    /// Shows the panel and, once its event loop runs, picks `path`, or cancels without one.
+    /// Shows the panel and, once it is up, picks `path`, or cancels without one.
     std::optional<std::string> run(const OpenPanelOptions& options,
                                    const std::optional<std::string>& path) {
-        QTimer::singleShot(0, qApp, [this, path] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            nameFilters = dialog->nameFilters();
-            startedIn = dialog->directory().absolutePath();
-            modality = dialog->windowModality();
-            if (!path) {
-                dialog->reject();
-                return;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [this, &poll, &path] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog != nullptr && dialog->isVisible()) {
+                poll.stop();
+                answer(*dialog, path);
             }
-            dialog->selectFile(QString::fromStdString(*path));
-            static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
         });
+        poll.start(1);
         return panel.runModal(options);
+    }
+
+    void answer(QFileDialog& dialog, const std::optional<std::string>& path) {
+        nameFilters = dialog.nameFilters();
+        startedIn = dialog.directory().absolutePath();
+        modality = dialog.windowModality();
+        if (path) {
+            dialog.selectFile(QString::fromStdString(*path));
+        }
+        static_cast<QDialog&>(dialog).done(path ? QDialog::Accepted : QDialog::Rejected);
     }
 };
 

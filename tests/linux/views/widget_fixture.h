@@ -68,9 +68,9 @@ class SettingsFixture : public tests::ThreeItemsFixture {
         turnEventLoop();
     }
 
-    /// A key for whatever has the focus.
+    /// A key for the window.
     void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {}) {
-        keyClick(*QApplication::focusWidget(), key, modifiers, text);
+        sendWindowKey(*widget, key, modifiers, text);
         turnEventLoop();
     }
 };

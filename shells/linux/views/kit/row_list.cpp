@@ -88,29 +88,25 @@ void RowList::reload() {
     announceRowsChanged(*this);
 }
 
-void RowList::refresh() {
-    layoutRows();
-    for (const auto& [index, row] : rows_) {
-        source_.bindRow(*row, index);
-        row->update();
-    }
-    updateStates();
-}
+void RowList::refresh() { layoutRows(Binding::anew); }
 
 // Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
-void RowList::layoutRows() {
+void RowList::layoutRows(Binding binding) {
     const RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
     const int dragged = drag_ == nullptr ? -1 : drag_->row();
     for (auto it = rows_.begin(); it != rows_.end();) {
-        const int index = it->first;
+        const auto [index, row] = *it;
         // The dragged row stays, because it is the widget that receives the pointer's moves.
         const bool needed = (index >= range.first && index <= range.last) || index == dragged;
-        if (needed && index < geometry_.count()) {
-            ++it;
-        } else {
-            park(it->second);
+        if (!needed || index >= geometry_.count()) {
+            park(row);
             it = rows_.erase(it);
+            continue;
         }
+        if (binding == Binding::anew) {
+            source_.bindRow(*row, index);
+        }
+        ++it;
     }
     for (int index = range.first; index <= range.last; ++index) {
         realise(index);

@@ -136,12 +136,13 @@ class RowList : public QAbstractScrollArea {
     friend class ListRow;
 
     enum class LastInput { pointer, keyboard };
+    enum class Binding { keep, anew }; ///< of rows that are in sight already
 
     bool isMenu() const { return options_.kind == Kind::menu; }
     int scrollOffset() const;
     int rowsWidth() const;
     void rebuildGeometry();
-    void layoutRows();
+    void layoutRows(Binding binding = Binding::keep);
     void realise(int row);
     void park(ListRow* row);
     void updateStates();
