@@ -13,6 +13,7 @@ import pathlib
 import statistics
 import struct
 import sys
+import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -24,9 +25,13 @@ from program import encoded, item  # noqa: E402
 
 STARTS = 15
 OPENINGS = 30
+MEMORY_TURNS = 3
 IDLE_SECONDS = 10
-# What a program still does after its icon is there has ended by then.
-SETTLING_SECONDS = 2.5
+# What a program still does after its icon is there, timers of its start included, has ended then.
+SETTLING_SECONDS = 5
+# The homes are in a folder where nothing else happens: the program watches the way to its data, and
+# compilers that write into /tmp would wake it.
+HOMES = "/var/tmp"
 # The paint of an opening has ended when nothing has changed for this long.
 STILL_SECONDS = 0.08
 MANY = 100_000
@@ -114,20 +119,24 @@ class Bench:
                     cpus[name].append(cpu)
                     process.kill()
                     wait_for(lambda: not desktop.status_items(), what="the icon to go")
-            for name in self.programs:
-                process, _, _ = self.start(desktop, name)
-                time.sleep(SETTLING_SECONDS)
-                settled[name].append(cpu_ms(process.pid))
-                memory[name].append(pss_kib(process.pid) / 1024)
-                before = wake_ups(process.pid)
-                time.sleep(IDLE_SECONDS)
-                wakes[name].append(wake_ups(process.pid) - before)
-                process.kill()
-                wait_for(lambda: not desktop.status_items(), what="the icon to go")
+            for turn in range(MEMORY_TURNS):
+                for name in self.programs:
+                    process, _, _ = self.start(desktop, name)
+                    time.sleep(SETTLING_SECONDS)
+                    settled[name].append(cpu_ms(process.pid))
+                    memory[name].append(pss_kib(process.pid) / 1024)
+                    if turn == 0:
+                        before = wake_ups(process.pid)
+                        time.sleep(IDLE_SECONDS)
+                        wakes[name].append(wake_ups(process.pid) - before)
+                    process.kill()
+                    wait_for(lambda: not desktop.status_items(), what="the icon to go")
         self.compare("start to icon, CPU, ms", cpus, 1.3)
         self.compare("start to icon, time, ms", walls)
         self.compare("start and all that follows it, CPU, ms", settled)
-        self.compare("memory when idle, PSS, MiB", memory, 1.3)
+        # Other programs with the same toolkit share its pages while they run, which only lessens it.
+        largest = {name: [max(figures)] for name, figures in memory.items()}
+        self.compare("memory when idle, PSS, MiB", largest, 1.3)
         count = wakes["kestrel"][0]
         self.say(f"wake-ups in {IDLE_SECONDS} idle seconds", f"{count} / {wakes['bare'][0]} bare",
                  "none", count == 0)
@@ -207,6 +216,7 @@ class Bench:
 
 def main():
     build = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ROOT / "build" / "bench").resolve()
+    tempfile.tempdir = HOMES
     bench = Bench(build)
     bench.measure_start_and_idling()
     bench.measure_popover()
