@@ -47,6 +47,8 @@ class RowList : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
+    static constexpr int pixelsPerScrollLine = 20;
+
     enum class Kind { menu, selection };
     enum class ScrollBar { never, asNeeded };
     enum class Step { previous, next, pageUp, pageDown, first, last };
