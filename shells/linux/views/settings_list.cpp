@@ -67,10 +67,15 @@ void SettingsList::paintEvent(QPaintEvent* event) {
         fillRounded(painter, rowRect(currentRow()), highlightRadius,
                     active ? mixed(ground, accent, selectedShare)
                            : washColor(palette(), inactiveSelectedOpacity));
-    } else if (active) {
+    } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
         drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
                       palette());
     }
+}
+
+void SettingsList::focusInEvent(QFocusEvent* event) {
+    keyboardFocus_.focused(event->reason());
+    RowList::focusInEvent(event);
 }
 
 void SettingsList::changeEvent(QEvent* event) {

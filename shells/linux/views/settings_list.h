@@ -3,6 +3,7 @@
 
 #include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/keyboard_focus.h"
 #include "shells/linux/views/kit/row_list.h"
 #include "views/settings/settings_view.h"
 
@@ -39,6 +40,10 @@ class SettingsList : public RowList {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+  private:
+    KeyboardFocus keyboardFocus_;
 };
 
 } // namespace kestrel::linux_shell

@@ -10,12 +10,7 @@ ControlButton::ControlButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 void ControlButton::focusInEvent(QFocusEvent* event) {
-    const Qt::FocusReason reason = event->reason();
-    const bool comesBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
-    if (!comesBack) {
-        focusFromKeyboard_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-                             reason == Qt::ShortcutFocusReason;
-    }
+    keyboardFocus_.focused(event->reason());
     QAbstractButton::focusInEvent(event);
 }
 
@@ -25,7 +20,7 @@ void ControlButton::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    focusFromKeyboard_ = true;
+    keyboardFocus_.keyPressed();
     QAbstractButton::keyPressEvent(event);
 }
 

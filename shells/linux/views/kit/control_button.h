@@ -2,6 +2,8 @@
 // The ground of every button of the kit: knows when the pointer is over it and when its keyboard
 // focus is worth a ring. Space presses it; Return is left to others.
 
+#include "shells/linux/views/kit/keyboard_focus.h"
+
 #include <QAbstractButton>
 
 namespace kestrel::linux_shell {
@@ -16,13 +18,13 @@ class ControlButton : public QAbstractButton {
     bool showsHover() const { return isEnabled() && underMouse(); }
 
     /// The focus came from the keyboard; a click on a button needs no mark.
-    bool showsFocus() const { return hasFocus() && focusFromKeyboard_; }
+    bool showsFocus() const { return hasFocus() && keyboardFocus_.isFromKeyboard(); }
 
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    bool focusFromKeyboard_ = false;
+    KeyboardFocus keyboardFocus_;
 };
 
 } // namespace kestrel::linux_shell
