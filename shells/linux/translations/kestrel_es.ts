@@ -67,5 +67,13 @@
         <source>Add</source>
         <translation>Añadir</translation>
     </message>
+    <message>
+        <source>Items</source>
+        <translation>Elementos</translation>
+    </message>
+    <message>
+        <source>Actions</source>
+        <translation>Acciones</translation>
+    </message>
 </context>
 </TS>

@@ -67,5 +67,13 @@
         <source>Add</source>
         <translation>Ajouter</translation>
     </message>
+    <message>
+        <source>Items</source>
+        <translation>Éléments</translation>
+    </message>
+    <message>
+        <source>Actions</source>
+        <translation>Actions</translation>
+    </message>
 </context>
 </TS>

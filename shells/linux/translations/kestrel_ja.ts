@@ -67,5 +67,13 @@
         <source>Add</source>
         <translation>追加</translation>
     </message>
+    <message>
+        <source>Items</source>
+        <translation>項目</translation>
+    </message>
+    <message>
+        <source>Actions</source>
+        <translation>アクション</translation>
+    </message>
 </context>
 </TS>

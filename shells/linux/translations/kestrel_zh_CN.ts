@@ -67,5 +67,13 @@
         <source>Add</source>
         <translation>添加</translation>
     </message>
+    <message>
+        <source>Items</source>
+        <translation>项目</translation>
+    </message>
+    <message>
+        <source>Actions</source>
+        <translation>操作</translation>
+    </message>
 </context>
 </TS>

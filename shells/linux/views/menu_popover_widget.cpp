@@ -1,5 +1,6 @@
 #include "shells/linux/views/menu_popover_widget.h"
 
+#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
 #include "shells/linux/views/popover_row.h"
@@ -93,7 +94,7 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
           scheduleUpdate();
       })) {
     setFocusProxy(&list_);
-    list_.setAccessibleName(QStringLiteral("Items"));
+    list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
     // Later, so that the button has finished with its click before the popover goes.
     connect(
