@@ -78,7 +78,8 @@ void MenuPopoverWidget::Rows::bindRow(ListRow& row, int index) {
     static_cast<PopoverRow&>(row).show(toQString(item.title), view_.manager().icon(item));
 }
 
-MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons)
+MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
+                                     FileIconSource fileIcons)
     : view_(std::move(view)),
       rows_(*view_, std::move(fileIcons)),
       list_(rows_, listOptions(), this),
