@@ -17,6 +17,16 @@ constexpr std::array<int, 6> iconSizes{16, 22, 24, 32, 48, 64};
 
 const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
 
+// Readable on a light panel and on a dark one, for panels that cannot be looked at.
+constexpr QColor neutral(0x8C, 0x8C, 0x8C);
+
+/// True on the desktops whose panels paint symbolic icons in their own colours. Others take the
+/// drawing as it is, near black, even on a dark panel: they are better served with pixels.
+bool panelTintsThemedIcons() {
+    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+    return desktops.contains(QLatin1String("KDE")) || desktops.contains(QLatin1String("GNOME"));
+}
+
 // Panels that know both protocols often offer the older one first.
 constexpr std::chrono::milliseconds notifierHeadStart{1000};
 
@@ -49,7 +59,7 @@ void LinuxStatusButton::sendAction() {
 
 LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer renderer)
     : renderer_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
-          trayColor_.reset();
+          panelColor_.reset();
           choosePanel();
       }) {
     patience_.setSingleShot(true);
@@ -67,6 +77,7 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
 bool LinuxStatusItem::hasPanel() const { return notifier_.hasHost() || x11::hasTray(); }
 
 void LinuxStatusItem::clicked() {
+    sampleBackground();
     lastClick_ = QCursor::pos();
     isClick_ = true;
     button_.sendAction();
@@ -96,6 +107,7 @@ void LinuxStatusItem::choosePanel() {
     if (notifier_.hasHost()) {
         patience_.stop();
         xembed_.reset();
+        settling_.start();
         return;
     }
     lastClick_.reset();
@@ -108,22 +120,28 @@ void LinuxStatusItem::showXEmbedIcon() {
     if (notifier_.hasHost() || !x11::hasTray()) {
         return;
     }
-    trayColor_.reset();
+    panelColor_.reset();
     xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
     connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
     connect(xembed_.get(), &XEmbedIcon::painted, &settling_, qOverload<>(&QTimer::start));
 }
 
-// A panel that does not name its colours is looked at: the icon's corners show its background. A
-// change of colour paints the icon again and has this look once more, which then finds no other.
+// A panel that does not name its colours is looked at: its corners, or those of the icon in it,
+// show the background. A change of colour paints the icon again and has this look once more, which
+// then finds no other.
 void LinuxStatusItem::sampleBackground() {
-    if (xembed_ == nullptr || QApplication::activePopupWidget() != nullptr) {
+    if (QApplication::activePopupWidget() != nullptr) {
         return;
     }
-    const QImage background = xembed_->grab();
-    const auto color = background.isNull() ? trayColor_ : contrastingColor(background);
-    if (color != trayColor_) {
-        trayColor_ = color;
+    const QRect panel = x11::panelRect();
+    const qreal scale = qGuiApp->devicePixelRatio();
+    const QImage background = seenAt(
+        xembed_ != nullptr
+            ? xembed_->geometry()
+            : QRectF(QPointF(panel.topLeft()) / scale, QSizeF(panel.size()) / scale).toRect());
+    const auto color = background.isNull() ? panelColor_ : contrastingColor(background);
+    if (color != panelColor_) {
+        panelColor_ = color;
         updateIcon();
     }
 }
@@ -142,12 +160,12 @@ void LinuxStatusItem::updateIcon() {
     if (button_.image() == nullptr) {
         return;
     }
-    const QColor panelText = QApplication::palette().color(QPalette::WindowText);
     QList<QImage> images;
     for (const int size : iconSizes) {
-        images.append(drawn(size, panelText));
+        images.append(drawn(size, panelColor_.value_or(neutral)));
     }
-    const bool isThemed = button_.isTemplate() && QIcon::hasThemeIcon(themeName);
+    const bool isThemed =
+        button_.isTemplate() && panelTintsThemedIcons() && QIcon::hasThemeIcon(themeName);
     notifier_.setIcon(images, isThemed ? themeName : QString());
     if (xembed_ != nullptr) {
         xembed_->setIcon(xembedIcon());
@@ -155,10 +173,8 @@ void LinuxStatusItem::updateIcon() {
 }
 
 QIcon LinuxStatusItem::xembedIcon() const {
-    const auto named = x11::trayForeground();
-    const QColor color = named        ? *named
-                         : trayColor_ ? *trayColor_
-                                      : QApplication::palette().color(QPalette::WindowText);
+    const QColor color = x11::trayForeground().value_or(
+        panelColor_.value_or(QApplication::palette().color(QPalette::WindowText)));
     QIcon icon;
     for (const int size : iconSizes) {
         icon.addPixmap(QPixmap::fromImage(drawn(size, color)));
@@ -169,8 +185,9 @@ QIcon LinuxStatusItem::xembedIcon() const {
 bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {
     if (watched == qApp && (event->type() == QEvent::ApplicationPaletteChange ||
                             event->type() == QEvent::ThemeChange)) {
-        trayColor_.reset();
+        panelColor_.reset();
         updateIcon();
+        settling_.start();
     }
     return QObject::eventFilter(watched, event);
 }

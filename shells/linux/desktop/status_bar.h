@@ -87,7 +87,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     QTimer patience_;
     QTimer settling_;
     std::unique_ptr<XEmbedIcon> xembed_;
-    std::optional<QColor> trayColor_;
+    std::optional<QColor> panelColor_; ///< that stands out from the panel, once it was seen
     std::optional<QPoint> lastClick_;
     bool isClick_ = false;
     bool hasHadPanel_ = false;

@@ -1,6 +1,9 @@
 #include "shells/linux/desktop/template_icon.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPixmap>
+#include <QScreen>
 
 #include <algorithm>
 #include <array>
@@ -24,6 +27,15 @@ QColor contrastingColor(const QImage& background) {
     std::sort(grays.begin(), grays.end());
     const int middle = (grays[1] + grays[2]) / 2;
     return middle < 128 ? QColor(0xF2, 0xF2, 0xF2) : QColor(0x2E, 0x2E, 0x2E);
+}
+
+QImage seenAt(const QRect& rect) {
+    auto* screen = QGuiApplication::screenAt(rect.center());
+    if (rect.isEmpty() || screen == nullptr) {
+        return {};
+    }
+    const QPoint corner = rect.topLeft() - screen->geometry().topLeft();
+    return screen->grabWindow(0, corner.x(), corner.y(), rect.width(), rect.height()).toImage();
 }
 
 } // namespace kestrel::linux_shell

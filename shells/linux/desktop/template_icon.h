@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QRect>
 
 namespace kestrel::linux_shell {
 
@@ -12,5 +13,8 @@ QImage tinted(const QImage& image, const QColor& color);
 /// A near-white or near-black that stands out from the corners of `background`, where no icon
 /// covers it. `background` is not empty.
 QColor contrastingColor(const QImage& background);
+
+/// What the screen shows at `rect`, in device-independent pixels; null when that cannot be seen.
+QImage seenAt(const QRect& rect);
 
 } // namespace kestrel::linux_shell

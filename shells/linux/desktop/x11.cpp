@@ -2,10 +2,11 @@
 
 #include <QGuiApplication>
 
-#include <array>
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace kestrel::linux_shell::x11 {
@@ -36,6 +37,40 @@ xcb_window_t selectionOwner(xcb_connection_t* c, std::string_view selection) {
 
 xcb_window_t trayWindow(xcb_connection_t* c) { return selectionOwner(c, "_NET_SYSTEM_TRAY_S0"); }
 
+xcb_window_t rootWindow(xcb_connection_t* c) {
+    return xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+}
+
+/// The values of a window's property of 32-bit numbers; none when it has no such property.
+std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
+                                  std::string_view property, xcb_atom_t type) {
+    constexpr std::uint32_t most = 4096;
+    const auto cookie = xcb_get_property(c, 0, window, atom(c, property), type, 0, most);
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
+    if (!reply || reply->format != 32) {
+        return {};
+    }
+    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+/// Where a window is on the root window; empty when it is not shown.
+QRect rectOf(xcb_connection_t* c, xcb_window_t window) {
+    const auto root = rootWindow(c);
+    const auto stateCookie = xcb_get_window_attributes(c, window);
+    const auto sizeCookie = xcb_get_geometry(c, window);
+    const auto placeCookie = xcb_translate_coordinates(c, window, root, 0, 0);
+    const Reply<xcb_get_window_attributes_reply_t> state(
+        xcb_get_window_attributes_reply(c, stateCookie, nullptr));
+    const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, sizeCookie, nullptr));
+    const Reply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(c, placeCookie, nullptr));
+    if (!state || !size || !place || state->map_state != XCB_MAP_STATE_VIEWABLE) {
+        return {};
+    }
+    return {place->dst_x, place->dst_y, size->width, size->height};
+}
+
 } // namespace
 
 bool isAvailable() { return connection() != nullptr; }
@@ -53,16 +88,30 @@ std::optional<QColor> trayForeground() {
         return std::nullopt;
     }
     // Four colours of three 16-bit channels: foreground, error, warning, success.
-    constexpr std::uint32_t channels = 12;
-    const auto cookie = xcb_get_property(c, 0, trayWindow(c), atom(c, "_NET_SYSTEM_TRAY_COLORS"),
-                                         XCB_ATOM_CARDINAL, 0, channels);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
-    if (!reply || reply->format != 32 || reply->value_len < channels) {
+    const auto channels = values(c, trayWindow(c), "_NET_SYSTEM_TRAY_COLORS", XCB_ATOM_CARDINAL);
+    if (channels.size() < 12) {
         return std::nullopt;
     }
-    const auto* value = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    const auto channel = [&](int i) { return static_cast<int>((value[i] >> 8U) & 0xFFU); };
+    const auto channel = [&](std::size_t i) {
+        return static_cast<int>((channels[i] >> 8U) & 0xFFU);
+    };
     return QColor(channel(0), channel(1), channel(2));
+}
+
+QRect panelRect() {
+    auto* c = connection();
+    if (c == nullptr || isXWayland()) {
+        return {};
+    }
+    const auto dock = atom(c, "_NET_WM_WINDOW_TYPE_DOCK");
+    for (const auto window : values(c, rootWindow(c), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW)) {
+        const auto types = values(c, window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM);
+        const QRect rect = rectOf(c, window);
+        if (std::ranges::find(types, dock) != types.end() && !rect.isEmpty()) {
+            return rect;
+        }
+    }
+    return {};
 }
 
 bool isCompositing() {
@@ -75,9 +124,8 @@ bool isMouseButtonDown() {
     if (c == nullptr) {
         return false;
     }
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
     const Reply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(c, xcb_query_pointer(c, root), nullptr));
+        xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
     constexpr unsigned buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     return reply && (reply->mask & buttons) != 0;
 }

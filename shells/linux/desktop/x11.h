@@ -4,6 +4,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QColor>
+#include <QRect>
 
 #include <cstdint>
 #include <functional>
@@ -22,6 +23,10 @@ bool hasTray();
 
 /// The colour in which that panel wants template icons drawn, when it says so.
 std::optional<QColor> trayForeground();
+
+/// Where the first panel of the desktop stands, in the server's own pixels; empty when there is
+/// none or it is not to be seen by this server.
+QRect panelRect();
 
 /// True while translucent windows are blended; without it they show black.
 bool isCompositing();

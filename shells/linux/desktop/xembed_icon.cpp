@@ -2,8 +2,6 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QPixmap>
-#include <QScreen>
 #include <QWidget>
 
 namespace kestrel::linux_shell {
@@ -37,16 +35,6 @@ QRect XEmbedIcon::geometry() const {
     const QRect rect = icon_.geometry();
     return rect.isValid() && rect.width() <= largestIcon && rect.height() <= largestIcon ? rect
                                                                                          : QRect();
-}
-
-QImage XEmbedIcon::grab() const {
-    const QRect rect = geometry();
-    auto* screen = QGuiApplication::screenAt(rect.center());
-    if (rect.isEmpty() || screen == nullptr) {
-        return {};
-    }
-    const QPoint corner = rect.topLeft() - screen->geometry().topLeft();
-    return screen->grabWindow(0, corner.x(), corner.y(), rect.width(), rect.height()).toImage();
 }
 
 // The toolkit reports the press of any button; only the left one's release counts. The signal is

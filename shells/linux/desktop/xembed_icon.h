@@ -23,9 +23,6 @@ class XEmbedIcon final : public QObject {
     /// trusted.
     QRect geometry() const;
 
-    /// What the screen shows there, the icon included; null while there is no place.
-    QImage grab() const;
-
   Q_SIGNALS:
     /// The left button was released on the icon.
     void activated();
