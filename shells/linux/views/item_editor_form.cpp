@@ -124,11 +124,11 @@ QLayout* ItemEditorForm::makeButtonRow() {
 }
 
 void ItemEditorForm::connectFields() {
-    connect(title_, &QLineEdit::textEdited, this,
+    connect(title_, &RoundedField::edited, this,
             [this](const QString& text) { view_->setTitle(text.toStdString()); });
-    connect(path_, &QLineEdit::textEdited, this,
+    connect(path_, &RoundedField::edited, this,
             [this](const QString& text) { view_->setPath(text.toStdString()); });
-    connect(command_, &QLineEdit::textEdited, this,
+    connect(command_, &RoundedField::edited, this,
             [this](const QString& text) { view_->setCommand(text.toStdString()); });
     connect(type_, &SegmentedControl::chosen, this,
             [this](int index) { view_->setType(allItemTypes[static_cast<std::size_t>(index)]); });

@@ -9,6 +9,7 @@
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 
 #include <gmock/gmock.h>
 
@@ -180,6 +181,34 @@ TEST_F(ItemEditorFormTest, ControlReturnDoesNothingWithABlankTitle) {
     keyOfWindow(Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
     EXPECT_TRUE(saved.empty());
     EXPECT_EQ(dismissed, 0);
+}
+
+TEST_F(ItemEditorFormTest, ChangesThroughAssistiveTechnologyReachTheView) {
+    open();
+    auto* const title = form->findChildren<RoundedField*>().first();
+    QAccessible::queryAccessibleInterface(title)->setText(QAccessible::Value,
+                                                          QStringLiteral("Spoken"));
+    auto* const control = form->findChild<SegmentedControl*>();
+    auto* const command = control->findChildren<QAbstractButton*>().last();
+    auto* const actions = QAccessible::queryAccessibleInterface(command)->actionInterface();
+    ASSERT_NE(actions, nullptr);
+    actions->doAction(QAccessibleActionInterface::toggleAction());
+    turnEventLoop();
+    EXPECT_EQ(form->view().title(), "Spoken");
+    EXPECT_EQ(form->view().type(), ItemType::inlineCommand);
+}
+
+TEST_F(ItemEditorFormTest, LongTextsAndTextsOfSeveralLinesSurviveAnEditOfTheTitle) {
+    const std::string command = std::string(100'000, 'x') + "\nls\t-l\r\n";
+    const std::string title = "Two\nlines";
+    open(LauncherItem{.title = title, .type = ItemType::inlineCommand, .command = command});
+    auto* const field = form->findChildren<RoundedField*>().first();
+    field->end(false);
+    type(*field, QStringLiteral("!"));
+    form->view().commitSave();
+    ASSERT_EQ(saved.size(), 1U);
+    EXPECT_EQ(saved[0].title, title + "!");
+    EXPECT_EQ(saved[0].command, command);
 }
 
 TEST_F(ItemEditorFormTest, EscapeAndCancelCloseWithoutSaving) {

@@ -176,7 +176,7 @@ TEST(ToolbarButtonTest, IsDrawnInTheDisabledLabelColourWhileDisabled) {
 TEST(RoundedFieldTest, ShowingAnotherTextReportsNoEdit) {
     RoundedField field(style::body, QStringLiteral("e.g."), QStringLiteral("Title"));
     EventLog log;
-    QObject::connect(&field, &QLineEdit::textEdited, [&] { log << "edited"; });
+    QObject::connect(&field, &RoundedField::edited, [&] { log << "edited"; });
     field.show(QStringLiteral("abc"));
     EXPECT_EQ(field.text(), QStringLiteral("abc"));
     EXPECT_EQ(field.cursorPosition(), 0);

@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <limits>
+
 namespace kestrel::linux_shell {
 
 namespace {
@@ -23,7 +25,13 @@ RoundedField::RoundedField(const style::Font& font, const QString& placeholder, 
     setAccessibleName(name);
     setAttribute(Qt::WA_Hover);
     setFont(fontFor(font));
+    setMaxLength(std::numeric_limits<int>::max()); // a shown text is never cut
     clearGround();
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& changed) {
+        if (!isShowing_) {
+            Q_EMIT edited(changed);
+        }
+    });
 }
 
 void RoundedField::setStyleFont(const style::Font& font) {
@@ -35,7 +43,9 @@ void RoundedField::show(const QString& text) {
     if (text == this->text()) {
         return;
     }
+    isShowing_ = true;
     setText(text);
+    isShowing_ = false;
     if (!hasFocus()) {
         setCursorPosition(0); // a long text shows its beginning
     }

@@ -17,13 +17,18 @@ class RoundedField : public QLineEdit {
 
     void setStyleFont(const style::Font& font);
 
-    /// The text shows `text`; the cursor stays where it is when nothing differs. Emits nothing
-    /// that a user's edit does not.
+    /// The field shows `text`, of any length; the cursor stays where it is when nothing differs.
+    /// Is no edit.
     void show(const QString& text);
     using QLineEdit::show;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+  Q_SIGNALS:
+    /// The user changed the text: by the keyboard, or through assistive technology, which the
+    /// toolkit's own signal for edits leaves out.
+    void edited(const QString& text);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -33,6 +38,7 @@ class RoundedField : public QLineEdit {
     void clearGround();
 
     style::Font font_;
+    bool isShowing_ = false;
 };
 
 } // namespace kestrel::linux_shell

@@ -57,6 +57,7 @@ void RowList::reload() {
         drag_->cancel();
     }
     pressedRow_ = -1;
+    pressedSinceReload_ = false;
     reportedRow_ = -1;
     currentRow_ = std::min(currentRow_, source_.count() - 1);
     rebuildGeometry();

@@ -166,6 +166,7 @@ class RowList : public QAbstractScrollArea {
 
     int currentRow_ = -1;
     int pressedRow_ = -1;
+    bool pressedSinceReload_ = false;
     int reportedRow_ = -1; ///< the row over which the owner knows the pointer to be
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport

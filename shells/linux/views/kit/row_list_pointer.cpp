@@ -62,6 +62,7 @@ void RowList::reportPointer() {
 
 void RowList::mousePressEvent(QMouseEvent* event) {
     const QPoint position = event->position().toPoint();
+    pressedSinceReload_ = true;
     pressedRow_ = event->button() == Qt::LeftButton ? rowAt(position) : -1;
     if (isMenu()) {
         return;
@@ -97,9 +98,10 @@ void RowList::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+// A second click on a row that has only just come under the pointer is the first on that row.
 void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
     const int row = rowAt(event->position().toPoint());
-    if (isMenu()) {
+    if (isMenu() || !pressedSinceReload_) {
         mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton && row >= 0) {
         Q_EMIT activated(row);

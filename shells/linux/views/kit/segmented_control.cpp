@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QSignalBlocker>
 
 namespace kestrel::linux_shell {
 
@@ -80,8 +81,13 @@ SegmentedControl::SegmentedControl(const QStringList& titles, const QString& nam
     for (const QString& title : titles) {
         auto* segment = new Segment(title, this);
         const int index = static_cast<int>(segments_.size());
-        connect(segment, &QAbstractButton::clicked, this, [this, index] { Q_EMIT chosen(index); });
-        connect(segment, &QAbstractButton::toggled, this, qOverload<>(&QWidget::update));
+        // Not the click: assistive technology checks a segment without one.
+        connect(segment, &QAbstractButton::toggled, this, [this, index](bool checked) {
+            update();
+            if (checked) {
+                Q_EMIT chosen(index);
+            }
+        });
         layout->addWidget(segment, 1);
         segments_.push_back(segment);
     }
@@ -96,7 +102,11 @@ int SegmentedControl::currentIndex() const {
     return -1;
 }
 
-void SegmentedControl::setCurrentIndex(int index) { segment(index).setChecked(true); }
+void SegmentedControl::setCurrentIndex(int index) {
+    const QSignalBlocker nobodyChose(segment(index));
+    segment(index).setChecked(true);
+    update();
+}
 
 void SegmentedControl::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
