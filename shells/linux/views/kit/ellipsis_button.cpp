@@ -4,6 +4,7 @@
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/symbol.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
@@ -15,11 +16,36 @@ namespace {
 constexpr int sidePadding = 3; // pixels around the symbol that react as well
 constexpr double hoverWash = 0.08;
 
+/// Opens the menu for assistive technology, which the toolkit's own interface does not do for a
+/// menu that opens at once. Opens it later: the menu runs an event loop, and the call is answered
+/// before.
+class AccessibleEllipsisButton : public QAccessibleWidget {
+  public:
+    explicit AccessibleEllipsisButton(EllipsisButton& button)
+        : QAccessibleWidget(&button, QAccessible::ButtonMenu) {}
+
+    static QAccessibleInterface* make(const QString& /*className*/, QObject* object) {
+        auto* const button = qobject_cast<EllipsisButton*>(object);
+        return button == nullptr ? nullptr : new AccessibleEllipsisButton(*button);
+    }
+
+    QStringList actionNames() const override { return {showMenuAction(), setFocusAction()}; }
+
+    void doAction(const QString& name) override {
+        if (name == showMenuAction()) {
+            QMetaObject::invokeMethod(widget(), "showMenu", Qt::QueuedConnection);
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+};
+
 } // namespace
 
 EllipsisButton::EllipsisButton(const style::SymbolStyle& symbol, const QString& name,
                                QWidget* parent)
     : QToolButton(parent), symbol_(symbol) {
+    QAccessible::installFactory(AccessibleEllipsisButton::make);
     setPopupMode(QToolButton::InstantPopup);
     setAccessibleName(name);
     setToolTip(name);
