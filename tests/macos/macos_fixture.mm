@@ -38,7 +38,7 @@ void runMainQueue() {
 }
 
 std::string listOf(std::string_view title) {
-    return *encodeItems(
+    return *encodeItems(std::vector<LauncherItem>
         {{.title = std::string(title), .type = ItemType::app, .path = "/Applications/One.app"}});
 }
 

@@ -1,0 +1,92 @@
+#include "shells/linux/storage/data_directory.h"
+
+#include "shells/linux/storage/descriptor.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr mode_t ownerOnly = 0700;
+
+bool isAbsolute(const std::string& path) { return path.starts_with('/'); }
+
+std::string environmentVariable(const char* name) {
+    // Nothing in the program changes the environment, so reading it races with nothing.
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+std::string passwordEntryHome() {
+    std::array<char, 16384> buffer{};
+    passwd entry{};
+    passwd* found = nullptr;
+    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0)
+        return {};
+    return found == nullptr || found->pw_dir == nullptr ? std::string() : found->pw_dir;
+}
+
+std::string withoutTrailingSlashes(std::string path) {
+    while (path.ends_with('/'))
+        path.pop_back();
+    return path;
+}
+
+/// The path one level up; empty for a path directly under the root.
+std::string parentOf(const std::string& path) {
+    return withoutTrailingSlashes(path.substr(0, path.rfind('/')));
+}
+
+/// Makes sure that a directory just made in `parent` is still there after a power failure.
+void syncDirectory(FileOperations& operations, const std::string& parent) {
+    const std::string path = parent.empty() ? "/" : parent;
+    const Descriptor directory(
+        operations,
+        operations.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
+    if (directory.isOpen())
+        operations.sync(directory.number());
+}
+
+} // namespace
+
+std::optional<std::string> dataDirectoryPath(const DataDirectoryInputs& inputs) {
+    if (isAbsolute(inputs.xdgDataHome))
+        return withoutTrailingSlashes(inputs.xdgDataHome) + "/kestrel";
+    const std::string& home = isAbsolute(inputs.home) ? inputs.home : inputs.passwordEntryHome;
+    if (!isAbsolute(home))
+        return std::nullopt;
+    return withoutTrailingSlashes(home) + "/.local/share/kestrel";
+}
+
+std::optional<std::string> dataDirectoryPath() {
+    return dataDirectoryPath({.xdgDataHome = environmentVariable("XDG_DATA_HOME"),
+                              .home = environmentVariable("HOME"),
+                              .passwordEntryHome = passwordEntryHome()});
+}
+
+bool makeDirectories(FileOperations& operations, const std::string& path) {
+    if (operations.makeDirectory(path.c_str(), ownerOnly) != 0) {
+        const int error = errno;
+        if (error == EEXIST)
+            return true;
+        const std::string parent = parentOf(path);
+        if (error != ENOENT || parent.empty() || !makeDirectories(operations, parent))
+            return false;
+        if (operations.makeDirectory(path.c_str(), ownerOnly) != 0)
+            return errno == EEXIST;
+    }
+    // The umask can only have taken rights away; where the file system knows no modes there is
+    // nothing to give back.
+    operations.changeModeAt(AT_FDCWD, path.c_str(), ownerOnly);
+    syncDirectory(operations, parentOf(path));
+    return true;
+}
+
+} // namespace kestrel::linux_shell

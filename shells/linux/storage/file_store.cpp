@@ -1,0 +1,173 @@
+#include "shells/linux/storage/file_store.h"
+
+#include "shells/linux/storage/data_directory.h"
+#include "shells/linux/storage/temporary_name.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr mode_t ownerReadsAndWrites = 0600;
+constexpr int linkLimit = 40;
+constexpr std::size_t chunkSize = std::size_t{64} * 1024;
+
+bool namesAFile(std::string_view key) {
+    return !key.empty() && key.front() != '.' && key.find('/') == std::string_view::npos &&
+           key.find('\0') == std::string_view::npos;
+}
+
+} // namespace
+
+FileStore::FileStore(FileOperations& operations, std::string directory, MissingDirectory missing)
+    : operations_(operations), directory_(std::move(directory)), missing_(missing) {}
+
+Descriptor FileStore::open(int directory, const char* name, int flags) const {
+    int number = -1;
+    do
+        number = operations_.openAt(directory, name, flags | O_CLOEXEC, ownerReadsAndWrites);
+    while (number < 0 && errno == EINTR);
+    return {operations_, number};
+}
+
+bool FileStore::exists() const {
+    struct stat status {};
+    return !directory_.empty() && ::stat(directory_.c_str(), &status) == 0 &&
+           S_ISDIR(status.st_mode);
+}
+
+std::optional<std::string> FileStore::read(std::string_view key) const {
+    if (directory_.empty() || !namesAFile(key))
+        return std::nullopt;
+    const std::string path = directory_ + "/" + std::string(key);
+    // Without O_NONBLOCK the open of a FIFO would wait for its writer.
+    const Descriptor file = open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    struct stat status {};
+    if (!file.isOpen() || operations_.status(file.number(), status) != 0 ||
+        !S_ISREG(status.st_mode) || std::cmp_greater(status.st_size, maximumSize))
+        return std::nullopt;
+
+    std::string data;
+    for (std::size_t length = 0;;) {
+        // One byte more than expected, so that the end is usually found without growing.
+        data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
+        const ssize_t count =
+            operations_.read(file.number(), data.data() + length, data.size() - length);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        length += static_cast<std::size_t>(count);
+        if (length > maximumSize)
+            return std::nullopt;
+        if (count == 0) {
+            data.resize(length);
+            return data;
+        }
+    }
+}
+
+bool FileStore::write(std::string_view key, std::string_view data) {
+    if (directory_.empty() || !namesAFile(key) || data.size() > maximumSize)
+        return false;
+    if (missing_ == MissingDirectory::create && !makeDirectories(operations_, directory_))
+        return false;
+    const std::optional<Place> place = find(key);
+    if (!place || !isReplaceable(*place))
+        return false;
+    removeStaleTemporaries(*place);
+    const std::optional<std::string> temporary = writeTemporary(*place, data);
+    if (!temporary)
+        return false;
+    const int directory = place->directory.number();
+    if (operations_.renameAt(directory, temporary->c_str(), place->name.c_str()) != 0) {
+        operations_.unlinkAt(directory, temporary->c_str());
+        return false;
+    }
+    // The new value is what everyone reads from here on. Should this fail, a power failure may
+    // still bring the old one back, as whole as the new.
+    operations_.sync(directory);
+    return true;
+}
+
+std::optional<FileStore::Place> FileStore::find(std::string_view key) const {
+    Place place{open(AT_FDCWD, directory_.c_str(), O_RDONLY | O_DIRECTORY), std::string(key)};
+    for (int links = 0; links <= linkLimit && place.directory.isOpen(); ++links) {
+        std::array<char, PATH_MAX> link{};
+        const ssize_t length = operations_.readLinkAt(place.directory.number(), place.name.c_str(),
+                                                      link.data(), link.size());
+        if (length < 0 && (errno == EINVAL || errno == ENOENT))
+            return place; // not a link
+        if (length <= 0 || static_cast<std::size_t>(length) == link.size())
+            return std::nullopt;
+        std::string target(link.data(), static_cast<std::size_t>(length));
+        const std::size_t slash = target.rfind('/');
+        if (slash != std::string::npos) {
+            const std::string parent = target.substr(0, slash + 1);
+            place.directory =
+                open(place.directory.number(), parent.c_str(), O_RDONLY | O_DIRECTORY);
+            target.erase(0, slash + 1);
+        }
+        if (target.empty() || target == "." || target == "..")
+            return std::nullopt;
+        place.name = std::move(target);
+    }
+    return std::nullopt;
+}
+
+bool FileStore::isReplaceable(const Place& place) const {
+    struct stat status {};
+    if (operations_.statusAt(place.directory.number(), place.name.c_str(), status) != 0)
+        return errno == ENOENT;
+    return S_ISREG(status.st_mode);
+}
+
+void FileStore::removeStaleTemporaries(const Place& place) const {
+    // The program runs once per session and writes on one thread, so a temporary of this machine
+    // that is here before a write began belongs to a process that has ended.
+    for (const std::string& name : operations_.list(place.directory.number()))
+        if (isTemporaryOfThisMachine(name, place.name))
+            operations_.unlinkAt(place.directory.number(), name.c_str());
+}
+
+std::optional<std::string> FileStore::writeTemporary(const Place& place,
+                                                     std::string_view data) const {
+    const int directory = place.directory.number();
+    const std::string name = nextTemporaryName(place.name);
+    Descriptor file = open(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+    if (!file.isOpen())
+        return std::nullopt;
+    // The umask can only have taken rights away; where the file system knows no modes there is
+    // nothing to give back.
+    operations_.changeModeAt(directory, name.c_str(), ownerReadsAndWrites);
+    if (fill(file, data))
+        return name;
+    operations_.unlinkAt(directory, name.c_str());
+    return std::nullopt;
+}
+
+bool FileStore::fill(Descriptor& file, std::string_view data) const {
+    while (!data.empty()) {
+        const ssize_t count = operations_.write(file.number(), data.data(), data.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        data.remove_prefix(static_cast<std::size_t>(count));
+    }
+    int result = -1;
+    do
+        result = operations_.sync(file.number());
+    while (result != 0 && errno == EINTR);
+    return result == 0 && file.close();
+}
+
+} // namespace kestrel::linux_shell
