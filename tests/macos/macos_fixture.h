@@ -30,13 +30,18 @@ std::string listOf(std::string_view title);
 std::optional<std::string> storedLocally();
 std::optional<std::string> storedInCloud();
 
-/// Starts each test with empty stores, an account signed in, no windows, and nothing recorded.
-class MacosFixture : public testing::Test {
+/// A system with empty stores, an account signed in, and nothing recorded; again so at the end.
+class MacosSystem {
   public:
-    MacosFixture();
-    ~MacosFixture() override;
-    MacosFixture(const MacosFixture&) = delete;
-    MacosFixture& operator=(const MacosFixture&) = delete;
+    MacosSystem();
+    ~MacosSystem();
+    MacosSystem(const MacosSystem&) = delete;
+    MacosSystem& operator=(const MacosSystem&) = delete;
+};
+
+class MacosFixture : public testing::Test {
+  protected:
+    MacosSystem system;
 };
 
 } // namespace kestrel::tests

@@ -38,8 +38,8 @@ void runMainQueue() {
 }
 
 std::string listOf(std::string_view title) {
-    return *encodeItems(std::vector<LauncherItem>
-        {{.title = std::string(title), .type = ItemType::app, .path = "/Applications/One.app"}});
+    return *encodeItems(std::vector<LauncherItem>{
+        {.title = std::string(title), .type = ItemType::app, .path = "/Applications/One.app"}});
 }
 
 std::optional<std::string> storedLocally() {
@@ -51,9 +51,9 @@ std::optional<std::string> storedInCloud() {
         [NSUbiquitousKeyValueStore.defaultStore dataForKey:@"launcherItems"]);
 }
 
-MacosFixture::MacosFixture() { emptyStores(); }
+MacosSystem::MacosSystem() { emptyStores(); }
 
-MacosFixture::~MacosFixture() {
+MacosSystem::~MacosSystem() {
     runMainQueue();
     emptyStores();
 }

@@ -1,0 +1,64 @@
+#!/bin/sh
+# Checks the macOS shell on a machine without a Mac, with tools/macos-check.
+#
+#   macos_check.sh typecheck
+#       Type-checks every source of shells/macos and tests/macos.
+#   macos_check.sh test PROGRAM LIBRARY...
+#       Builds PROGRAM from shells/macos, tests/macos and the core's LIBRARYs, and runs its tests.
+#
+# Exit status: 0 good, 1 findings or failures, 77 the check cannot be made here.
+set -eu
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+tool=$root/tools/macos-check
+cd "$root"
+
+skip() {
+    echo "==================================================================" >&2
+    echo "SKIPPED, the macOS shell is NOT checked: $*" >&2
+    echo "==================================================================" >&2
+    exit 77
+}
+
+command -v node > /dev/null || skip "node is not installed (Debian: nodejs npm)"
+command -v clang++ > /dev/null || skip "clang is not installed (Debian: clang)"
+# Fetches two packages the first time, then answers from its cache.
+node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
+
+typecheck() {
+    "$tool/typecheck" -I src -I . shells/macos/*.mm tests/macos/*.mm
+}
+
+build() {
+    sources=
+    for source in shells/macos/*.mm tests/macos/*.mm; do
+        [ "$source" = shells/macos/main.mm ] || sources="$sources $source"
+    done
+    # shellcheck disable=SC2086 # a word for each source; no name holds a space
+    "$tool/run" --gtest "$program" $sources "$@" -- \
+        -O1 -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
+        status=$?
+        [ "$status" -ne 2 ] || skip "what the run tool needs is not installed"
+        exit 1
+    }
+}
+
+run() {
+    home=$(mktemp -d)
+    trap 'rm -rf "$home"' EXIT
+    HOME=$home timeout 300 xvfb-run -a "$program"
+}
+
+case ${1:-} in
+typecheck) typecheck ;;
+test)
+    program=$2
+    shift 2
+    build "$@"
+    run
+    ;;
+*)
+    sed -n '2,/^set/s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac
