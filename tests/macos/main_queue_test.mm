@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <new>
-#include <thread>
 
 namespace kestrel::tests {
 namespace {
@@ -25,12 +24,14 @@ TEST_F(MainQueueTest, TasksRunAfterTheCallInTheOrderOfPosting) {
 TEST_F(MainQueueTest, ATaskOfAnotherThreadRunsOnTheMainOne) {
     bool hasRun = false;
     bool wasOnMain = false;
-    std::thread([&] {
-        queue.async([&] {
-            hasRun = true;
-            wasOnMain = NSThread.isMainThread;
+    bool* const ran = &hasRun;
+    bool* const onMain = &wasOnMain;
+    dispatch_async(dispatch_get_global_queue(0, 0), ^{
+        queue.async([ran, onMain] {
+            *onMain = NSThread.isMainThread;
+            *ran = true;
         });
-    }).join();
+    });
     ASSERT_TRUE(recording::runUntil([&] { return hasRun; }));
     EXPECT_TRUE(wasOnMain);
 }

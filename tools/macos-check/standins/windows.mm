@@ -4,7 +4,7 @@
 
 namespace {
 
-IMP trueInit, trueCenter, trueMakeKey, trueMakeKeyAndOrderFront;
+IMP trueInit, trueCenter, trueMakeKey, trueMakeKeyAndOrderFront, trueClose;
 
 id init(id self, SEL selector, NSRect rect, NSWindowStyleMask style, NSBackingStoreType backing,
         BOOL defer) {
@@ -27,10 +27,21 @@ void makeKey(id self, SEL selector) {
     reinterpret_cast<void (*)(id, SEL)>(trueMakeKey)(self, selector);
 }
 
-void makeKeyAndOrderFront(id self, SEL selector, id sender) {
+/// The content view controller hears of it as of every window that comes onto the screen.
+void makeKeyAndOrderFront(NSWindow* self, SEL selector, id sender) {
     recording::add(@"NSWindow makeKeyAndOrderFront: %@",
                    sender ? NSStringFromClass([sender class]) : @"nil");
+    NSViewController* appearing = self.visible ? nil : self.contentViewController;
+    [appearing viewWillAppear];
     reinterpret_cast<void (*)(id, SEL, id)>(trueMakeKeyAndOrderFront)(self, selector, sender);
+    [appearing viewDidAppear];
+}
+
+void close(NSWindow* self, SEL selector) {
+    NSViewController* disappearing = self.visible ? self.contentViewController : nil;
+    [disappearing viewWillDisappear];
+    reinterpret_cast<void (*)(id, SEL)>(trueClose)(self, selector);
+    [disappearing viewDidDisappear];
 }
 
 template <typename Function>
@@ -48,4 +59,20 @@ void watchWindows() {
     watch(@selector(center), center, trueCenter);
     watch(@selector(makeKeyWindow), makeKey, trueMakeKey);
     watch(@selector(makeKeyAndOrderFront:), makeKeyAndOrderFront, trueMakeKeyAndOrderFront);
+    watch(@selector(close), close, trueClose);
 }
+
+@implementation NSWindow (MacosCheckContent)
+- (NSViewController*)contentViewController {
+    return stateOf(self, @selector(contentViewController));
+}
+/// The window takes the size of the controller's view, as on a Mac.
+- (void)setContentViewController:(NSViewController*)controller {
+    setState(self, @selector(contentViewController), controller);
+    NSView* view = controller ? controller.view : [[NSView alloc] initWithFrame:NSZeroRect];
+    const NSSize size = view.frame.size;
+    if (controller)
+        [self setContentSize:size];
+    self.contentView = view;
+}
+@end
