@@ -17,4 +17,7 @@
                          bundle:(NSBundle*)nibBundleOrNil NS_UNAVAILABLE;
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 
+/// Destroys the view now, whoever else still holds this controller; afterwards it does nothing.
+- (void)discardView;
+
 @end

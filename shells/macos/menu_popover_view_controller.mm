@@ -95,7 +95,14 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (void)dealloc {
+    [self discardView];
+}
+
+- (void)discardView {
     [NSNotificationCenter.defaultCenter removeObserver:self];
+    _viewWillChange = {};
+    _itemsWillChange = {};
+    _state.reset();
 }
 
 // ---- the views
@@ -169,7 +176,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)updateNow {
     _isUpdateScheduled = NO;
-    if (!self.viewLoaded)
+    if (!_state || !self.viewLoaded)
         return;
     if (_haveItemsChanged)
         [self showRows];
@@ -192,7 +199,8 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)viewWillAppear {
     [super viewWillAppear];
-    _state->resetHighlight();
+    if (_state)
+        _state->resetHighlight();
     [self updateNow];
 }
 
@@ -204,17 +212,20 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 // No pointer leaves a row that is taken off the screen beneath it.
 - (void)viewDidDisappear {
     [super viewDidDisappear];
-    _state->resetHighlight();
+    if (_state)
+        _state->resetHighlight();
 }
 
 // ---- the pointer
 
 - (void)pointerEnteredRow:(PopoverRowView*)row {
-    _state->pointerEntered(row.position);
+    if (_state)
+        _state->pointerEntered(row.position);
 }
 
 - (void)pointerLeftRow:(PopoverRowView*)row {
-    _state->pointerLeft(row.position);
+    if (_state)
+        _state->pointerLeft(row.position);
 }
 
 // Rows that move under a resting pointer report nothing by themselves.
@@ -235,12 +246,14 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)settingsClicked:(id)sender {
     (void)sender;
-    _state->settingsClicked();
+    if (_state)
+        _state->settingsClicked();
 }
 
 - (void)quitClicked:(id)sender {
     (void)sender;
-    _state->quitClicked();
+    if (_state)
+        _state->quitClicked();
 }
 
 // ---- the keyboard
@@ -250,6 +263,8 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (void)moveHighlight:(MenuPopoverView::Step)step {
+    if (!_state)
+        return;
     _state->moveHighlight(step);
     if (const auto row = _state->hoveredRow())
         [_list scrollToRow:*row];
@@ -287,10 +302,13 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)insertNewline:(id)sender {
     (void)sender;
-    _state->activateHighlighted();
+    if (_state)
+        _state->activateHighlighted();
 }
 
 - (void)insertText:(id)text {
+    if (!_state)
+        return;
     NSString* const letters = [text isKindOfClass:NSString.class] ? text : @"";
     _state->typed(toUtf8(letters));
     if (const auto row = _state->hoveredRow())
