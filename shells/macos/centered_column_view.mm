@@ -1,6 +1,6 @@
-#include "centered_column_view.h"
+#include "shells/macos/centered_column_view.h"
 
-#include "text_label.h"
+#include "shells/macos/text_label.h"
 
 #include <vector>
 

@@ -1,8 +1,9 @@
-#include "face_button.h"
+#include "shells/macos/face_button.h"
 
-#include "style_bridge.h"
-#include "symbol_view.h"
-#include "text_label.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/symbol_view.h"
+#include "shells/macos/text.h"
+#include "shells/macos/text_label.h"
 
 #include <algorithm>
 

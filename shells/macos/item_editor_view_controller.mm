@@ -1,9 +1,10 @@
-#include "item_editor_view_controller.h"
+#include "shells/macos/item_editor_view_controller.h"
 
-#include "face_button.h"
-#include "rounded_fill_view.h"
-#include "style_bridge.h"
-#include "text_label.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/text.h"
+#include "shells/macos/text_label.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <algorithm>
@@ -216,7 +217,7 @@ std::size_t segmentOf(ItemType type) {
 
 - (void)updateNow {
     _isUpdateScheduled = NO;
-    if (!self.viewLoaded)
+    if (!_titleField)
         return;
     const ItemType type = _form->type();
     const form_style::TypeRow& typeRow = form_style::rowOf(type);

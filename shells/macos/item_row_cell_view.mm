@@ -1,9 +1,10 @@
-#include "item_row_cell_view.h"
+#include "shells/macos/item_row_cell_view.h"
 
-#include "rounded_fill_view.h"
-#include "style_bridge.h"
-#include "symbol_view.h"
-#include "text_label.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/symbol_view.h"
+#include "shells/macos/text.h"
+#include "shells/macos/text_label.h"
 #include "views/settings/item_row_style.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "items_table_view.h"
+#import "shells/macos/items_table_view.h"
 
 #include "views/settings/settings_view.h"
 

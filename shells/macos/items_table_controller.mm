@@ -1,8 +1,9 @@
-#include "items_table_controller.h"
+#include "shells/macos/items_table_controller.h"
 
-#include "item_icon_image.h"
-#include "item_row_cell_view.h"
-#include "style_bridge.h"
+#include "shells/macos/item_icon_image.h"
+#include "shells/macos/item_row_cell_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/text.h"
 
 #include <optional>
 #include <vector>

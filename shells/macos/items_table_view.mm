@@ -1,4 +1,4 @@
-#include "items_table_view.h"
+#include "shells/macos/items_table_view.h"
 
 #include <optional>
 

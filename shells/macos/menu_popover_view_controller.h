@@ -4,11 +4,13 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/view_state_owner.h"
+
 #include "views/popover/menu_popover_view.h"
 
 #include <memory>
 
-@interface MenuPopoverViewController : NSViewController
+@interface MenuPopoverViewController : NSViewController <ViewStateOwner>
 
 /// Owns `view`, which is not null.
 - (instancetype)initWithMenuPopoverView:(std::unique_ptr<kestrel::MenuPopoverView>)view
@@ -16,8 +18,5 @@
 - (instancetype)initWithNibName:(NSNibName)nibNameOrNil
                          bundle:(NSBundle*)nibBundleOrNil NS_UNAVAILABLE;
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
-
-/// Destroys the view now, whoever else still holds this controller; afterwards it does nothing.
-- (void)discardView;
 
 @end

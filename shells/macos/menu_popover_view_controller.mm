@@ -1,13 +1,14 @@
-#include "menu_popover_view_controller.h"
+#include "shells/macos/menu_popover_view_controller.h"
 
-#include "centered_column_view.h"
-#include "face_button.h"
-#include "item_icon_image.h"
-#include "popover_list_view.h"
-#include "rounded_fill_view.h"
-#include "style_bridge.h"
-#include "symbol_view.h"
-#include "text_label.h"
+#include "shells/macos/centered_column_view.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/item_icon_image.h"
+#include "shells/macos/popover_list_view.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/symbol_view.h"
+#include "shells/macos/text.h"
+#include "shells/macos/text_label.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <optional>
@@ -24,10 +25,6 @@ namespace popover_style = kestrel::menu_popover_style;
 
 @implementation MenuPopoverContentView
 
-- (BOOL)isFlipped {
-    return YES;
-}
-
 - (BOOL)acceptsFirstResponder {
     return YES;
 }
@@ -40,6 +37,7 @@ namespace popover_style = kestrel::menu_popover_style;
 - (void)showRows;
 - (void)moveHighlight:(MenuPopoverView::Step)step;
 - (void)addContentTo:(NSView*)root;
+- (NSScrollView*)makeListIn:(NSRect)frame;
 - (void)addFooterTo:(NSView*)root;
 - (void)settingsClicked:(id)sender;
 - (void)quitClicked:(id)sender;
@@ -120,45 +118,49 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)addContentTo:(NSView*)root {
     const NSSize size = root.bounds.size;
-    const NSRect content =
-        NSMakeRect(0, 0, size.width,
-                   size.height - popover_style::footer::height - popover_style::dividerHeight);
-    _list = [[PopoverListView alloc] initWithFrame:content];
-    _scrollView = [[NSScrollView alloc] initWithFrame:content];
-    _scrollView.hasVerticalScroller = NO;
-    _scrollView.hasHorizontalScroller = NO;
-    _scrollView.drawsBackground = NO;
-    _scrollView.borderType = NSNoBorder;
-    _scrollView.documentView = _list;
+    const CGFloat dividerY = popover_style::footer::height;
+    const CGFloat contentY = dividerY + popover_style::dividerHeight;
+    const NSRect content = NSMakeRect(0, contentY, size.width, size.height - contentY);
+    _scrollView = [self makeListIn:content];
     _emptyState = emptyStateView(content);
     for (NSView* view in @[ _scrollView, _emptyState ]) {
         view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
         [root addSubview:view];
     }
     RoundedFillView* const divider = [[RoundedFillView alloc]
-        initWithFrame:NSMakeRect(0, content.size.height, size.width, popover_style::dividerHeight)];
-    divider.autoresizingMask = NSViewWidthSizable | NSViewMinYMargin;
+        initWithFrame:NSMakeRect(0, dividerY, size.width, popover_style::dividerHeight)];
+    divider.autoresizingMask = NSViewWidthSizable | NSViewMaxYMargin;
     [root addSubview:divider];
+}
+
+- (NSScrollView*)makeListIn:(NSRect)frame {
+    _list = [[PopoverListView alloc] initWithFrame:frame];
+    NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
+    scrollView.hasVerticalScroller = NO;
+    scrollView.hasHorizontalScroller = NO;
+    scrollView.drawsBackground = NO;
+    scrollView.borderType = NSNoBorder;
+    scrollView.documentView = _list;
     [NSNotificationCenter.defaultCenter addObserver:self
                                            selector:@selector(listScrolled:)
                                                name:NSScrollViewDidLiveScrollNotification
-                                             object:_scrollView];
+                                             object:scrollView];
+    return scrollView;
 }
 
 - (void)addFooterTo:(NSView*)root {
     namespace footer = popover_style::footer;
-    const NSSize size = root.bounds.size;
     FaceButton* const settings = footerButton(footer::settings, self, @selector(settingsClicked:));
     FaceButton* const quit = footerButton(footer::quit, self, @selector(quitClicked:));
-    const CGFloat top = size.height - footer::height;
     const auto place = [&](FaceButton* button, CGFloat x, NSAutoresizingMaskOptions margin) {
         // As high as the footer, so that a click need not hit the text.
-        button.frame = NSMakeRect(x, top, button.frame.size.width, footer::height);
-        button.autoresizingMask = NSViewMinYMargin | margin;
+        button.frame = NSMakeRect(x, 0, button.frame.size.width, footer::height);
+        button.autoresizingMask = NSViewMaxYMargin | margin;
         [root addSubview:button];
     };
     place(settings, footer::padding.left, NSViewMaxXMargin);
-    place(quit, size.width - footer::padding.right - quit.frame.size.width, NSViewMinXMargin);
+    const CGFloat right = root.bounds.size.width - footer::padding.right;
+    place(quit, right - quit.frame.size.width, NSViewMinXMargin);
 }
 
 // ---- drawing the state
@@ -176,7 +178,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)updateNow {
     _isUpdateScheduled = NO;
-    if (!_state || !self.viewLoaded)
+    if (!_state || !_list)
         return;
     if (_haveItemsChanged)
         [self showRows];

@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "popover_row_view.h"
+#import "shells/macos/popover_row_view.h"
 
 /// A document view; its width is its scroll view's.
 @interface PopoverListView : NSView

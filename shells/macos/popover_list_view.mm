@@ -1,4 +1,4 @@
-#include "popover_list_view.h"
+#include "shells/macos/popover_list_view.h"
 
 #include "views/popover/menu_popover_style.h"
 

@@ -1,9 +1,10 @@
-#include "popover_row_view.h"
+#include "shells/macos/popover_row_view.h"
 
-#include "rounded_fill_view.h"
-#include "style_bridge.h"
-#include "symbol_view.h"
-#include "text_label.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/symbol_view.h"
+#include "shells/macos/text.h"
+#include "shells/macos/text_label.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <functional>

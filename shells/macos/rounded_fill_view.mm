@@ -1,4 +1,4 @@
-#include "rounded_fill_view.h"
+#include "shells/macos/rounded_fill_view.h"
 
 #import <QuartzCore/QuartzCore.h>
 

@@ -3,7 +3,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "rounded_fill_view.h"
+#import "shells/macos/rounded_fill_view.h"
 
 #include "views/settings/settings_view.h"
 

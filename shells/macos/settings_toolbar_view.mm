@@ -1,7 +1,8 @@
-#include "settings_toolbar_view.h"
+#include "shells/macos/settings_toolbar_view.h"
 
-#include "face_button.h"
-#include "style_bridge.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/text.h"
 #include "views/settings/settings_style.h"
 
 using namespace kestrel;

@@ -4,11 +4,13 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/view_state_owner.h"
+
 #include "views/settings/settings_view.h"
 
 #include <memory>
 
-@interface SettingsViewController : NSViewController
+@interface SettingsViewController : NSViewController <ViewStateOwner>
 
 /// Owns `view`, which is not null.
 - (instancetype)initWithSettingsView:(std::unique_ptr<kestrel::SettingsView>)view
@@ -16,9 +18,5 @@
 - (instancetype)initWithNibName:(NSNibName)nibNameOrNil
                          bundle:(NSBundle*)nibBundleOrNil NS_UNAVAILABLE;
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
-
-/// Takes an open sheet away and destroys the view now, whoever else still holds this controller;
-/// afterwards it does nothing.
-- (void)discardView;
 
 @end

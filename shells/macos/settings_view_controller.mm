@@ -1,15 +1,15 @@
-#include "settings_view_controller.h"
+#include "shells/macos/settings_view_controller.h"
 
 #include "app/app_style.h"
-#include "centered_column_view.h"
-#include "face_button.h"
-#include "item_editor_view_controller.h"
-#include "items_table_controller.h"
-#include "rounded_fill_view.h"
-#include "settings_toolbar_view.h"
-#include "style_bridge.h"
-#include "symbol_view.h"
-#include "text_label.h"
+#include "shells/macos/centered_column_view.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/item_editor_view_controller.h"
+#include "shells/macos/items_table_controller.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/settings_toolbar_view.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/symbol_view.h"
+#include "shells/macos/text_label.h"
 #include "views/settings/settings_style.h"
 
 #include <utility>
@@ -156,7 +156,7 @@ using namespace kestrel::macos_shell;
 
 - (void)updateNow {
     _isUpdateScheduled = NO;
-    if (!_state || !self.viewLoaded)
+    if (!_state || !_toolbar)
         return;
     [_toolbar updateNow];
     if (_haveItemsChanged) {

@@ -1,4 +1,6 @@
-#include "style_bridge.h"
+#include "shells/macos/style_bridge.h"
+
+#include "shells/macos/text.h"
 
 namespace kestrel::macos_shell {
 
@@ -51,18 +53,6 @@ NSString* textFor(const style::Text& text) {
     if (text.lookup == style::Text::Lookup::verbatim)
         return english;
     return [NSBundle.mainBundle localizedStringForKey:english value:english table:nil];
-}
-
-NSString* toNSString(std::string_view utf8) {
-    NSString* const text = [[NSString alloc] initWithBytes:utf8.data()
-                                                    length:utf8.size()
-                                                  encoding:NSUTF8StringEncoding];
-    return text ?: @"";
-}
-
-std::string toUtf8(NSString* text) {
-    NSData* const data = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
-    return {static_cast<const char*>(data.bytes), data.length};
 }
 
 } // namespace kestrel::macos_shell

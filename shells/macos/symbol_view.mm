@@ -1,6 +1,7 @@
-#include "symbol_view.h"
+#include "shells/macos/symbol_view.h"
 
-#include "style_bridge.h"
+#include "shells/macos/style_bridge.h"
+#include "shells/macos/text.h"
 
 using namespace kestrel;
 using namespace kestrel::macos_shell;

@@ -1,6 +1,6 @@
-#include "text_label.h"
+#include "shells/macos/text_label.h"
 
-#include "style_bridge.h"
+#include "shells/macos/style_bridge.h"
 
 #include <algorithm>
 #include <cmath>
