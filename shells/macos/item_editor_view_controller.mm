@@ -256,12 +256,12 @@ std::size_t segmentOf(ItemType type) {
     doCommandBySelector:(SEL)commandSelector {
     (void)control;
     (void)textView;
-    if (commandSelector == @selector(cancelOperation:)) {
+    if (isSameSelector(commandSelector, @selector(cancelOperation:))) {
         [self cancel:nil];
         return YES;
     }
     // Plain Return does nothing: it neither submits the form nor ends the editing.
-    return commandSelector == @selector(insertNewline:);
+    return isSameSelector(commandSelector, @selector(insertNewline:));
 }
 
 - (void)typeChosen:(NSSegmentedControl*)sender {

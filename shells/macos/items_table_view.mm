@@ -1,6 +1,6 @@
 #include "shells/macos/items_table_view.h"
 
-#include <optional>
+#include "shells/macos/style_bridge.h"
 
 namespace {
 
@@ -71,9 +71,10 @@ NSString* lettersOf(NSEvent* event) {
 }
 
 - (BOOL)validateMenuItem:(NSMenuItem*)menuItem {
-    if (menuItem.action == @selector(delete:))
-        return self.selectedRow >= 0;
-    return YES;
+    const SEL action = menuItem.action;
+    const bool isDelete =
+        action && kestrel::macos_shell::isSameSelector(action, @selector(delete:));
+    return !isDelete || self.selectedRow >= 0;
 }
 
 @end

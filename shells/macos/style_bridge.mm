@@ -1,6 +1,10 @@
 #include "shells/macos/style_bridge.h"
 
+#import <objc/runtime.h>
+
 #include "shells/macos/text.h"
+
+#include <string_view>
 
 namespace kestrel::macos_shell {
 
@@ -54,5 +58,7 @@ NSString* textFor(const style::Text& text) {
         return english;
     return [NSBundle.mainBundle localizedStringForKey:english value:english table:nil];
 }
+
+bool isSameSelector(SEL a, SEL b) { return std::string_view(sel_getName(a)) == sel_getName(b); }
 
 } // namespace kestrel::macos_shell

@@ -49,7 +49,7 @@ class MacPopoverViewTest : public MacViewsFixture {
     std::vector<std::string> shownTitles() {
         std::vector<std::string> result;
         for (PopoverRowView* row in list().rows)
-            result.push_back(macos_shell::toUtf8(findView<NSTextField>(row).stringValue));
+            result.push_back(textOf(findView<NSTextField>(row).stringValue));
         return result;
     }
 
@@ -217,7 +217,7 @@ TEST_F(MacPopoverViewTest, TheWholeRowTakesClicks) {
 
 TEST_F(MacPopoverViewTest, AssistiveProgramsSeeButtonsWithTheTitles) {
     EXPECT_TRUE([row(0).accessibilityRole isEqualToString:NSAccessibilityButtonRole]);
-    EXPECT_EQ(macos_shell::toUtf8(row(0).accessibilityLabel), "First");
+    EXPECT_EQ(textOf(row(0).accessibilityLabel), "First");
     EXPECT_TRUE([row(0) accessibilityPerformPress]);
     EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
 }

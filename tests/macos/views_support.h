@@ -26,6 +26,11 @@ inline void redraw() {
     ASSERT_TRUE(recording::runUntil([isDone] { return *isDone; }));
 }
 
+/// A text as a test prints it; "(nil)" for nil.
+inline std::string textOf(NSString* text) {
+    return text ? macos_shell::toUtf8(text) : "(nil)";
+}
+
 /// The first view below `root` that is a `viewClass` and fulfils `condition`; nil when none is.
 template <class View>
 View* findView(NSView* root, const std::function<bool(View*)>& condition = {}) {

@@ -79,7 +79,45 @@ void setValue(id object, SEL getter, id value) {
 }
 @end
 
+/// The tool's own measures one line, however narrow the bounds.
+@implementation NSTextFieldCell (KestrelViewStandins)
+- (NSSize)cellSizeForBounds:(NSRect)bounds {
+    const NSStringDrawingOptions options = NSStringDrawingUsesLineFragmentOrigin;
+    NSSize room = NSMakeSize(1e6, 1e6);
+    if (self.wraps)
+        room.width = MIN(room.width, bounds.size.width);
+    const NSRect used = [self.attributedStringValue boundingRectWithSize:room options:options];
+    return used.size;
+}
+@end
+
+@implementation NSMenuItem (KestrelViewStandins)
+- (void)setAttributedTitle:(NSAttributedString*)title {
+    setValue(self, @selector(attributedTitle), title);
+}
+- (NSAttributedString*)attributedTitle {
+    return valueOf(self, @selector(attributedTitle));
+}
+@end
+
+@implementation NSTableCellView (KestrelViewStandins)
+- (void)prepareForReuse {
+}
+@end
+
+@implementation NSTableView (KestrelViewStandins)
+- (void)setAllowsTypeSelect:(BOOL)flag {
+    (void)flag;
+}
+@end
+
 @implementation NSButton (KestrelViewStandins)
+- (void)setContentTintColor:(NSColor*)color {
+    setValue(self, @selector(contentTintColor), color);
+}
+- (NSColor*)contentTintColor {
+    return valueOf(self, @selector(contentTintColor));
+}
 - (void)setBezelColor:(NSColor*)color {
     setValue(self, @selector(bezelColor), color);
 }
@@ -101,6 +139,9 @@ void setValue(id object, SEL getter, id value) {
 }
 + (NSColor*)controlAccentColor {
     return [NSColor colorWithCalibratedRed:0 green:0.4 blue:0.9 alpha:1];
+}
++ (NSColor*)systemRedColor {
+    return [NSColor colorWithCalibratedRed:1 green:0 blue:0 alpha:1];
 }
 + (NSColor*)separatorColor {
     return [NSColor colorWithCalibratedWhite:0 alpha:0.1];
