@@ -23,8 +23,9 @@ class SettingsWindowTest : public AppFixture {
         @autoreleasepool {
             delegate.core->openSettings();
         }
-        calls = linesOf({"NSPopover ", "NSApplication ", "NSWindow initWith", "NSWindow center",
-                         "NSWindow makeKeyAndOrderFront:"});
+        calls = linesOf({"NSPopover ", "NSApplication ",
+                         "NSWindow initWithContentRect:styleMask:backing:defer: 0 0 5",
+                         "NSWindow center", "NSWindow makeKeyAndOrderFront:"});
         // What comes after is how the stand-in for the system orders a window to the front.
         const auto last = std::ranges::find(calls, "NSWindow makeKeyAndOrderFront: nil");
         if (last != calls.end())
