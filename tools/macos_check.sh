@@ -36,7 +36,7 @@ build() {
     done
     # shellcheck disable=SC2086 # a word for each source; no name holds a space
     "$tool/run" --gtest "$program" $sources "$@" -- \
-        -O1 -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
+        -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
         status=$?
         [ "$status" -ne 2 ] || skip "what the run tool needs is not installed"
         exit 1

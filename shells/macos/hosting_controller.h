@@ -3,14 +3,21 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/view_state_owner.h"
+
 #include "platform/popover.h"
 
 namespace kestrel::macos_shell {
 
-/// The only HostingController of this shell.
+/// The only HostingController of this shell. The core's view dies with it, even where the system
+/// still holds the view controller.
 class AppKitHostingController final : public HostingController {
   public:
-    explicit AppKitHostingController(NSViewController* controller) : controller_(controller) {}
+    explicit AppKitHostingController(NSViewController<ViewStateOwner>* controller)
+        : controller_(controller) {}
+    ~AppKitHostingController() override;
+    AppKitHostingController(const AppKitHostingController&) = delete;
+    AppKitHostingController& operator=(const AppKitHostingController&) = delete;
 
     void setPreferredContentSize(Size size) override;
     void makeWindowKey() override;
@@ -18,7 +25,7 @@ class AppKitHostingController final : public HostingController {
     NSViewController* controller() const { return controller_; }
 
   private:
-    NSViewController* controller_;
+    NSViewController<ViewStateOwner>* controller_;
 };
 
 } // namespace kestrel::macos_shell

@@ -2,6 +2,8 @@
 
 namespace kestrel::macos_shell {
 
+AppKitHostingController::~AppKitHostingController() { [controller_ discardView]; }
+
 void AppKitHostingController::setPreferredContentSize(Size size) {
     controller_.preferredContentSize = NSMakeSize(size.width, size.height);
 }

@@ -28,6 +28,7 @@ AppKitWindow::AppKitWindow(AppKitWindowServer& server, NSWindow* window)
 AppKitWindow::~AppKitWindow() {
     std::erase(server_.windows_, this);
     window_.delegate = nil;
+    controller_.reset(); // its sheets go before the window does
     [window_ orderOut:nil];
     // The window may be in the middle of closing, which goes on after its delegate has returned.
     NSWindow* const closing = window_;
