@@ -1,26 +1,9 @@
 #include "shells/macos/images.h"
 
+#include "shells/macos/style_bridge.h"
 #include "shells/macos/text.h"
 
 namespace kestrel::macos_shell {
-
-namespace {
-
-NSFontWeight fontWeight(FontWeight weight) {
-    switch (weight) {
-    case FontWeight::regular:
-        break;
-    case FontWeight::medium:
-        return NSFontWeightMedium;
-    case FontWeight::semibold:
-        return NSFontWeightSemibold;
-    case FontWeight::bold:
-        return NSFontWeightBold;
-    }
-    return NSFontWeightRegular;
-}
-
-} // namespace
 
 std::shared_ptr<Image>
 AppKitSymbolImages::imageWithSystemSymbolName(std::string_view name,
@@ -37,7 +20,7 @@ AppKitSymbolImages::imageWithSymbolConfiguration(const std::shared_ptr<Image>& s
                                                  const SymbolConfiguration& configuration) {
     NSImageSymbolConfiguration* const native =
         [NSImageSymbolConfiguration configurationWithPointSize:configuration.pointSize
-                                                        weight:fontWeight(configuration.weight)];
+                                                        weight:weightFor(configuration.weight)];
     NSImage* const image =
         [static_cast<const AppKitImage&>(*symbol).image() imageWithSymbolConfiguration:native];
     return image ? std::make_shared<AppKitImage>(image) : symbol;

@@ -9,7 +9,7 @@ namespace {
 NSImage* symbolOrEmpty(const SymbolIcon& icon) {
     NSImage* const symbol = [NSImage imageWithSystemSymbolName:toNSString(icon.name)
                                       accessibilityDescription:nil];
-    return symbol ?: [[NSImage alloc] init];
+    return symbol ? symbol : [[NSImage alloc] init];
 }
 
 } // namespace

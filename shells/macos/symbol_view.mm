@@ -33,7 +33,7 @@ NSImage* symbolImage(const style::SymbolStyle& symbol) {
         [NSImageSymbolConfiguration configurationWithPointSize:symbol.font.size
                                                         weight:weightFor(symbol.font.weight)];
     NSImage* const sized = [plain imageWithSymbolConfiguration:configuration];
-    return sized ?: [[NSImage alloc] initWithSize:NSZeroSize];
+    return sized ? sized : [[NSImage alloc] initWithSize:NSZeroSize];
 }
 
 NSImageView* symbolView(const style::SymbolStyle& symbol) {

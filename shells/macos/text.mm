@@ -6,13 +6,13 @@ NSString* toNSString(std::string_view utf8) {
     NSString* const text = [[NSString alloc] initWithBytes:utf8.data()
                                                     length:utf8.size()
                                                   encoding:NSUTF8StringEncoding];
-    return text ?: @"";
+    return text ? text : @"";
 }
 
 std::string toUtf8(NSString* text) {
-    NSData* const data = [text dataUsingEncoding:NSUTF8StringEncoding]
-                             ?: [text dataUsingEncoding:NSUTF8StringEncoding
-                                    allowLossyConversion:YES];
+    NSData* data = [text dataUsingEncoding:NSUTF8StringEncoding];
+    if (!data)
+        data = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
     return toBytes(data).value_or("");
 }
 

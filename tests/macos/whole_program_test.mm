@@ -77,8 +77,10 @@ TEST_F(WholeProgramTest, AnItemAddedInTheSheetIsSavedInBothStoresAndShownInThePo
     NSTextField* const title = findView<NSTextField>(
         sheet.contentView, [](NSTextField* field) { return bool(field.editable); });
     title.stringValue = @"Added";
-    [NSNotificationCenter.defaultCenter postNotificationName:NSControlTextDidChangeNotification
-                                                      object:title];
+    [(id<NSTextFieldDelegate>)title.delegate
+        controlTextDidChange:[NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                           object:title]];
+    runMainQueue();
     recording::reset();
     tests::click(buttonWith(sheet.contentView, "Add"));
     runMainQueue();
