@@ -211,7 +211,7 @@ std::size_t segmentOf(ItemType type) {
     _isUpdateScheduled = YES;
     __weak ItemEditorViewController* weakSelf = self;
     dispatch_async(dispatch_get_main_queue(), ^{
-      [weakSelf updateNow];
+        [weakSelf updateNow];
     });
 }
 

@@ -172,7 +172,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     _isUpdateScheduled = YES;
     __weak MenuPopoverViewController* weakSelf = self;
     dispatch_async(dispatch_get_main_queue(), ^{
-      [weakSelf updateNow];
+        [weakSelf updateNow];
     });
 }
 

@@ -150,7 +150,7 @@ using namespace kestrel::macos_shell;
     _isUpdateScheduled = YES;
     __weak SettingsViewController* weakSelf = self;
     dispatch_async(dispatch_get_main_queue(), ^{
-      [weakSelf updateNow];
+        [weakSelf updateNow];
     });
 }
 
@@ -210,18 +210,18 @@ using namespace kestrel::macos_shell;
     __weak SettingsViewController* weakSelf = self;
     [self.view.window beginSheet:sheet
                completionHandler:^(NSModalResponse response) {
-                 (void)response;
-                 SettingsViewController* const strongSelf = weakSelf;
-                 if (!strongSelf)
-                     return;
-                 NSWindow* const closed = strongSelf->_sheet;
-                 strongSelf->_sheet = nil;
-                 if (strongSelf->_state)
-                     ((*strongSelf->_state).*onClosed)();
-                 // Its form may still be in the action that closed it.
-                 dispatch_async(dispatch_get_main_queue(), ^{
-                   [closed close];
-                 });
+                   (void)response;
+                   SettingsViewController* const strongSelf = weakSelf;
+                   if (!strongSelf)
+                       return;
+                   NSWindow* const closed = strongSelf->_sheet;
+                   strongSelf->_sheet = nil;
+                   if (strongSelf->_state)
+                       ((*strongSelf->_state).*onClosed)();
+                   // Its form may still be in the action that closed it.
+                   dispatch_async(dispatch_get_main_queue(), ^{
+                       [closed close];
+                   });
                }];
 }
 

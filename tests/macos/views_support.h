@@ -21,15 +21,13 @@ namespace kestrel::tests {
 inline void redraw() {
     auto isDone = std::make_shared<bool>(false);
     dispatch_async(dispatch_get_main_queue(), ^{
-      *isDone = true;
+        *isDone = true;
     });
     ASSERT_TRUE(recording::runUntil([isDone] { return *isDone; }));
 }
 
 /// A text as a test prints it; "(nil)" for nil.
-inline std::string textOf(NSString* text) {
-    return text ? macos_shell::toUtf8(text) : "(nil)";
-}
+inline std::string textOf(NSString* text) { return text ? macos_shell::toUtf8(text) : "(nil)"; }
 
 /// The first view below `root` that is a `viewClass` and fulfils `condition`; nil when none is.
 template <class View>
