@@ -156,6 +156,17 @@ TEST_F(MacSettingsViewTest, TheTableIsAnInsetSingleSelectionList) {
     EXPECT_TRUE(table().headerView == nil);
 }
 
+TEST_F(MacSettingsViewTest, EachRowIsAsHighAsItsOwnTitleNeeds) {
+    LauncherItem wordy = first;
+    for (int i = 0; i < 60; ++i)
+        wordy.title += " word";
+    setItems({first, wordy});
+    redraw();
+    const CGFloat plain = [tableController() tableView:table() heightOfRow:0];
+    EXPECT_GE(plain, 22 + 8);
+    EXPECT_GT([tableController() tableView:table() heightOfRow:1], plain);
+}
+
 TEST_F(MacSettingsViewTest, SelectingARowCommitsItsItem) {
     select(0);
     EXPECT_EQ(view_->selectedID(), first.id);

@@ -27,9 +27,7 @@ inline void redraw() {
 }
 
 /// A text as a test prints it; "(nil)" for nil.
-inline std::string textOf(NSString* text) {
-    return text ? macos_shell::toUtf8(text) : "(nil)";
-}
+inline std::string textOf(NSString* text) { return text ? macos_shell::toUtf8(text) : "(nil)"; }
 
 /// The first view below `root` that is a `viewClass` and fulfils `condition`; nil when none is.
 template <class View>
