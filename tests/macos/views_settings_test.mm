@@ -399,6 +399,16 @@ TEST_F(MacSettingsViewTest, ASecondSheetFollowsTheFirst) {
     EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
 }
 
+TEST_F(MacSettingsViewTest, ARedrawUnderASheetShowsNoSecondOne) {
+    click(button("Add"));
+    redraw();
+    NSWindow* const shown = sheet();
+    manager.items.append(first);
+    redraw();
+    EXPECT_EQ(sheet(), shown);
+    EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 1);
+}
+
 TEST_F(MacSettingsViewTest, TheSheetAndItsFormGoWhenItHasClosed) {
     __weak NSWindow* weakSheet = nil;
     @autoreleasepool {
