@@ -38,11 +38,11 @@ namespace row_style = kestrel::menu_popover_style::row;
 }
 
 - (void)addParts {
-    NSColor* const wash =
-        [colorFor(row_style::title.color) colorWithAlphaComponent:row_style::highlightOpacity];
+    // The opacity is the view's: a colour with another opacity may no longer follow the appearance.
     _highlight = [[RoundedFillView alloc] initWithFrame:NSZeroRect
-                                                  color:wash
+                                                  color:colorFor(row_style::title.color)
                                                  radius:row_style::highlightRadius];
+    _highlight.alphaValue = row_style::highlightOpacity;
     _highlight.hidden = YES;
     _picture = [[ItemPictureView alloc] initWithFrame:NSZeroRect];
     _title = lineLabel(@"", row_style::title);

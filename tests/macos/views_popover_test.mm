@@ -176,7 +176,8 @@ TEST_F(MacPopoverViewTest, ThePointerHighlightsTheRowThatItIsIn) {
 TEST_F(MacPopoverViewTest, TheHighlightHasSmoothCornersAndIsFaint) {
     RoundedFillView* const highlight = findView<RoundedFillView>(row(0));
     EXPECT_EQ(highlight.radius, 5);
-    EXPECT_NEAR(highlight.color.alphaComponent, 0.08, 1e-6);
+    EXPECT_TRUE([highlight.color isEqual:NSColor.labelColor]);
+    EXPECT_NEAR(highlight.alphaValue, 0.08, 1e-6);
     [highlight updateLayer];
     EXPECT_TRUE(highlight.wantsUpdateLayer);
     EXPECT_EQ(highlight.layer.cornerRadius, 5);
@@ -189,6 +190,25 @@ TEST_F(MacPopoverViewTest, EachRowTracksThePointerInItsVisiblePart) {
     NSArray<NSTrackingArea*>* const areas = row(0).trackingAreas;
     ASSERT_EQ(areas.count, 1U);
     EXPECT_EQ(areas.firstObject.owner, row(0));
+}
+
+TEST_F(MacPopoverViewTest, ScrollingTakesTheHighlightFromARowThatMovesAway) {
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    ASSERT_EQ(highlightedRow(), 1);
+    // The pointer is far away from the window here.
+    [window_->get() setFrameOrigin:NSMakePoint(4000, 4000)];
+    [NSNotificationCenter.defaultCenter postNotificationName:NSScrollViewDidLiveScrollNotification
+                                                      object:scrollView()];
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+}
+
+TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
+    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6)], row(0));
+    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6 + 34)], row(1));
+    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 3)] == nil) << "the padding is no row";
+    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 6 + 3 * 34)] == nil);
 }
 
 TEST_F(MacPopoverViewTest, AClickAnywhereInARowLaunchesItAndThenCloses) {

@@ -156,6 +156,17 @@ TEST_F(MacSettingsViewTest, TheTableIsAnInsetSingleSelectionList) {
     EXPECT_TRUE(table().headerView == nil);
 }
 
+TEST_F(MacSettingsViewTest, EachRowIsAsHighAsItsOwnTitleNeeds) {
+    LauncherItem wordy = first;
+    for (int i = 0; i < 60; ++i)
+        wordy.title += " word";
+    setItems({first, wordy});
+    redraw();
+    const CGFloat plain = [tableController() tableView:table() heightOfRow:0];
+    EXPECT_GE(plain, 22 + 8);
+    EXPECT_GT([tableController() tableView:table() heightOfRow:1], plain);
+}
+
 TEST_F(MacSettingsViewTest, SelectingARowCommitsItsItem) {
     select(0);
     EXPECT_EQ(view_->selectedID(), first.id);
@@ -386,6 +397,16 @@ TEST_F(MacSettingsViewTest, ASecondSheetFollowsTheFirst) {
     redraw();
     ASSERT_TRUE(sheet() != nil);
     EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
+}
+
+TEST_F(MacSettingsViewTest, ARedrawUnderASheetShowsNoSecondOne) {
+    click(button("Add"));
+    redraw();
+    NSWindow* const shown = sheet();
+    manager.items.append(first);
+    redraw();
+    EXPECT_EQ(sheet(), shown);
+    EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 1);
 }
 
 TEST_F(MacSettingsViewTest, TheSheetAndItsFormGoWhenItHasClosed) {

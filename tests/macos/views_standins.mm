@@ -133,10 +133,6 @@ void setValue(id object, SEL getter, id value) {
 @end
 
 @implementation NSColor (KestrelViewStandins)
-/// The tool's own is a name, which takes no opacity.
-+ (NSColor*)labelColor {
-    return [NSColor colorWithCalibratedWhite:0 alpha:0.85];
-}
 + (NSColor*)controlAccentColor {
     return [NSColor colorWithCalibratedRed:0 green:0.4 blue:0.9 alpha:1];
 }
