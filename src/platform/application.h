@@ -18,7 +18,8 @@ class Application {
     /// Makes this the application that receives the user's keys, whatever is active now.
     virtual void activateIgnoringOtherApps() = 0;
 
-    /// Ends the event loop; the call itself returns.
+    /// Ends the program: the event loop ends and the call returns, or the process ends inside the
+    /// call. Nothing may be left to do after it.
     virtual void terminate() = 0;
 };
 

@@ -1,0 +1,21 @@
+#pragma once
+// The delegate of the application and of the settings window, and the target of the status item's
+// button: hands each call to the core's AppDelegate, which it owns together with the adapters.
+
+#import <AppKit/AppKit.h>
+
+#include "shells/macos/status_bar.h"
+
+namespace kestrel {
+class AppDelegate;
+}
+
+@interface AppDelegate : NSObject <NSApplicationDelegate, NSWindowDelegate, StatusBarButtonTarget>
+
+/// Creates the core's delegate, and with it the item store, which loads the stored list.
+- (instancetype)init;
+
+/// The core's delegate. It lives as long as this object.
+@property(nonatomic, readonly) kestrel::AppDelegate* core;
+
+@end

@@ -1,0 +1,61 @@
+#include "shells/macos/app_delegate.h"
+
+#include "shells/macos/entry_point.h"
+#include "shells/macos/main_menu.h"
+#include "shells/macos/ports.h"
+
+using kestrel::macos_shell::atEntryPoint;
+
+@implementation AppDelegate {
+    std::unique_ptr<kestrel::macos_shell::Ports> _ports;
+    std::unique_ptr<kestrel::AppDelegate> _core; // after the ports, so that it dies before them
+}
+
+- (instancetype)init {
+    if ((self = [super init])) {
+        _ports = std::make_unique<kestrel::macos_shell::Ports>(self);
+        _core = std::make_unique<kestrel::AppDelegate>(_ports->all());
+    }
+    return self;
+}
+
+- (kestrel::AppDelegate*)core {
+    return _core.get();
+}
+
+- (void)applicationWillFinishLaunching:(NSNotification*)notification {
+    (void)notification;
+    NSApplication.sharedApplication.mainMenu = kestrel::macos_shell::makeMainMenu();
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    (void)notification;
+    atEntryPoint([&] { _core->applicationDidFinishLaunching(); });
+}
+
+/// The Dock icon is there exactly while the settings window is: a click on it is about that
+/// window, which AppKit brings back itself.
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
+    (void)sender;
+    (void)flag;
+    atEntryPoint([&] {
+        if (!_core->hasSettingsWindow())
+            _core->applicationShouldHandleReopen();
+    });
+    return YES;
+}
+
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app {
+    (void)app;
+    return YES;
+}
+
+- (void)statusBarButtonClicked:(NSStatusBarButton*)sender {
+    atEntryPoint([&] { _ports->statusBar.buttonClicked(sender); });
+}
+
+- (void)windowWillClose:(NSNotification*)notification {
+    atEntryPoint([&] { _ports->windowServer.windowWillClose(notification); });
+}
+
+@end

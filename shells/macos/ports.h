@@ -1,0 +1,52 @@
+#pragma once
+// All the adapters of this shell together, as the core's AppDelegate needs them.
+
+#include "app/app_delegate.h"
+#include "shells/macos/application.h"
+#include "shells/macos/cloud.h"
+#include "shells/macos/images.h"
+#include "shells/macos/main_queue.h"
+#include "shells/macos/open_panel.h"
+#include "shells/macos/status_bar.h"
+#include "shells/macos/system_clock.h"
+#include "shells/macos/terminal.h"
+#include "shells/macos/user_defaults.h"
+#include "shells/macos/view_hosts.h"
+#include "shells/macos/window_server.h"
+#include "shells/macos/workspace.h"
+
+namespace kestrel::macos_shell {
+
+/// Outlives the core's AppDelegate. Members refer to each other, so it stays where it was made.
+struct Ports {
+    explicit Ports(id<StatusBarButtonTarget, NSWindowDelegate> delegate)
+        : statusBar(delegate), windowServer(delegate) {}
+    Ports(const Ports&) = delete;
+    Ports& operator=(const Ports&) = delete;
+    ~Ports() = default;
+
+    AppPorts all() {
+        return {{mainQueue, userDefaults, cloud, clock, workspace, terminal},
+                application,
+                statusBar,
+                symbolImages,
+                windowServer,
+                openPanel,
+                viewHosts};
+    }
+
+    DispatchMainQueue mainQueue;
+    StandardUserDefaults userDefaults;
+    ICloud cloud;
+    SystemClock clock;
+    AppKitWorkspace workspace;
+    AppleScriptTerminal terminal;
+    AppKitApplication application;
+    AppKitStatusBar statusBar;
+    AppKitSymbolImages symbolImages;
+    AppKitWindowServer windowServer;
+    AppKitOpenPanel openPanel;
+    AppKitViewHosts viewHosts{statusBar};
+};
+
+} // namespace kestrel::macos_shell

@@ -1,0 +1,345 @@
+// The popover's view controller with its views, driven as AppKit drives them.
+
+#include "shells/macos/centered_column_view.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/menu_popover_view_controller.h"
+#include "shells/macos/popover_list_view.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/symbol_view.h"
+#include "tests/macos/views_support.h"
+#include "views/popover/menu_popover_style.h"
+
+#include <memory>
+
+namespace kestrel::tests {
+namespace {
+
+namespace popover_style = menu_popover_style;
+
+class MacPopoverViewTest : public MacViewsFixture {
+  protected:
+    void SetUp() override {
+        MacViewsFixture::SetUp();
+        show();
+    }
+
+    void TearDown() override {
+        window_.reset();
+        controller_ = nil;
+    }
+
+    /// Makes the controller anew for what the store holds now.
+    void show() {
+        window_.reset();
+        MenuPopoverView::Callbacks callbacks{.onOpenSettings = [this] { log.add("settings"); },
+                                             .onQuit = [this] { log.add("quit"); },
+                                             .onClose = [this] { log.add("close"); }};
+        auto view =
+            std::make_unique<MenuPopoverView>(manager, mainQueue, clock, std::move(callbacks));
+        view_ = view.get();
+        controller_ = [[MenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)];
+        window_ = std::make_unique<ShownWindow>(controller_);
+        [controller_ viewWillAppear];
+    }
+
+    PopoverListView* list() { return findView<PopoverListView>(controller_.view); }
+    PopoverRowView* row(NSUInteger position) { return list().rows[position]; }
+    NSScrollView* scrollView() { return findView<NSScrollView>(controller_.view); }
+
+    std::vector<std::string> shownTitles() {
+        std::vector<std::string> result;
+        for (PopoverRowView* row in list().rows)
+            result.push_back(textOf(findView<NSTextField>(row).stringValue));
+        return result;
+    }
+
+    /// The row whose highlight can be seen; -1 when none can.
+    long highlightedRow() {
+        long result = -1;
+        for (PopoverRowView* row in list().rows) {
+            if (!findView<RoundedFillView>(row).hidden) {
+                EXPECT_EQ(result, -1) << "two rows are highlighted";
+                result = static_cast<long>(row.position);
+            }
+        }
+        return result;
+    }
+
+    MenuPopoverView* view_ = nullptr;
+    MenuPopoverViewController* controller_ = nil;
+    std::unique_ptr<ShownWindow> window_;
+};
+
+TEST_F(MacPopoverViewTest, ShowsTheItemsInTheirOrder) {
+    EXPECT_EQ(shownTitles(), (std::vector<std::string>{"First", "Second", "Third"}));
+    EXPECT_FALSE(scrollView().hidden);
+    EXPECT_TRUE(findView<CenteredColumnView>(controller_.view).hidden);
+}
+
+TEST_F(MacPopoverViewTest, TheSizesAreTheStatedOnes) {
+    const NSSize size = controller_.view.frame.size;
+    EXPECT_EQ(size.width, 240);
+    EXPECT_EQ(size.height, 3 * 34 + 12 + 41);
+    EXPECT_EQ(scrollView().frame.size.height, 3 * 34 + 12);
+    EXPECT_EQ(list().frame.size.height, 3 * 34 + 12);
+    EXPECT_FALSE(scrollView().hasVerticalScroller);
+    EXPECT_FALSE(scrollView().hasHorizontalScroller);
+
+    for (PopoverRowView* row in list().rows) {
+        EXPECT_EQ(row.frame.origin.y, 6 + 34 * static_cast<double>(row.position));
+        EXPECT_EQ(row.frame.size.height, 34);
+        EXPECT_EQ(row.frame.size.width, 240);
+        const NSRect highlight = findView<RoundedFillView>(row).frame;
+        EXPECT_EQ(highlight.origin.x, 4);
+        EXPECT_EQ(highlight.size.width, 232);
+        EXPECT_EQ(highlight.size.height, 34);
+        const NSRect picture = findView<ItemPictureView>(row).frame;
+        EXPECT_EQ(picture.origin.x, 12);
+        EXPECT_EQ(picture.origin.y, 8);
+        EXPECT_EQ(picture.size.width, 18);
+        EXPECT_EQ(picture.size.height, 18);
+        EXPECT_EQ(findView<NSTextField>(row).frame.origin.x, 12 + 18 + 10);
+    }
+}
+
+TEST_F(MacPopoverViewTest, AFullListIsCappedAndScrolls) {
+    setItems(std::vector<LauncherItem>(10, first));
+    show();
+    EXPECT_EQ(controller_.view.frame.size.height, 320 + 41);
+    EXPECT_EQ(scrollView().frame.size.height, 320);
+    EXPECT_EQ(list().frame.size.height, 352);
+    command(@selector(scrollToEndOfDocument:), controller_);
+    EXPECT_EQ(scrollView().documentVisibleRect.origin.y, 32) << "the padding below shows as well";
+}
+
+TEST_F(MacPopoverViewTest, WithoutItemsTheEmptyStateShows) {
+    setItems({});
+    show();
+    EXPECT_EQ(controller_.view.frame.size.height, 181);
+    EXPECT_TRUE(scrollView().hidden);
+    CenteredColumnView* const state = findView<CenteredColumnView>(controller_.view);
+    EXPECT_FALSE(state.hidden);
+    EXPECT_EQ(state.frame.size.height, 140);
+    NSTextField* const title = fieldWith(state, "No items yet");
+    NSTextField* const hint = fieldWith(state, "Open Settings to add items.");
+    ASSERT_TRUE(title && hint);
+    EXPECT_EQ(hint.frame.origin.y - title.frame.origin.y - title.frame.size.height, 8);
+    EXPECT_NEAR(title.frame.origin.x + title.frame.size.width / 2, 120, 1);
+}
+
+TEST_F(MacPopoverViewTest, TheEmptyStateGoesWithTheFirstItem) {
+    setItems({});
+    show();
+    manager.items.append(first);
+    redraw();
+    EXPECT_FALSE(scrollView().hidden);
+    EXPECT_TRUE(findView<CenteredColumnView>(controller_.view).hidden);
+    EXPECT_EQ(shownTitles(), std::vector<std::string>{"First"});
+}
+
+TEST_F(MacPopoverViewTest, TheFooterStandsAtTheBottomWhenThePopoverGrows) {
+    setItems({});
+    show();
+    [controller_.view setFrameSize:NSMakeSize(240, 255)];
+    NSButton* const settings = buttonWith(controller_.view, "Settings");
+    NSButton* const quit = buttonWith(controller_.view, "Quit");
+    EXPECT_EQ(settings.frame.origin.y, 0);
+    EXPECT_EQ(settings.frame.size.height, 40);
+    EXPECT_EQ(settings.frame.origin.x, 14);
+    EXPECT_EQ(quit.frame.origin.x + quit.frame.size.width, 240 - 14);
+    EXPECT_EQ(scrollView().frame.origin.y, 41);
+    EXPECT_EQ(scrollView().frame.size.height, 255 - 41);
+}
+
+TEST_F(MacPopoverViewTest, AChangeOfTheListIsDrawnInTheMainQueuesNextTurn) {
+    manager.items.remove({1});
+    EXPECT_EQ(shownTitles().size(), 3U) << "the signal comes before the change";
+    redraw();
+    EXPECT_EQ(shownTitles(), (std::vector<std::string>{"First", "Third"}));
+    EXPECT_EQ(list().frame.size.height, 2 * 34 + 12);
+}
+
+TEST_F(MacPopoverViewTest, ThePointerHighlightsTheRowThatItIsIn) {
+    EXPECT_EQ(highlightedRow(), -1);
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1);
+    [row(2) mouseEntered:[[NSEvent alloc] init]];
+    [row(1) mouseExited:[[NSEvent alloc] init]];
+    redraw();
+    EXPECT_EQ(highlightedRow(), 2);
+    [row(2) mouseExited:[[NSEvent alloc] init]];
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+}
+
+TEST_F(MacPopoverViewTest, TheHighlightHasSmoothCornersAndIsFaint) {
+    RoundedFillView* const highlight = findView<RoundedFillView>(row(0));
+    EXPECT_EQ(highlight.radius, 5);
+    EXPECT_TRUE([highlight.color isEqual:NSColor.labelColor]);
+    EXPECT_NEAR(highlight.alphaValue, 0.08, 1e-6);
+    [highlight updateLayer];
+    EXPECT_TRUE(highlight.wantsUpdateLayer);
+    EXPECT_EQ(highlight.layer.cornerRadius, 5);
+    EXPECT_TRUE([highlight.layer.cornerCurve isEqualToString:kCACornerCurveContinuous]);
+}
+
+TEST_F(MacPopoverViewTest, EachRowTracksThePointerInItsVisiblePart) {
+    [row(0) updateTrackingAreas];
+    [row(0) updateTrackingAreas];
+    NSArray<NSTrackingArea*>* const areas = row(0).trackingAreas;
+    ASSERT_EQ(areas.count, 1U);
+    EXPECT_EQ(areas.firstObject.owner, row(0));
+}
+
+TEST_F(MacPopoverViewTest, ScrollingTakesTheHighlightFromARowThatMovesAway) {
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    ASSERT_EQ(highlightedRow(), 1);
+    // The pointer is far away from the window here.
+    [window_->get() setFrameOrigin:NSMakePoint(4000, 4000)];
+    [NSNotificationCenter.defaultCenter postNotificationName:NSScrollViewDidLiveScrollNotification
+                                                      object:scrollView()];
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+}
+
+TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
+    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6)], row(0));
+    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6 + 34)], row(1));
+    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 3)] == nil) << "the padding is no row";
+    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 6 + 3 * 34)] == nil);
+}
+
+TEST_F(MacPopoverViewTest, AClickAnywhereInARowLaunchesItAndThenCloses) {
+    PopoverRowView* const second = row(1);
+    const NSPoint atTheEnd = [second convertPoint:NSMakePoint(235, 17) toView:nil];
+    [second mouseDown:mouseEvent(NSEventTypeLeftMouseDown, atTheEnd, window_->get())];
+    [second mouseUp:mouseEvent(NSEventTypeLeftMouseUp, atTheEnd, window_->get())];
+    EXPECT_EQ(log.calls, std::vector<std::string>{"terminal.runInNewWindow ls"});
+    mainQueue.runAll();
+    EXPECT_EQ(log.calls.back(), "close");
+}
+
+TEST_F(MacPopoverViewTest, AButtonLetGoOutsideTheRowLaunchesNothing) {
+    const NSPoint outside = [row(1) convertPoint:NSMakePoint(100, 50) toView:nil];
+    [row(1) mouseUp:mouseEvent(NSEventTypeLeftMouseUp, outside, window_->get())];
+    mainQueue.runAll();
+    EXPECT_TRUE(log.calls.empty());
+}
+
+TEST_F(MacPopoverViewTest, TheWholeRowTakesClicks) {
+    const NSRect frame = row(0).frame;
+    const NSPoint onTheTitle = NSMakePoint(frame.origin.x + 60, frame.origin.y + 17);
+    EXPECT_EQ([row(0) hitTest:onTheTitle], row(0));
+    EXPECT_TRUE([row(0) acceptsFirstMouse:nil]);
+}
+
+TEST_F(MacPopoverViewTest, AssistiveProgramsSeeButtonsWithTheTitles) {
+    EXPECT_TRUE([row(0).accessibilityRole isEqualToString:NSAccessibilityButtonRole]);
+    EXPECT_EQ(textOf(row(0).accessibilityLabel), "First");
+    EXPECT_TRUE([row(0) accessibilityPerformPress]);
+    EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
+}
+
+TEST_F(MacPopoverViewTest, TheFooterButtonsCallBack) {
+    click(buttonWith(controller_.view, "Settings"));
+    click(buttonWith(controller_.view, "Quit"));
+    EXPECT_EQ(log.calls, (std::vector<std::string>{"settings", "quit"}));
+}
+
+TEST_F(MacPopoverViewTest, ArrowsHomeAndEndMoveTheHighlight) {
+    struct {
+        unichar key;
+        long row;
+    } const steps[] = {
+        {NSDownArrowFunctionKey, 0},
+        {NSDownArrowFunctionKey, 1},
+        {NSUpArrowFunctionKey, 0},
+        {NSUpArrowFunctionKey, 0},
+    };
+    for (const auto& step : steps) {
+        [controller_ keyDown:keyPress(step.key)];
+        redraw();
+        EXPECT_EQ(highlightedRow(), step.row);
+    }
+    command(@selector(scrollToEndOfDocument:), controller_);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 2);
+    command(@selector(scrollToBeginningOfDocument:), controller_);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 0);
+    command(@selector(scrollPageDown:), controller_);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 2);
+    command(@selector(scrollPageUp:), controller_);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 0);
+}
+
+TEST_F(MacPopoverViewTest, ReturnLaunchesTheHighlightedRow) {
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    [controller_ keyDown:keyPress('\r')];
+    EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
+}
+
+TEST_F(MacPopoverViewTest, TypingHighlightsTheRowThatItNames) {
+    [controller_ keyDown:keyPress('t')];
+    redraw();
+    EXPECT_EQ(highlightedRow(), 2);
+}
+
+TEST_F(MacPopoverViewTest, OpeningAndClosingTakeTheHighlightAway) {
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    [controller_ viewDidDisappear];
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    [controller_ viewWillAppear];
+    EXPECT_EQ(highlightedRow(), -1);
+}
+
+TEST_F(MacPopoverViewTest, AppearingTakesTheKeys) {
+    [controller_ viewDidAppear];
+    EXPECT_EQ(window_->get().firstResponder, controller_.view);
+    EXPECT_TRUE(controller_.view.acceptsFirstResponder);
+}
+
+TEST_F(MacPopoverViewTest, NothingHappensAfterTheViewWasDiscarded) {
+    PopoverRowView* const second = row(1);
+    [second mouseEntered:[[NSEvent alloc] init]];
+    [controller_ discardView];
+    redraw();
+    manager.items.remove({0});
+    redraw();
+    EXPECT_EQ(shownTitles().size(), 3U) << "what was drawn stays";
+    [second mouseExited:[[NSEvent alloc] init]];
+    EXPECT_TRUE([second accessibilityPerformPress]);
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    [controller_ keyDown:keyPress('\r')];
+    [controller_ keyDown:keyPress('t')];
+    [controller_ viewWillAppear];
+    [controller_ viewDidDisappear];
+    click(buttonWith(controller_.view, "Quit"));
+    mainQueue.runAll();
+    EXPECT_TRUE(log.calls.empty());
+}
+
+TEST_F(MacPopoverViewTest, ARedrawThatIsDueEndsWithTheController) {
+    __weak MenuPopoverViewController* weakController = nil;
+    @autoreleasepool {
+        weakController = controller_;
+        manager.items.remove({0});
+        window_.reset();
+        controller_ = nil;
+    }
+    EXPECT_TRUE(weakController == nil) << "nothing may keep the controller alive";
+    redraw();
+    manager.items.remove({0});
+    redraw();
+    EXPECT_EQ(titles(manager.items), std::vector<std::string>{"Third"});
+}
+
+} // namespace
+} // namespace kestrel::tests

@@ -1,0 +1,486 @@
+// The settings view controller with its table, rows and sheets, driven as AppKit drives them.
+
+#include "shells/macos/centered_column_view.h"
+#include "shells/macos/face_button.h"
+#include "shells/macos/item_row_cell_view.h"
+#include "shells/macos/items_table_controller.h"
+#include "shells/macos/rounded_fill_view.h"
+#include "shells/macos/settings_toolbar_view.h"
+#include "shells/macos/settings_view_controller.h"
+#include "shells/macos/symbol_view.h"
+#include "tests/macos/views_support.h"
+
+#include <memory>
+
+/// What a table is told of a drag.
+@interface FakeDrag : NSObject
+@property(nonatomic, strong) NSPasteboard* draggingPasteboard;
+@property(nonatomic, weak) id draggingSource;
+@end
+
+@implementation FakeDrag
+@end
+
+namespace kestrel::tests {
+namespace {
+
+class MacSettingsViewTest : public MacViewsFixture {
+  protected:
+    void SetUp() override {
+        MacViewsFixture::SetUp();
+        auto view = std::make_unique<SettingsView>(manager, clock, openPanel_);
+        view_ = view.get();
+        controller_ = [[SettingsViewController alloc] initWithSettingsView:std::move(view)];
+        window_ = std::make_unique<ShownWindow>(controller_);
+        [controller_ viewDidAppear];
+    }
+
+    void TearDown() override {
+        [controller_ discardView];
+        window_.reset();
+        controller_ = nil;
+    }
+
+    ItemsTableView* table() { return findView<ItemsTableView>(controller_.view); }
+    ItemsTableController* tableController() { return (ItemsTableController*)table().delegate; }
+    NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
+    NSWindow* sheet() { return window_->get().attachedSheet; }
+
+    ItemRowCellView* cell(NSInteger row) {
+        NSView* const view = [tableController() tableView:table()
+                                       viewForTableColumn:table().tableColumns.firstObject
+                                                      row:row];
+        return (ItemRowCellView*)view;
+    }
+
+    void select(NSInteger row) {
+        NSIndexSet* const rows = row < 0
+                                     ? [NSIndexSet indexSet]
+                                     : [NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(row)];
+        if (row < 0)
+            [table() deselectAll:nil];
+        else
+            [table() selectRowIndexes:rows byExtendingSelection:NO];
+        redraw();
+    }
+
+    /// Drags the row to in front of `destination` and returns whether the table took it.
+    bool drag(NSInteger row, NSInteger destination) {
+        FakeDrag* const drag = [[FakeDrag alloc] init];
+        drag.draggingSource = table();
+        drag.draggingPasteboard = [NSPasteboard pasteboardWithUniqueName];
+        NSPasteboardItem* const item = (NSPasteboardItem*)[tableController() tableView:table()
+                                                                pasteboardWriterForRow:row];
+        NSPasteboardType const type = table().registeredDraggedTypes.firstObject;
+        NSString* const text = [item stringForType:type];
+        EXPECT_TRUE(text.length > 0);
+        [drag.draggingPasteboard declareTypes:@[ type ] owner:nil];
+        [drag.draggingPasteboard setString:text forType:type];
+        id<NSDraggingInfo> const info = (id)drag;
+        const NSDragOperation operation = [tableController() tableView:table()
+                                                          validateDrop:info
+                                                           proposedRow:destination
+                                                 proposedDropOperation:NSTableViewDropOn];
+        EXPECT_EQ(operation, NSDragOperationMove);
+        const bool isTaken = [tableController() tableView:table()
+                                               acceptDrop:info
+                                                      row:destination
+                                            dropOperation:NSTableViewDropAbove];
+        redraw();
+        return isTaken;
+    }
+
+    std::vector<std::string> order() { return titles(manager.items); }
+
+    FakeOpenPanel openPanel_;
+    SettingsView* view_ = nullptr;
+    SettingsViewController* controller_ = nil;
+    std::unique_ptr<ShownWindow> window_;
+};
+
+using Titles = std::vector<std::string>;
+
+TEST_F(MacSettingsViewTest, TheStripAndTheListShareTheWindow) {
+    const NSSize size = controller_.view.frame.size;
+    EXPECT_EQ(size.width, 520);
+    EXPECT_EQ(size.height, 420);
+    SettingsToolbarView* const toolbar = findView<SettingsToolbarView>(controller_.view);
+    EXPECT_EQ(toolbar.frame.size.height, 42 + 8);
+    EXPECT_EQ(toolbar.frame.origin.y, 420 - 50);
+    EXPECT_TRUE([toolbar.color isEqual:NSColor.windowBackgroundColor]);
+    NSScrollView* const list = findView<NSScrollView>(controller_.view);
+    EXPECT_EQ(list.frame.size.height, 420 - 50 - 1);
+    [controller_.view setFrameSize:NSMakeSize(600, 500)];
+    EXPECT_EQ(toolbar.frame.origin.y, 450);
+    EXPECT_EQ(toolbar.frame.size.width, 600);
+    EXPECT_EQ(list.frame.size.height, 449);
+}
+
+TEST_F(MacSettingsViewTest, TheWindowKeepsItsMinimumSize) {
+    EXPECT_EQ(window_->get().contentMinSize.width, 480);
+    EXPECT_EQ(window_->get().contentMinSize.height, 360);
+}
+
+TEST_F(MacSettingsViewTest, TheButtonsAreFixedFacesAtTheLeft) {
+    const char* const names[] = {"Add", "Edit", "Delete"};
+    for (int i = 0; i < 3; ++i) {
+        FaceButton* const face = (FaceButton*)button(names[i]);
+        ASSERT_TRUE(face != nil) << names[i];
+        EXPECT_EQ(face.frame.origin.x, 6 + 52 * i);
+        EXPECT_EQ(face.frame.size.width, 52);
+        EXPECT_EQ(face.frame.size.height, 42);
+        EXPECT_EQ(textOf(face.toolTip), names[i]);
+        const CGFloat symbolEnd = face.symbol.frame.origin.y + face.symbol.frame.size.height;
+        EXPECT_EQ(face.label.frame.origin.y - symbolEnd, 3);
+    }
+    EXPECT_TRUE(
+        [recording::symbolName(((FaceButton*)button("Delete")).symbol.image) isEqual:@"trash"]);
+}
+
+TEST_F(MacSettingsViewTest, EditAndDeleteNeedACommittedItem) {
+    EXPECT_TRUE(button("Add").enabled);
+    EXPECT_FALSE(button("Edit").enabled);
+    EXPECT_FALSE(button("Delete").enabled);
+    EXPECT_TRUE([((FaceButton*)button("Edit")).label.textColor isEqual:NSColor.tertiaryLabelColor]);
+    select(1);
+    EXPECT_TRUE(button("Edit").enabled);
+    EXPECT_TRUE(button("Delete").enabled);
+    EXPECT_TRUE([((FaceButton*)button("Edit")).label.textColor isEqual:NSColor.labelColor]);
+}
+
+TEST_F(MacSettingsViewTest, TheTableIsAnInsetSingleSelectionList) {
+    EXPECT_EQ(table().numberOfRows, 3);
+    EXPECT_EQ(table().style, NSTableViewStyleInset);
+    EXPECT_FALSE(table().allowsMultipleSelection);
+    EXPECT_TRUE(table().allowsEmptySelection);
+    EXPECT_TRUE(table().headerView == nil);
+}
+
+TEST_F(MacSettingsViewTest, EachRowIsAsHighAsItsOwnTitleNeeds) {
+    LauncherItem wordy = first;
+    for (int i = 0; i < 60; ++i)
+        wordy.title += " word";
+    setItems({first, wordy});
+    redraw();
+    const CGFloat plain = [tableController() tableView:table() heightOfRow:0];
+    EXPECT_GE(plain, 22 + 8);
+    EXPECT_GT([tableController() tableView:table() heightOfRow:1], plain);
+}
+
+TEST_F(MacSettingsViewTest, SelectingARowCommitsItsItem) {
+    select(0);
+    EXPECT_EQ(view_->selectedID(), first.id);
+    EXPECT_EQ(view_->committedID(), first.id);
+    select(1);
+    EXPECT_EQ(view_->committedID(), second.id);
+}
+
+TEST_F(MacSettingsViewTest, ClearingTheSelectionKeepsTheCommittedItem) {
+    select(1);
+    select(-1);
+    EXPECT_EQ(view_->selectedID(), std::nullopt);
+    EXPECT_EQ(view_->committedID(), second.id);
+    EXPECT_TRUE(button("Edit").enabled);
+    EXPECT_EQ(cell(1).actions.alphaValue, 1) << "the committed row keeps its actions button";
+    EXPECT_EQ(cell(0).actions.alphaValue, 0);
+}
+
+TEST_F(MacSettingsViewTest, TheSelectionStaysWithTheItemWhenTheListChanges) {
+    select(1);
+    manager.items.assign({third, second});
+    redraw();
+    EXPECT_EQ(table().numberOfRows, 2);
+    EXPECT_EQ(table().selectedRow, 1);
+    EXPECT_EQ(view_->selectedID(), second.id);
+    manager.items.assign({second, third});
+    redraw();
+    EXPECT_EQ(table().selectedRow, 0);
+    EXPECT_EQ(view_->selectedID(), second.id);
+}
+
+TEST_F(MacSettingsViewTest, AListThatShrinksUnderTheSelectionIsNotTheUsersChoice) {
+    select(2);
+    manager.items.assign({first});
+    redraw();
+    EXPECT_EQ(table().selectedRow, -1);
+    EXPECT_EQ(view_->committedID(), third.id);
+    EXPECT_FALSE(button("Edit").enabled) << "the committed item is not in the list";
+}
+
+TEST_F(MacSettingsViewTest, ARowDraggedDownLandsInFrontOfTheDropRow) {
+    EXPECT_TRUE(drag(0, 2));
+    EXPECT_EQ(order(), (Titles{"Second", "First", "Third"}));
+    EXPECT_EQ(log.calls.empty(), false) << "a move is saved at once";
+}
+
+TEST_F(MacSettingsViewTest, ARowCanBeDraggedToTheEndAndToTheFront) {
+    EXPECT_TRUE(drag(0, 3));
+    EXPECT_EQ(order(), (Titles{"Second", "Third", "First"}));
+    EXPECT_TRUE(drag(2, 0));
+    EXPECT_EQ(order(), (Titles{"First", "Second", "Third"}));
+    EXPECT_TRUE(drag(2, 1));
+    EXPECT_EQ(order(), (Titles{"First", "Third", "Second"}));
+}
+
+TEST_F(MacSettingsViewTest, ADragKeepsTheSelectionWithItsItem) {
+    select(0);
+    EXPECT_TRUE(drag(0, 3));
+    EXPECT_EQ(table().selectedRow, 2);
+    EXPECT_EQ(view_->selectedID(), first.id);
+}
+
+TEST_F(MacSettingsViewTest, ADragFromElsewhereIsRefused) {
+    FakeDrag* const drag = [[FakeDrag alloc] init];
+    drag.draggingPasteboard = [NSPasteboard pasteboardWithUniqueName];
+    const NSDragOperation operation = [tableController() tableView:table()
+                                                      validateDrop:(id<NSDraggingInfo>)(id)drag
+                                                       proposedRow:0
+                                             proposedDropOperation:NSTableViewDropAbove];
+    EXPECT_EQ(operation, NSDragOperationNone);
+    EXPECT_FALSE([tableController() tableView:table()
+                                   acceptDrop:(id<NSDraggingInfo>)(id)drag
+                                          row:0
+                                dropOperation:NSTableViewDropAbove]);
+    EXPECT_EQ(order(), (Titles{"First", "Second", "Third"}));
+}
+
+TEST_F(MacSettingsViewTest, DeleteRemovesTheSelectedRow) {
+    for (const unichar key : {unichar(NSDeleteCharacter), unichar(NSDeleteFunctionKey)}) {
+        setItems({first, second, third});
+        redraw();
+        select(1);
+        [table() keyDown:keyPress(key)];
+        EXPECT_EQ(order(), (Titles{"First", "Third"})) << key;
+        EXPECT_EQ(view_->committedID(), std::nullopt);
+        EXPECT_FALSE(log.calls.empty()) << "a deletion is saved at once";
+        redraw();
+        EXPECT_EQ(table().numberOfRows, 2);
+    }
+}
+
+TEST_F(MacSettingsViewTest, TheDeleteCommandNeedsASelection) {
+    NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:@"Delete"
+                                                        action:@selector(delete:)
+                                                 keyEquivalent:@""];
+    EXPECT_FALSE([table() validateMenuItem:item]);
+    select(2);
+    EXPECT_TRUE([table() validateMenuItem:item]);
+    [table() delete:nil];
+    EXPECT_EQ(order(), (Titles{"First", "Second"}));
+}
+
+TEST_F(MacSettingsViewTest, OptionWithTheArrowsMovesTheSelectedRow) {
+    select(0);
+    const auto arrow = NSEventModifierFlagOption | NSEventModifierFlagFunction;
+    [table() keyDown:keyPress(NSDownArrowFunctionKey, arrow)];
+    EXPECT_EQ(order(), (Titles{"Second", "First", "Third"}));
+    [table() keyDown:keyPress(NSUpArrowFunctionKey, arrow)];
+    EXPECT_EQ(order(), (Titles{"First", "Second", "Third"}));
+}
+
+TEST_F(MacSettingsViewTest, TypingSelectsTheRowThatItNames) {
+    [table() keyDown:keyPress('t')];
+    redraw();
+    EXPECT_EQ(table().selectedRow, 2);
+    EXPECT_EQ(view_->committedID(), third.id);
+    [table() keyDown:keyPress('s', NSEventModifierFlagCommand)];
+    EXPECT_EQ(view_->committedID(), third.id) << "a shortcut types nothing";
+}
+
+TEST_F(MacSettingsViewTest, TheToolbarDeletesTheCommittedItem) {
+    select(1);
+    select(-1);
+    click(button("Delete"));
+    redraw();
+    EXPECT_EQ(order(), (Titles{"First", "Third"}));
+    EXPECT_FALSE(button("Delete").enabled);
+}
+
+TEST_F(MacSettingsViewTest, DeletingTheLastItemShowsThePlaceholder) {
+    CenteredColumnView* const placeholder = findView<CenteredColumnView>(controller_.view);
+    NSScrollView* const list = findView<NSScrollView>(controller_.view);
+    EXPECT_TRUE(placeholder.hidden);
+    setItems({});
+    redraw();
+    EXPECT_FALSE(placeholder.hidden);
+    EXPECT_TRUE(list.hidden);
+    EXPECT_TRUE(button("Add").enabled);
+    NSTextField* const title = fieldWith(placeholder, "No items yet");
+    NSTextField* const hint =
+        fieldWith(placeholder, "Add apps, command files, or shell commands to your launcher.");
+    NSButton* const add = buttonWith(placeholder, "Add First Item");
+    ASSERT_TRUE(title && hint && add);
+    EXPECT_LE(hint.frame.size.width, 320);
+    EXPECT_EQ(hint.alignment, NSTextAlignmentCenter);
+    EXPECT_EQ(hint.frame.origin.y - title.frame.origin.y - title.frame.size.height, 12);
+    EXPECT_EQ(add.frame.origin.y - hint.frame.origin.y - hint.frame.size.height, 16);
+    EXPECT_TRUE([add.bezelColor isEqual:NSColor.controlAccentColor]);
+    click(add);
+    redraw();
+    EXPECT_TRUE(sheet() != nil);
+}
+
+TEST_F(MacSettingsViewTest, AddingThroughTheSheetAppendsAndSaves) {
+    click(button("Add"));
+    redraw();
+    ASSERT_TRUE(sheet() != nil);
+    EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 1);
+    NSView* const form = sheet().contentView;
+    NSTextField* const title = (NSTextField*)sheet().initialFirstResponder;
+    title.stringValue = @"Fourth";
+    [(id<NSTextFieldDelegate>)title.delegate
+        controlTextDidChange:[NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                           object:title]];
+    redraw();
+    click(buttonWith(form, "Add"));
+    EXPECT_EQ(order(), (Titles{"First", "Second", "Third", "Fourth"}));
+    EXPECT_TRUE(sheet() == nil);
+    EXPECT_FALSE(log.calls.empty());
+    redraw();
+    EXPECT_FALSE(view_->showAddSheet());
+    EXPECT_EQ(view_->committedID(), std::nullopt) << "a new item is not selected";
+    EXPECT_EQ(table().numberOfRows, 4);
+    EXPECT_TRUE(sheet() == nil);
+}
+
+TEST_F(MacSettingsViewTest, ACancelledSheetChangesNothingAndCanOpenAgain) {
+    for (int i = 0; i < 2; ++i) {
+        click(button("Add"));
+        redraw();
+        ASSERT_TRUE(sheet() != nil);
+        click(buttonWith(sheet().contentView, "Cancel"));
+        EXPECT_TRUE(sheet() == nil);
+        EXPECT_FALSE(view_->showAddSheet());
+        redraw();
+    }
+    EXPECT_EQ(order(), (Titles{"First", "Second", "Third"}));
+    EXPECT_TRUE(log.calls.empty());
+}
+
+TEST_F(MacSettingsViewTest, TheEditSheetReplacesTheItem) {
+    select(1);
+    click(button("Edit"));
+    redraw();
+    ASSERT_TRUE(sheet() != nil);
+    EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
+    NSTextField* const title = (NSTextField*)sheet().initialFirstResponder;
+    EXPECT_EQ(textOf(title.stringValue), "Second");
+    title.stringValue = @"Renamed";
+    [(id<NSTextFieldDelegate>)title.delegate
+        controlTextDidChange:[NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                           object:title]];
+    click(buttonWith(sheet().contentView, "Save"));
+    EXPECT_EQ(order(), (Titles{"First", "Renamed", "Third"}));
+    EXPECT_EQ(manager.items[1].id, second.id);
+    EXPECT_EQ(view_->itemToEdit(), std::nullopt);
+}
+
+TEST_F(MacSettingsViewTest, AnEditOfAnItemThatHasGoneChangesNothing) {
+    select(1);
+    click(button("Edit"));
+    redraw();
+    manager.items.assign({first});
+    redraw();
+    log.calls.clear();
+    click(buttonWith(sheet().contentView, "Save"));
+    EXPECT_EQ(order(), Titles{"First"});
+    EXPECT_TRUE(log.calls.empty());
+    EXPECT_TRUE(sheet() == nil);
+}
+
+TEST_F(MacSettingsViewTest, ASecondSheetFollowsTheFirst) {
+    view_->addClicked();
+    view_->editItem(second);
+    redraw();
+    EXPECT_TRUE(fieldWith(sheet().contentView, "Add Item") != nil);
+    click(buttonWith(sheet().contentView, "Cancel"));
+    redraw();
+    ASSERT_TRUE(sheet() != nil);
+    EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
+}
+
+TEST_F(MacSettingsViewTest, ARedrawUnderASheetShowsNoSecondOne) {
+    click(button("Add"));
+    redraw();
+    NSWindow* const shown = sheet();
+    manager.items.append(first);
+    redraw();
+    EXPECT_EQ(sheet(), shown);
+    EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 1);
+}
+
+TEST_F(MacSettingsViewTest, TheSheetAndItsFormGoWhenItHasClosed) {
+    __weak NSWindow* weakSheet = nil;
+    @autoreleasepool {
+        click(button("Add"));
+        redraw();
+        weakSheet = sheet();
+        EXPECT_TRUE(weakSheet != nil);
+        click(buttonWith(sheet().contentView, "Cancel"));
+        redraw();
+    }
+    redraw();
+    EXPECT_TRUE(weakSheet == nil || !weakSheet.visible);
+}
+
+TEST_F(MacSettingsViewTest, ADoubleClickOpensTheEditSheetForItsRow) {
+    const SEL action = table().doubleAction;
+    ASSERT_TRUE(action != nullptr);
+    EXPECT_EQ(table().target, tableController());
+    [table() setValue:@(-1) forKey:@"clickedRow"];
+    EXPECT_TRUE([NSApp sendAction:(SEL _Nonnull)action to:table().target from:table()]);
+    EXPECT_EQ(view_->itemToEdit(), std::nullopt) << "below the rows no row is clicked";
+    [table() setValue:@2 forKey:@"clickedRow"];
+    EXPECT_TRUE([NSApp sendAction:(SEL _Nonnull)action to:table().target from:table()]);
+    ASSERT_TRUE(view_->itemToEdit());
+    EXPECT_EQ(view_->itemToEdit()->id, third.id);
+}
+
+TEST_F(MacSettingsViewTest, ReturnEditsTheSelectedRow) {
+    select(2);
+    [table() keyDown:keyPress('\r')];
+    ASSERT_TRUE(view_->itemToEdit());
+    EXPECT_EQ(view_->itemToEdit()->id, third.id);
+}
+
+TEST_F(MacSettingsViewTest, NothingHappensAfterTheViewWasDiscarded) {
+    ItemsTableView* const table = this->table();
+    ItemRowCellView* const row = cell(1);
+    select(1);
+    click(button("Add"));
+    redraw();
+    NSWindow* const open = sheet();
+    ASSERT_TRUE(open != nil);
+    manager.items.append(first);
+    [controller_ discardView];
+    EXPECT_TRUE(sheet() == nil) << "the sheet goes with the view";
+    redraw();
+    manager.items.remove({0});
+    redraw();
+    [table keyDown:keyPress(NSDeleteCharacter)];
+    [table reloadData];
+    [row mouseEntered:[[NSEvent alloc] init]];
+    [controller_ viewDidAppear];
+    log.calls.clear();
+    redraw();
+    EXPECT_EQ(order(), (Titles{"Second", "Third", "First"}));
+    EXPECT_TRUE(log.calls.empty());
+}
+
+TEST_F(MacSettingsViewTest, ARedrawThatIsDueEndsWithTheController) {
+    __weak SettingsViewController* weakController = nil;
+    @autoreleasepool {
+        weakController = controller_;
+        manager.items.remove({0});
+        window_.reset();
+        controller_ = nil;
+    }
+    EXPECT_TRUE(weakController == nil) << "nothing may keep the controller alive";
+    redraw();
+    manager.items.remove({0});
+    redraw();
+    EXPECT_EQ(order(), Titles{"Third"});
+}
+
+} // namespace
+} // namespace kestrel::tests

@@ -1,0 +1,183 @@
+#!/usr/bin/env python3
+"""Checks of what goes into Kestrel.app, as far as they need no Mac.
+
+    check_macos_bundle.py CHECK SOURCE_TREE
+"""
+
+import plistlib
+import re
+import struct
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+LANGUAGES = ("en", "de", "es", "fr", "ja", "zh-Hans")
+TRANSLATION_FILES = {"de": "de", "es": "es", "fr": "fr", "ja": "ja", "zh-Hans": "zh_CN"}
+
+# One entry of a .strings file: "key" = "value"; with backslash escapes.
+ENTRY = re.compile(r'"((?:[^"\\]|\\.)*)"\s*=\s*"((?:[^"\\]|\\.)*)"\s*;')
+COMMENT = re.compile(r"/\*.*?\*/", re.DOTALL)
+
+
+def fail(message):
+    sys.exit(message)
+
+
+def expect_equal(found, wanted, what):
+    if found != wanted:
+        fail(f"{what}: {found!r} instead of {wanted!r}")
+
+
+def read_strings(path):
+    """The entries of a .strings file; fails when anything else stands in it."""
+    text = COMMENT.sub("", path.read_text(encoding="utf-8"))
+    entries = ENTRY.findall(text)
+    if rest := ENTRY.sub("", text).strip():
+        fail(f"{path}: not an entry: {rest[:60]!r}")
+    keys = [key for key, _ in entries]
+    if len(keys) != len(set(keys)):
+        fail(f"{path}: a key stands twice")
+    if any(not value for _, value in entries):
+        fail(f"{path}: an empty value")
+    return dict(entries)
+
+
+def core_texts(root):
+    """The texts that the core's views have looked up in the user's language."""
+    pattern = re.compile(r'\{\s*"((?:[^"\\]|\\.)*)",\s*Text::Lookup::localizable\s*\}')
+    texts = set()
+    marked = 0
+    for header in sorted((root / "src" / "views").rglob("*.h")):
+        text = header.read_text(encoding="utf-8")
+        texts.update(pattern.findall(text))
+        marked += text.count("Text::Lookup::localizable")
+    if not texts or marked < len(texts):
+        fail("no localizable text found in src/views")
+    if marked != sum(len(pattern.findall(h.read_text(encoding="utf-8")))
+                     for h in (root / "src" / "views").rglob("*.h")):
+        fail("a localizable text of src/views is not written {text, lookup}")
+    return texts
+
+
+def shell_texts(root):
+    """The texts that the shell itself has looked up: its main menu."""
+    pattern = re.compile(r'NSLocalizedString\(@"((?:[^"\\]|\\.)*)"')
+    texts = set()
+    for source in (root / "shells" / "macos").glob("*.mm"):
+        texts.update(pattern.findall(source.read_text(encoding="utf-8")))
+    return texts
+
+
+def info_plist(root):
+    text = (root / "packaging/macos/Info.plist.in").read_text(encoding="utf-8")
+    info = plistlib.loads(text.encode())
+    expect_equal(info["LSUIElement"], True, "agent application")
+    expect_equal(info["LSApplicationCategoryType"], "public.app-category.utilities", "category")
+    expect_equal(info["NSHighResolutionCapable"], True, "high resolution")
+    expect_equal(info["NSPrincipalClass"], "NSApplication", "principal class")
+    expect_equal(info["CFBundlePackageType"], "APPL", "package type")
+    expect_equal(info["LSMinimumSystemVersion"], "${CMAKE_OSX_DEPLOYMENT_TARGET}", "system")
+    cmake = (root / "CMakeLists.txt").read_text(encoding="utf-8")
+    if not re.search(r"set\(CMAKE_OSX_DEPLOYMENT_TARGET 13\.0 ", cmake):
+        fail("the oldest system is not 13.0")
+    shell = (root / "shells/macos/CMakeLists.txt").read_text(encoding="utf-8")
+    for name in set(re.findall(r"\$\{(MACOSX_BUNDLE_\w+)\}", text)):
+        # CMake itself knows the executable's name.
+        if name != "MACOSX_BUNDLE_EXECUTABLE_NAME" and f"  {name} " not in shell:
+            fail(f"shells/macos/CMakeLists.txt does not set {name}")
+
+
+def entitlements(root):
+    found = plistlib.loads((root / "packaging/macos/Kestrel.entitlements").read_bytes())
+    expect_equal(found, {
+        "com.apple.developer.ubiquity-kvstore-identifier":
+            "$(TeamIdentifierPrefix)$(CFBundleIdentifier)",
+        "com.apple.security.automation.apple-events": True,
+    }, "entitlements")
+
+
+def strings(root):
+    resources = root / "shells/macos/resources"
+    wanted = core_texts(root) | shell_texts(root)
+    expect_equal({folder.stem for folder in resources.glob("*.lproj")}, set(LANGUAGES), "languages")
+    for language in LANGUAGES:
+        found = read_strings(resources / f"{language}.lproj" / "Localizable.strings")
+        if missing := core_texts(root) - found.keys():
+            fail(f"{language}: missing {sorted(missing)}")
+        if missing := wanted - found.keys():
+            fail(f"{language}: missing {sorted(missing)}")
+        if shell_texts(root) and (extra := found.keys() - wanted):
+            fail(f"{language}: nobody looks up {sorted(extra)}")
+        if language == "en":
+            expect_equal({k: v for k, v in found.items() if k != v}, {}, "English texts")
+            continue
+        source = root / f"shells/linux/translations/kestrel_{TRANSLATION_FILES[language]}.ts"
+        for message in ElementTree.parse(source).iter("message"):
+            key = message.findtext("source")
+            expect_equal(found.get(key), message.findtext("translation"), f"{language}: {key!r}")
+
+
+def reasons(root):
+    resources = root / "shells/macos/resources"
+    info = plistlib.loads((root / "packaging/macos/Info.plist.in").read_bytes())
+    key = "NSAppleEventsUsageDescription"
+    seen = set()
+    for language in LANGUAGES:
+        found = read_strings(resources / f"{language}.lproj" / "InfoPlist.strings")
+        expect_equal(list(found), [key], f"keys of {language}")
+        seen.add(found[key])
+        if language == "en":
+            expect_equal(found[key], info[key], "the English reason")
+    expect_equal(len(seen), len(LANGUAGES), "number of different reasons")
+
+
+def png_size(data):
+    if data[:8] != b"\x89PNG\r\n\x1a\n" or data[-8:-4] != b"IEND":
+        fail("an element of the icon is not a whole PNG file")
+    return struct.unpack(">II", data[16:24])
+
+
+def icns(root):
+    script = root / "packaging/macos/make_icns.py"
+    pictures = root / "packaging/macos/icon"
+    with tempfile.TemporaryDirectory() as folder:
+        output = Path(folder) / "Kestrel.icns"
+        subprocess.run([sys.executable, script, pictures, output], check=True)
+        data = output.read_bytes()
+        empty = subprocess.run([sys.executable, script, folder, output], capture_output=True)
+        if empty.returncode == 0:
+            fail("a folder without pictures made an icon")
+    expect_equal(data[:4], b"icns", "signature")
+    expect_equal(struct.unpack(">I", data[4:8])[0], len(data), "length in the header")
+    wanted = {b"ic07": 128, b"ic08": 256, b"ic09": 512, b"ic10": 1024,
+              b"ic11": 32, b"ic12": 64, b"ic13": 256, b"ic14": 512}
+    found = {}
+    position = 8
+    while position < len(data):
+        kind = data[position:position + 4]
+        (length,) = struct.unpack(">I", data[position + 4:position + 8])
+        width, height = png_size(data[position + 8:position + length])
+        expect_equal(width, height, f"{kind!r} is square")
+        found[kind] = width
+        position += length
+    expect_equal(position, len(data), "end of the last element")
+    expect_equal(found, wanted, "sizes of the elements")
+
+
+def sources(root):
+    shell = root / "shells/macos"
+    listed = set(re.findall(r"\w+\.mm", (shell / "CMakeLists.txt").read_text(encoding="utf-8")))
+    found = {file.name for file in shell.glob("*.mm")}
+    if forgotten := found - listed:
+        fail(f"shells/macos/CMakeLists.txt does not name {sorted(forgotten)}")
+    if "main.mm" in found and (missing := listed - found):
+        fail(f"shells/macos lacks {sorted(missing)}")
+
+
+CHECKS = {check.__name__: check
+          for check in (info_plist, entitlements, strings, reasons, icns, sources)}
+
+if __name__ == "__main__":
+    CHECKS[sys.argv[1]](Path(sys.argv[2]))

@@ -1,0 +1,82 @@
+#!/bin/sh
+# Checks the macOS shell on a machine without a Mac, with tools/macos-check.
+#
+#   macos_check.sh typecheck
+#       Type-checks every source of shells/macos and tests/macos.
+#   macos_check.sh test PROGRAM LIBRARY...
+#       Builds PROGRAM from shells/macos, tests/macos and the core's LIBRARYs, and runs its tests.
+#   macos_check.sh sanitized PROGRAM
+#       The same with the core's sources, and with the address and undefined behaviour sanitizers.
+#
+# Exit status: 0 good, 1 findings or failures, 77 the check cannot be made here.
+set -eu
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+tool=$root/tools/macos-check
+cd "$root"
+
+skip() {
+    echo "==================================================================" >&2
+    echo "SKIPPED, the macOS shell is NOT checked: $*" >&2
+    echo "==================================================================" >&2
+    exit 77
+}
+
+command -v node > /dev/null || skip "node is not installed (Debian: nodejs npm)"
+command -v clang++ > /dev/null || skip "clang is not installed (Debian: clang)"
+# Fetches two packages the first time, then answers from its cache.
+node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
+
+# The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
+typecheck() {
+    status=0
+    "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
+        -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
+        -Wimplicit-fallthrough shells/macos/*.mm || status=$?
+    "$tool/typecheck" -I src -I . tests/macos/*.mm || status=$?
+    return "$status"
+}
+
+# build SOURCE|LIBRARY...
+build() {
+    sources=
+    for source in shells/macos/*.mm tests/macos/*.mm; do
+        [ "$source" = shells/macos/main.mm ] || sources="$sources $source"
+    done
+    # shellcheck disable=SC2086 # a word for each source; no name holds a space
+    "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
+        -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
+        status=$?
+        [ "$status" -ne 2 ] || skip "what the run tool needs is not installed"
+        exit 1
+    }
+}
+
+run() {
+    home=$(mktemp -d)
+    trap 'rm -rf "$home"' EXIT
+    # GNUstep keeps much until the end, which is no leak of ours.
+    HOME=$home ASAN_OPTIONS=detect_leaks=0 timeout 300 xvfb-run -a "$program"
+}
+
+case ${1:-} in
+typecheck) typecheck ;;
+test)
+    program=$2
+    sanitize=
+    shift 2
+    build "$@"
+    run
+    ;;
+sanitized)
+    program=$2
+    sanitize=--sanitize
+    # shellcheck disable=SC2046 # a word for each source
+    build $(find src -name '*.cpp')
+    run
+    ;;
+*)
+    sed -n '2,/^set/s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac
