@@ -44,9 +44,9 @@ class Scene {
         old = "old";
         fs::create_directories(directory);
         if (start == Start::valueBehindALink) {
-            fs::create_directory(folder / "shared");
-            writeInPlace(folder / "shared/list", *old);
-            fs::create_symlink("../../shared/list", directory + "/launcherItems");
+            fs::create_directory(folder / "common");
+            writeInPlace(folder / "common/list", *old);
+            fs::create_symlink("../../common/list", directory + "/launcherItems");
             return;
         }
         writeInPlace(directory + "/launcherItems", *old);
@@ -75,7 +75,7 @@ class Scene {
         for (const std::string& name : namesIn(directory))
             if (name != "launcherItems" && name != stale)
                 names.push_back(name);
-        for (const std::string& name : namesIn(folder / "shared"))
+        for (const std::string& name : namesIn(folder / "common"))
             if (name != "list")
                 names.push_back(name);
         return names;

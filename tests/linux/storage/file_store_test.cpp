@@ -151,16 +151,16 @@ TEST_F(FileStoreTest, TheSizeThatTheSystemReportsIsNotTrusted) {
 
 TEST_F(FileStoreTest, ALinkIsFollowedAndStaysALink) {
     makeDirectory();
-    fs::create_directory(folder / "shared");
-    writeInPlace(folder / "shared/list", "old");
-    for (const std::string& target : {folder / "shared/list", std::string("../shared/list")}) {
+    fs::create_directory(folder / "common");
+    writeInPlace(folder / "common/list", "old");
+    for (const std::string& target : {folder / "common/list", std::string("../common/list")}) {
         fs::remove(file);
         fs::create_symlink(target, file);
         EXPECT_TRUE(store.write("launcherItems", "new " + target));
         EXPECT_TRUE(fs::is_symlink(file)) << target;
-        EXPECT_EQ(contentsOf(folder / "shared/list"), "new " + target);
+        EXPECT_EQ(contentsOf(folder / "common/list"), "new " + target);
         EXPECT_EQ(store.read("launcherItems"), "new " + target);
-        EXPECT_EQ(namesIn(folder / "shared"), Names{"list"});
+        EXPECT_EQ(namesIn(folder / "common"), Names{"list"});
         EXPECT_EQ(namesIn(directory), Names{"launcherItems"});
     }
 }
