@@ -50,7 +50,7 @@ EllipsisButton::EllipsisButton(const style::SymbolStyle& symbol, const QString& 
     setAccessibleName(name);
     setToolTip(name);
     setAttribute(Qt::WA_Hover);
-    setFixedSize(sizeHint());
+    setFixedSize(EllipsisButton::sizeHint());
 }
 
 void EllipsisButton::setOpacity(double opacity) {

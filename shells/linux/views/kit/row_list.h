@@ -154,6 +154,7 @@ class RowList : public QAbstractScrollArea {
     void reportPointer();
     void pick(int row, LastInput input);
     int rowAfter(Step step) const;
+    bool takeKey(const QKeyEvent& event);
     bool moveOrDelete(const QKeyEvent& event);
     bool typeLetter(const QKeyEvent& event);
 

@@ -48,9 +48,14 @@ void RowList::keyPressEvent(QKeyEvent* event) {
         layoutRows();
         return;
     }
-    if (geometry_.count() == 0) {
+    if (geometry_.count() == 0 || !takeKey(*event)) {
         event->ignore();
-    } else if (const auto step = stepOf(*event)) {
+    }
+}
+
+/// False when the key is not the list's.
+bool RowList::takeKey(const QKeyEvent& event) {
+    if (const auto step = stepOf(event)) {
         lastInput_ = LastInput::keyboard;
         setFocus(Qt::OtherFocusReason); // the key may come from a control of a row
         if (isMenu()) {
@@ -58,13 +63,15 @@ void RowList::keyPressEvent(QKeyEvent* event) {
         } else {
             pick(rowAfter(*step), LastInput::keyboard);
         }
-    } else if (isReturn(*event)) {
+        return true;
+    }
+    if (isReturn(event)) {
         if (currentRow_ >= 0) {
             Q_EMIT activated(currentRow_);
         }
-    } else if (!moveOrDelete(*event) && !typeLetter(*event)) {
-        event->ignore();
+        return true;
     }
+    return moveOrDelete(event) || typeLetter(event);
 }
 
 int RowList::rowAfter(Step step) const {
