@@ -5,7 +5,6 @@
 #include "shells/linux/views/kit/symbol.h"
 
 #include <QDBusConnection>
-#include <QIcon>
 #include <QLocale>
 #include <QTimer>
 
@@ -62,9 +61,6 @@ Shell::Shell(QApplication& application)
     if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
                          QStringLiteral(":/kestrel/translations")))
         QCoreApplication::installTranslator(&translator_);
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QStringLiteral("app.kestrel.Kestrel"),
-                         QIcon(QStringLiteral(":/kestrel/icons/app.kestrel.Kestrel.svg"))));
 }
 
 int Shell::run() {

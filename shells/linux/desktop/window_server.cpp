@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
 
 #include <cmath>
@@ -33,10 +34,18 @@ Qt::WindowFlags flagsFor(WindowStyleMask mask) {
     return flags;
 }
 
+/// The program's icon, as installed or as it comes with the program. Looked up for the one window
+/// that shows it: at start-up it would be the dearest step of all.
+QIcon applicationIcon() {
+    return QIcon::fromTheme(QStringLiteral("app.kestrel.Kestrel"),
+                            QIcon(QStringLiteral(":/kestrel/icons/app.kestrel.Kestrel.svg")));
+}
+
 } // namespace
 
 SettingsWindowShell::SettingsWindowShell(Rect contentRect, WindowStyleMask styleMask)
     : frame_(new WindowFrame(*this, flagsFor(styleMask))) {
+    frame_->setWindowIcon(applicationIcon());
     const QSize size(static_cast<int>(std::lround(contentRect.width)),
                      static_cast<int>(std::lround(contentRect.height)));
     if (has(styleMask, WindowStyleMask::resizable)) {
