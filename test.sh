@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds Kestrel and runs its tests.
 #   ./test.sh         everything that the development build tests, the running program included
-#   ./test.sh --all   also the build with clang and sanitizers and its unit tests, the code's layout
-#                     and clang-tidy
+#   ./test.sh --all   also the tests that take minutes or further packages, the build with clang and
+#                     sanitizers and its unit tests, the code's layout and clang-tidy
 # The last line is "N passed, N failed, N skipped"; each step of --all that is not a test program
 # counts as one test. The exit status is 0 only when something passed and nothing failed.
 set -uo pipefail
@@ -81,12 +81,14 @@ groups=(build run test desktop macos)
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     groups+=(node)
 fi
+quick=(--label-exclude '^long$')
 if [ $all = yes ]; then
-    groups+=(lint)
+    groups+=(lint long)
+    quick=()
 fi
 need "packages" tools/setup.sh "${groups[@]}"
 need "build" build dev
-run_tests dev
+run_tests dev "${quick[@]}"
 step "every named edge case was tested" \
     tools/check_edge_cases.py build/dev --report build/dev/tests.xml
 

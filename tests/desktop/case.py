@@ -10,21 +10,22 @@ from program import Kestrel
 
 # Where a test that fails leaves its picture of the screen.
 EVIDENCE = os.environ.get("KESTREL_EVIDENCE", "build/desktop-failures")
-TEST_LIMIT = 90
 
 
 class DesktopTest(unittest.TestCase):
     """A test with a desktop of its own, which ends with the test."""
 
+    # How long one test may take, in seconds.
+    limit = 90
+
     def setUp(self):
         self.desktop = self.kestrel = None
         signal.signal(signal.SIGALRM, self._expired)
-        signal.alarm(TEST_LIMIT)
+        signal.alarm(self.limit)
         self.addCleanup(signal.alarm, 0)
 
-    @staticmethod
-    def _expired(*_):
-        raise Timeout(f"the test took more than {TEST_LIMIT} s")
+    def _expired(self, *_):
+        raise Timeout(f"the test took more than {self.limit} s")
 
     def start_desktop(self, **options):
         """Starts the test's desktop (see Desktop)."""
