@@ -225,7 +225,7 @@ PathChange PathWatch::readChanges() {
         }
     }
     if (pathTouched_ && followPath())
-        change.changed = true;
+        change.changed = change.ofDirectory = true;
     return change;
 }
 
@@ -271,12 +271,14 @@ void PathWatch::judge(const inotify_event& event, std::string_view name, PathCha
 void PathWatch::judgeValue(std::uint32_t mask, PathChange& change) {
     if ((mask & nameEvents) != 0)
         pathTouched_ = true; // it may be a link now, or no longer one
-    if ((mask & (IN_CREATE | IN_MODIFY)) != 0) {
-        change.beingWritten = true;
+    if ((mask & (IN_DELETE | IN_MOVED_FROM)) != 0) {
+        change.vanished = true;
+        change.beingWritten = false;
         return;
     }
-    change.changed = true;
-    change.beingWritten = false;
+    change.vanished = false;
+    change.beingWritten = (mask & (IN_CREATE | IN_MODIFY)) != 0;
+    change.changed = change.changed || !change.beingWritten;
 }
 
 } // namespace kestrel::linux_shell

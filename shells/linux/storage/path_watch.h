@@ -23,6 +23,10 @@ namespace kestrel::linux_shell {
 struct PathChange {
     /// The value, or the directory's existence, is no longer what it was.
     bool changed = false;
+    /// That is because the value's directory is another one, or has come or gone.
+    bool ofDirectory = false;
+    /// The value has been removed from its directory and nothing has come in its place yet.
+    bool vanished = false;
     /// Since the last change someone writes into the file and has not closed it.
     bool beingWritten = false;
 };
