@@ -3,46 +3,28 @@
 Each desktop runs a daemon of its own. The daemons talk over loopback and to nobody else, and are
 asked and told over a socket in the desktop's folder.
 """
+import copy
 import http.client
 import json
 import os
-import re
 import shutil
 import socket
 import urllib.parse
+from xml.etree import ElementTree
 
 from processes import wait_for
 
 FOLDER = "list"
 API_KEY = "kestrel"
 
-CONFIGURATION = """<configuration version="36">
-  <folder id="{folder}" path="{path}" type="sendreceive" rescanIntervalS="3600"
-          fsWatcherEnabled="true" fsWatcherDelayS="1">
-    <device id="{own}"/>
-    <device id="{other}"/>
-    <minDiskFree unit="%">0</minDiskFree>
-  </folder>
-  <device id="{own}" name="own"/>
-  <device id="{other}" name="other"><address>{other_address}</address></device>
-  <gui enabled="true" tls="false"><address>{api}</address><apikey>{key}</apikey></gui>
-  <options>
-    <listenAddress>{address}</listenAddress>
-    <reconnectionIntervalS>1</reconnectionIntervalS>
-    <minHomeDiskFree unit="%">0</minHomeDiskFree>
-    <globalAnnounceEnabled>false</globalAnnounceEnabled>
-    <localAnnounceEnabled>false</localAnnounceEnabled>
-    <announceLANAddresses>false</announceLANAddresses>
-    <relaysEnabled>false</relaysEnabled>
-    <natEnabled>false</natEnabled>
-    <stunKeepaliveStartS>0</stunKeepaliveStartS>
-    <startBrowser>false</startBrowser>
-    <urAccepted>-1</urAccepted>
-    <crashReportingEnabled>false</crashReportingEnabled>
-    <autoUpgradeIntervalH>0</autoUpgradeIntervalH>
-  </options>
-</configuration>
-"""
+# What differs from the daemon's own defaults: nothing on the network but the partner, no browser,
+# and no waiting for more changes to come.
+OPTIONS = {
+    "globalAnnounceEnabled": "false", "localAnnounceEnabled": "false",
+    "announceLANAddresses": "false", "relaysEnabled": "false", "natEnabled": "false",
+    "stunKeepaliveStartS": "0", "startBrowser": "false", "urAccepted": "-1",
+    "crashReportingEnabled": "false", "autoUpgradeIntervalH": "0", "reconnectionIntervalS": "1"}
+WATCHER_DELAY = "1"     # seconds; the least that it takes
 
 
 def is_installed():
@@ -79,20 +61,36 @@ class Synchroniser:
         self.address = _free_address()
         desktop.run("syncthing", "generate", "--no-default-folder", "--skip-port-probing",
                     "--home", self._home)
-        with open(os.path.join(self._home, "config.xml"), encoding="utf-8") as file:
-            self.identity = re.search(r'<device id="([A-Z0-9-]+)"', file.read())[1]
+        self._configuration = ElementTree.parse(os.path.join(self._home, "config.xml"))
+        self.identity = self._configuration.find("device").get("id")
         self.process = self._other = None
 
     def start(self, other):
         """Starts it as the partner of another, which is yet to be started or is started."""
         self._other = other
         os.makedirs(self.folder, exist_ok=True)
-        self._desktop.write("syncthing/config.xml", CONFIGURATION.format(
-            folder=FOLDER, path=self.folder, own=self.identity, other=other.identity,
-            address=self.address, other_address=other.address, api=self._api, key=API_KEY))
+        self._configure(other)
         self.process = self._desktop.start_service(
             ["syncthing", "serve", "--no-browser", "--no-restart", "--no-upgrade",
              "--home", self._home])
+
+    def _configure(self, other):
+        root = self._configuration.getroot()
+        for name, value in {**OPTIONS, "listenAddress": self.address}.items():
+            root.find("options").find(name).text = value
+        root.find("gui/address").text = self._api
+        root.find("gui/apikey").text = API_KEY
+        device = copy.deepcopy(root.find("defaults/device"))
+        device.set("id", other.identity)
+        device.find("address").text = other.address
+        root.append(device)
+        folder = copy.deepcopy(root.find("defaults/folder"))
+        for name, value in (("id", FOLDER), ("path", self.folder),
+                            ("fsWatcherDelayS", WATCHER_DELAY)):
+            folder.set(name, value)
+        ElementTree.SubElement(folder, "device", id=other.identity)
+        root.append(folder)
+        self._configuration.write(os.path.join(self._home, "config.xml"))
 
     def _ask(self, method, path, **query):
         connection = _Connection(self._api)
@@ -125,27 +123,10 @@ class Synchroniser:
         self._ask("POST", "system/resume", device=self._other.identity)
 
     def scan(self):
+        """Lets it know of its own desktop's changes now."""
         self._ask("POST", "db/scan", folder=FOLDER)
-
-    def is_in_step(self):
-        state = self._ask("GET", "db/status", folder=FOLDER)
-        partner = self._ask("GET", "db/completion", folder=FOLDER, device=self._other.identity)
-        return (state["state"] == "idle" and state["needTotalItems"] == 0
-                and partner["needItems"] == partner["needDeletes"] == 0)
-
-    def conflicts(self):
-        """The names of the files in which it has put aside what lost against its partner's."""
-        return [name for name in os.listdir(self.folder) if ".sync-conflict-" in name]
 
 
 def wait_for_connection(first, second):
     for one in (first, second):
         wait_for(one.is_connected, 40, "the connection of the synchronisers")
-
-
-def wait_until_in_step(first, second):
-    """Waits until each has the other's changes."""
-    for one in (first, second):
-        one.scan()
-    for one in (first, second, first):
-        wait_for(one.is_in_step, 40, "the synchronisers to be in step")
