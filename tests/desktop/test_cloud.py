@@ -122,6 +122,15 @@ class ComingAndGoingTest(CloudCase):
         self.wait_until(lambda: self.in_cloud() == encoded(kept), "the seed")
         self.kestrel.wait_for_rows(["Alpha", "Bravo"])
 
+    def test_list_that_arrives_after_its_folder_is_not_written_over(self):
+        self.put(encoded(items("Local")), self.data)
+        self.start_kestrel().open_popover()
+        self.kestrel.wait_for_rows(["Local"])
+        os.mkdir(self.cloud)
+        self.assert_stays(lambda: os.listdir(self.cloud) == [], 0.5)
+        self.change("Alpha", "Bravo")
+        self.assertEqual(self.in_cloud(), encoded(items("Alpha", "Bravo")))
+
     def test_files_made_in_the_home_folder_do_not_wake_the_program(self):
         self.desktop.write("home/.local/share/kestrel/cloud/launcherItems", b"[]")
         kestrel = self.start_kestrel({"XDG_DATA_HOME": None})

@@ -66,13 +66,13 @@ void CloudWatcher::takeIn(const PathChange& change) {
         changed_();
 }
 
-void CloudWatcher::isThere() {
+void CloudWatcher::valueIsThere() {
     if (arrival_)
         arrival_->stop();
     isExpected_ = true;
 }
 
-bool CloudWatcher::isMissing() {
+bool CloudWatcher::valueIsMissing() {
     if (!arrival_ || !isExpected_)
         return false;
     if (!arrival_->isActive())

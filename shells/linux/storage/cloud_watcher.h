@@ -24,12 +24,14 @@ class CloudWatcher {
     CloudWatcher(const CloudWatcher&) = delete;
     CloudWatcher& operator=(const CloudWatcher&) = delete;
 
-    /// What a look at the value has found. `isMissing` is to be told each time; true when the value
-    /// may be on its way and is not to be replaced: a synchroniser may remove the old file before
-    /// it puts the new one there, and make the directory before the file in it. When it has not
-    /// come after some seconds that is reported, and it counts as missing.
-    void isThere();
-    [[nodiscard]] bool isMissing();
+    /// To be told at every look at the value what it found.
+    void valueIsThere();
+
+    /// True when the value may be on its way and nothing is to be put in its place: a synchroniser
+    /// may remove the old file before it puts the new one there, and make the directory before the
+    /// file in it. When it has not come after some seconds that is reported as a change, and from
+    /// then on this is false.
+    [[nodiscard]] bool valueIsMissing();
 
   private:
     void takeIn(const PathChange& change);

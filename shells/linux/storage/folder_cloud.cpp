@@ -24,11 +24,11 @@ std::optional<std::string> FolderCloudStore::dataForKey(std::string_view key) {
     const bool isHeld = data || store_.holds(key);
     const bool isWatched = watcher_ != nullptr && key == watchedKey_;
     if (isHeld && isWatched)
-        watcher_->isThere();
+        watcher_->valueIsThere();
     // What cannot be read is there all the same: as bytes that do not decode it is passed over, but
     // not taken for a missing value, which a local list would be put in place of. So is a value
     // that may be on its way.
-    if (!data && (isHeld || (isWatched && store_.exists() && watcher_->isMissing())))
+    if (!data && (isHeld || (isWatched && store_.exists() && watcher_->valueIsMissing())))
         data.emplace();
     return data;
 }
@@ -36,7 +36,7 @@ std::optional<std::string> FolderCloudStore::dataForKey(std::string_view key) {
 // A write that fails has left the stored value as it was, which is all that is asked of it.
 void FolderCloudStore::setData(std::string_view data, std::string_view key) {
     if (store_.write(key, data) && watcher_ != nullptr && key == watchedKey_)
-        watcher_->isThere();
+        watcher_->valueIsThere();
 }
 
 bool FolderCloudStore::synchronize() { return store_.exists(); }
