@@ -7,9 +7,9 @@ import time
 
 import synchroniser
 from case import DesktopTest
-from desktop import Desktop
+from machine import Machine
 from processes import wait_for
-from program import Kestrel, encoded, item, store_before_start
+from program import encoded, item, store_before_start
 
 COMMAND = "Inline Command"
 LIMIT = 30     # seconds for a change to be on the other machine, generous on a busy one
@@ -23,60 +23,6 @@ def some_items(*titles):
     return [item(COMMAND, title, "true", identity(i)) for i, title in enumerate(titles, 1)]
 
 
-class Machine:
-    """One of the two.
-
-    set_up: "folder" for a cloud folder that is itself synchronised, "link" for one that is a link
-    to a folder in the synchronised one.
-    """
-
-    def __init__(self, test, set_up):
-        self.desktop = test.enterContext(Desktop(panel="fake"))
-        self.kestrel = None
-        data = self.desktop.path("data", "kestrel")
-        os.mkdir(data, 0o700)
-        if set_up == "folder":
-            shared = self.cloud = os.path.join(data, "cloud")
-            os.mkdir(shared)
-        else:
-            shared = self.desktop.path("home", "Sync")
-            self.cloud = os.path.join(shared, "kestrel")
-            os.makedirs(self.cloud)
-            os.symlink(self.cloud, os.path.join(data, "cloud"))
-        self.synchroniser = synchroniser.Synchroniser(self.desktop, shared)
-
-    def start_kestrel(self, tracer=()):
-        self.kestrel = Kestrel(self.desktop, [*tracer, os.environ["KESTREL_PROGRAM"]])
-        self.desktop.status_item()
-        return self.kestrel
-
-    def store(self, name):
-        return self.desktop.path("data", "kestrel", name)
-
-    def in_cloud(self):
-        try:
-            with open(os.path.join(self.cloud, "launcherItems"), "rb") as file:
-                return file.read()
-        except FileNotFoundError:
-            return None
-
-    def put_into_cloud(self, items):
-        """As a program on another machine would have done it."""
-        path = os.path.join(self.cloud, "launcherItems")
-        with open(path + ".new", "wb") as file:
-            file.write(encoded(items))
-        os.rename(path + ".new", path)
-
-    def conflicts(self):
-        """The lists that the synchroniser has put aside, by the name of their files."""
-        found = {}
-        for name in os.listdir(self.cloud):
-            if ".sync-conflict-" in name and not name.startswith("."):
-                with open(os.path.join(self.cloud, name), "rb") as file:
-                    found[name] = file.read()
-        return found
-
-
 class MachinesTest(DesktopTest):
     """Each test has two machines, connected unless it says otherwise."""
 
@@ -85,8 +31,8 @@ class MachinesTest(DesktopTest):
     def start_machines(self, set_up, connected=True):
         if not synchroniser.is_installed():
             self.skipTest("syncthing is not installed")
-        self.first, self.second = self.machines = Machine(self, set_up), Machine(self, set_up)
-        self.desktop = self.first.desktop
+        self.first, self.second = self.machines = [
+            Machine(self.start_desktop(panel="fake"), set_up) for _ in range(2)]
         if connected:
             self.connect()
 
@@ -149,24 +95,34 @@ class MachinesTest(DesktopTest):
         self.assert_alike(titles)
         return titles
 
-    def change_everything_on_both(self, set_up):
+    def start_with_changes_on_the_first(self, set_up):
+        """Changes everything on the first machine while the second shows its popover."""
         self.start_machines(set_up)
         for machine in self.machines:
             machine.start_kestrel()
         self.first.kestrel.open_settings()
         self.second.kestrel.open_popover()
-        titles = self.change_everything(self.first, "First", [])
-        self.second.kestrel.open_settings()
-        self.change_everything(self.second, "Second", titles)
+        return self.change_everything(self.first, "First", [])
+
+    def assert_nothing_else_was_left(self):
+        """Neither side has seen a conflict, and nothing but the list is in the folders."""
         for machine in self.machines:
-            self.assertEqual(machine.conflicts(), {})
+            wait_for(lambda m=machine: set(os.listdir(m.cloud)) <= {"launcherItems", ".stfolder"},
+                     LIMIT, "the folder to hold the list alone")
             self.assertTrue(machine.kestrel.process.is_running)
 
     def test_changes_reach_the_other_machine_through_linked_folders(self):
-        self.change_everything_on_both("link")
+        titles = self.start_with_changes_on_the_first("link")
+        self.second.kestrel.open_settings()
+        self.change_everything(self.second, "Second", titles)
+        self.assert_nothing_else_was_left()
 
     def test_changes_reach_the_other_machine_through_real_folders(self):
-        self.change_everything_on_both("folder")
+        titles = self.start_with_changes_on_the_first("folder")
+        self.second.kestrel.open_settings()
+        self.second.kestrel.add(COMMAND, "Back", "true")
+        self.assert_alike([*titles, "Back"])
+        self.assert_nothing_else_was_left()
 
     def test_first_machine_seeds_the_folder_and_the_second_takes_the_list(self):
         self.start_machines("link")
