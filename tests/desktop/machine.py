@@ -1,5 +1,5 @@
-"""One of several machines, each with the program and a home of its own, that share the list through a
-file synchroniser."""
+"""One of several machines, each with the program and a home of its own, that share the list through
+a file synchroniser."""
 import os
 
 from program import Kestrel, encoded
@@ -43,11 +43,9 @@ class Machine:
             return None
 
     def put_into_cloud(self, items):
-        """As a program on another machine would have done it."""
-        path = os.path.join(self.cloud, "launcherItems")
-        with open(path + ".new", "wb") as file:
-            file.write(encoded(items))
-        os.rename(path + ".new", path)
+        """Replaces the list as the program would."""
+        os.rename(self.desktop.write("outgoing", encoded(items)),
+                  os.path.join(self.cloud, "launcherItems"))
 
     def conflicts(self):
         """The lists that the synchroniser has put aside, by the name of their files."""

@@ -74,6 +74,11 @@ class Synchroniser:
             ["syncthing", "serve", "--no-browser", "--no-restart", "--no-upgrade",
              "--home", self._home])
 
+    @property
+    def lines(self):
+        """What it has said."""
+        return self.process.lines if self.process else []
+
     def _configure(self, other):
         root = self._configuration.getroot()
         for name, value in {**OPTIONS, "listenAddress": self.address}.items():
@@ -110,7 +115,7 @@ class Synchroniser:
             partners = self._ask("GET", "system/connections")["connections"]
         except OSError:
             if not self.process.is_running:
-                raise AssertionError("\n".join(self.process.lines)) from None
+                raise AssertionError("\n".join(self.lines)) from None
             return False    # it is only starting
         return partners[self._other.identity]["connected"]
 

@@ -51,7 +51,7 @@ class MachinesTest(DesktopTest):
             for end, kept in zip((".png", ".txt"), paths[-2:]):
                 os.replace(os.path.splitext(path)[0] + end, kept)
             with open(paths[-1], "a", encoding="utf-8") as file:
-                print(*machine.synchroniser.process.lines, machine.in_cloud(), sep="\n", file=file)
+                print(*machine.synchroniser.lines, machine.in_cloud(), sep="\n", file=file)
         return paths
 
     def assert_alike(self, titles):
