@@ -16,6 +16,15 @@ namespace {
 
 /// How long an unfinished rewriting in place may keep its changes to itself.
 constexpr std::chrono::milliseconds patience{500};
+/// How long a synchroniser may take between the two halves of a replacement.
+constexpr std::chrono::seconds arrivalLimit{3};
+
+std::unique_ptr<QTimer> makeTimer(const std::function<void()>& expired) {
+    auto timer = std::make_unique<QTimer>();
+    timer->setSingleShot(true);
+    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), expired);
+    return timer;
+}
 
 } // namespace
 
@@ -26,9 +35,11 @@ CloudWatcher::CloudWatcher(std::string directory, std::string key, std::function
     notifier_ = std::make_unique<QSocketNotifier>(path_.descriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
                      [this] { takeIn(path_.readChanges()); });
-    patience_ = std::make_unique<QTimer>();
-    patience_->setSingleShot(true);
-    QObject::connect(patience_.get(), &QTimer::timeout, patience_.get(), [this] { changed_(); });
+    patience_ = makeTimer([this] { changed_(); });
+    arrival_ = makeTimer([this] {
+        isExpected_ = false;
+        changed_();
+    });
     watchMounts();
 }
 
@@ -39,12 +50,34 @@ CloudWatcher::~CloudWatcher() {
 }
 
 void CloudWatcher::takeIn(const PathChange& change) {
+    if (change.ofDirectory) {
+        arrival_->stop();
+        isExpected_ = true;
+    }
+    if (change.vanished) {
+        isExpected_ = true;
+        arrival_->start(arrivalLimit);
+    }
     if (change.changed)
         patience_->stop();
     if (change.beingWritten && !patience_->isActive())
         patience_->start(patience);
     if (change.changed)
         changed_();
+}
+
+void CloudWatcher::valueIsThere() {
+    if (arrival_)
+        arrival_->stop();
+    isExpected_ = true;
+}
+
+bool CloudWatcher::valueIsMissing() {
+    if (!arrival_ || !isExpected_)
+        return false;
+    if (!arrival_->isActive())
+        arrival_->start(arrivalLimit);
+    return true;
 }
 
 /// A synchroniser's folder may be a file system that is mounted after the start. inotify says
@@ -55,7 +88,10 @@ void CloudWatcher::watchMounts() {
         return;
     mountNotifier_ = std::make_unique<QSocketNotifier>(mounts_, QSocketNotifier::Exception);
     QObject::connect(mountNotifier_.get(), &QSocketNotifier::activated, mountNotifier_.get(),
-                     [this] { takeIn({.changed = path_.followPath()}); });
+                     [this] {
+                         const bool isAnother = path_.followPath();
+                         takeIn({.changed = isAnother, .ofDirectory = isAnother});
+                     });
 }
 
 } // namespace kestrel::linux_shell

@@ -17,11 +17,21 @@ class CloudWatcher {
   public:
     /// Calls `changed` on this thread, from the event loop, once for everything found in one go.
     /// A file rewritten in place is reported when its writer closes it; a writer that does not
-    /// close it is reported about twice a second. Without inotify `changed` is never called.
+    /// close it is reported about twice a second. A value that is removed is reported when it stays
+    /// away. Without inotify `changed` is never called.
     CloudWatcher(std::string directory, std::string key, std::function<void()> changed);
     ~CloudWatcher();
     CloudWatcher(const CloudWatcher&) = delete;
     CloudWatcher& operator=(const CloudWatcher&) = delete;
+
+    /// To be told at every look at the value what it found.
+    void valueIsThere();
+
+    /// True when the value may be on its way and nothing is to be put in its place: a synchroniser
+    /// may remove the old file before it puts the new one there, and make the directory before the
+    /// file in it. When it has not come after some seconds that is reported as a change, and from
+    /// then on this is false.
+    [[nodiscard]] bool valueIsMissing();
 
   private:
     void takeIn(const PathChange& change);
@@ -30,7 +40,11 @@ class CloudWatcher {
     PathWatch path_;
     std::function<void()> changed_;
     std::unique_ptr<QSocketNotifier> notifier_;
+    /// Runs while someone writes into the file.
     std::unique_ptr<QTimer> patience_;
+    /// Runs while an expected value is missing.
+    std::unique_ptr<QTimer> arrival_;
+    bool isExpected_ = false;
     /// The list of mounts, open; -1 where it cannot be read.
     int mounts_ = -1;
     std::unique_ptr<QSocketNotifier> mountNotifier_;

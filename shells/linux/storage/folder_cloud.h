@@ -22,7 +22,7 @@ class CloudWatcher;
 
 class FolderCloudStore final : public CloudKeyValueStore {
   public:
-    FolderCloudStore(FileOperations& operations, std::string directory);
+    FolderCloudStore(FileOperations& operations, std::string directory, std::string watchedKey);
 
     std::optional<std::string> dataForKey(std::string_view key) override;
 
@@ -36,6 +36,9 @@ class FolderCloudStore final : public CloudKeyValueStore {
   private:
     friend class FolderCloud;
     FileStore store_;
+    /// Of the value under the watched key, once someone wants to know of its changes.
+    CloudWatcher* watcher_ = nullptr;
+    std::string watchedKey_;
 };
 
 class FolderCloud final : public Cloud {
@@ -58,7 +61,6 @@ class FolderCloud final : public Cloud {
     void report() const;
 
     std::string directory_;
-    std::string watchedKey_;
     FolderCloudStore store_;
     std::vector<std::function<void()>> observers_;
     std::unique_ptr<CloudWatcher> watcher_;

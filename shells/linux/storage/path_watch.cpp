@@ -20,8 +20,13 @@ namespace {
 
 constexpr std::uint32_t nameEvents = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 constexpr std::uint32_t selfEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
-constexpr std::uint32_t contentEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
+/// The removal of a link, or a rename onto it, is a change of its count of names.
+constexpr std::uint32_t linkEvents = selfEvents | IN_ATTRIB;
+constexpr std::uint32_t valueEvents =
+    nameEvents | selfEvents | IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 constexpr int linkLimit = 40;
+/// Walks down the path before it is taken for one that never rests.
+constexpr int walkLimit = 8;
 /// Reads per batch, so that a writer that never rests cannot hold up the main thread.
 constexpr int readLimit = 64;
 
@@ -46,8 +51,9 @@ std::string parentOf(const std::string& directory) {
     return slash == 0 ? "/" : directory.substr(0, slash);
 }
 
-bool contains(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
+template <class Values, class Value>
+bool contains(const Values& values, const Value& value) {
+    return std::ranges::find(values, value) != values.end();
 }
 
 } // namespace
@@ -59,8 +65,12 @@ struct PathWatch::Walk {
     std::deque<std::string> rest;
     int links = 0;
     bool atValue = false;
-    std::map<int, Names> watches;
+    std::map<int, Watch> watches;
     std::vector<int> valueWatches;
+
+    bool findsTheSameAs(const Walk& other) const {
+        return watches == other.watches && valueWatches == other.valueWatches;
+    }
 };
 
 PathWatch::PathWatch(std::string directory, std::string name)
@@ -75,34 +85,55 @@ PathWatch::~PathWatch() {
         ::close(descriptor_);
 }
 
-int PathWatch::watch(const std::string& directory, std::uint32_t events) const {
-    // Without IN_MASK_ADD a directory that the path passes twice would lose the first's events.
-    return ::inotify_add_watch(descriptor_, directory.c_str(),
-                               events | IN_MASK_ADD | IN_ONLYDIR | IN_DONT_FOLLOW);
-}
-
 bool PathWatch::followPath() {
     if (descriptor_ < 0)
         return false;
+    Walk walk = walkDown();
+    // A part may have been replaced between the look at it and its watch. A walk that finds what
+    // the one before it found had all watches in place before its first look.
+    for (int walks = 1; walks < walkLimit; ++walks) {
+        Walk again = walkDown();
+        std::swap(walk, again);
+        if (walk.findsTheSameAs(again))
+            break;
+    }
+    watches_ = std::move(walk.watches);
+    dropTheRest();
+    pathTouched_ = false;
+    return std::exchange(valueWatches_, std::move(walk.valueWatches)) != valueWatches_;
+}
+
+/// Takes back what earlier walks asked for and the last one did not.
+void PathWatch::dropTheRest() {
+    for (auto next = asked_.begin(); next != asked_.end();) {
+        auto& [number, events] = *next;
+        const auto wanted = watches_.find(number);
+        if (wanted == watches_.end()) {
+            ::inotify_rm_watch(descriptor_, number);
+            next = asked_.erase(next);
+            continue;
+        }
+        const Watch& watch = wanted->second;
+        if (std::exchange(events, watch.events) != watch.events)
+            ::inotify_add_watch(descriptor_, watch.path.c_str(), watch.events | IN_DONT_FOLLOW);
+        ++next;
+    }
+}
+
+PathWatch::Walk PathWatch::walkDown() {
     Walk walk;
     prepend(walk.rest, directory_);
     walk.rest.push_back(name_);
     while (step(walk)) {
     }
-    for (const auto& [number, names] : watches_)
-        if (!walk.watches.contains(number))
-            ::inotify_rm_watch(descriptor_, number);
-    watches_ = std::move(walk.watches);
-    pathTouched_ = false;
-    return std::exchange(valueWatches_, std::move(walk.valueWatches)) != valueWatches_;
+    watchEnd(walk);
+    return walk;
 }
 
-/// Watches the directory that the walk has come to and goes one part further; false at the end.
-/// The watch comes before the look at what is there, so a change in between sends an event.
-bool PathWatch::step(Walk& walk) const {
+/// Goes one part further; false at the end.
+bool PathWatch::step(Walk& walk) {
     if (walk.rest.empty())
         return false;
-    walk.atValue = walk.atValue || walk.rest.size() == 1;
     const std::string name = std::move(walk.rest.front());
     walk.rest.pop_front();
     if (name == "..") {
@@ -111,23 +142,28 @@ bool PathWatch::step(Walk& walk) const {
     }
 
     const bool last = walk.rest.empty();
-    const int number = watch(walk.directory, last ? nameEvents | selfEvents | contentEvents
-                                                  : nameEvents | selfEvents);
-    if (number >= 0) {
-        Names& names = walk.watches[number];
-        (walk.atValue ? names.ofValue : names.ofPath).push_back(name);
-    }
+    walk.atValue = walk.atValue || last;
+    const std::string path = join(walk.directory, name);
+    struct stat status {};
+    const bool exists = ::lstat(path.c_str(), &status) == 0;
+    const bool isLink = exists && S_ISLNK(status.st_mode);
+    const bool leadsOn = isLink || (exists && !last && S_ISDIR(status.st_mode));
+    int number = -1;
+    if (last)
+        number = watchName(walk, name, valueEvents);
+    else if (leadsOn)
+        number = watch(walk, path, isLink ? linkEvents : selfEvents);
+    if (number < 0 && !last)
+        number = watchName(walk, name, nameEvents | IN_ATTRIB);
     if (walk.atValue)
         walk.valueWatches.push_back(number);
 
-    const std::string path = join(walk.directory, name);
-    struct stat status {};
-    if (::lstat(path.c_str(), &status) != 0)
-        return false;
-    if (S_ISDIR(status.st_mode)) {
+    if (leadsOn && !isLink)
         walk.directory = path;
-        return !last;
-    }
+    return leadsOn && (!isLink || followLink(walk, path));
+}
+
+bool PathWatch::followLink(Walk& walk, const std::string& path) {
     std::array<char, PATH_MAX> target{};
     const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
     if (length <= 0 || ++walk.links > linkLimit)
@@ -136,6 +172,39 @@ bool PathWatch::step(Walk& walk) const {
         walk.directory.assign(1, '/');
     prepend(walk.rest, std::string_view(target.data(), static_cast<std::size_t>(length)));
     return true;
+}
+
+/// A directory that someone holds open, as a terminal does that stands in it, tells of its removal
+/// only when they let go. Its parent tells at once. Those above cannot be removed before it.
+void PathWatch::watchEnd(Walk& walk) {
+    const std::string& end = walk.directory;
+    const int number = end == "/" ? -1 : watch(walk, parentOf(end), IN_DELETE);
+    if (number >= 0)
+        walk.watches[number].ofPath.push_back(end.substr(end.rfind('/') + 1));
+}
+
+/// Watches the directory that the walk has come to, for what happens to `name` in it.
+int PathWatch::watchName(Walk& walk, const std::string& name, std::uint32_t events) {
+    const int number = watch(walk, walk.directory, events);
+    if (number >= 0) {
+        Watch& watch = walk.watches[number];
+        (walk.atValue ? watch.ofValue : watch.ofPath).push_back(name);
+    }
+    return number;
+}
+
+/// The number of the watch; negative when the system refuses it.
+int PathWatch::watch(Walk& walk, const std::string& path, std::uint32_t events) {
+    // Nothing is taken from a watch before all of a walk's are known: the path may pass it twice.
+    const int number =
+        ::inotify_add_watch(descriptor_, path.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW);
+    if (number < 0)
+        return number;
+    asked_[number] |= events;
+    Watch& watch = walk.watches[number];
+    watch.path = path;
+    watch.events |= events;
+    return number;
 }
 
 PathChange PathWatch::readChanges() {
@@ -156,7 +225,7 @@ PathChange PathWatch::readChanges() {
         }
     }
     if (pathTouched_ && followPath())
-        change.changed = true;
+        change.changed = change.ofDirectory = true;
     return change;
 }
 
@@ -171,9 +240,18 @@ void PathWatch::judge(const inotify_event& event, std::string_view name, PathCha
     if (found == watches_.end())
         return;
     if ((event.mask & (selfEvents | IN_IGNORED)) != 0) {
-        if ((event.mask & IN_IGNORED) != 0)
+        if ((event.mask & IN_IGNORED) != 0) {
             watches_.erase(found);
+            asked_.erase(event.wd);
+        }
         pathTouched_ = true;
+        return;
+    }
+    if (name.empty()) {
+        // Of the directory or link itself: its rights are others, or a rename has put something
+        // else in its place.
+        pathTouched_ = true;
+        change.changed = change.changed || contains(valueWatches_, event.wd);
         return;
     }
     if ((event.mask & IN_MOVED_FROM) != 0 && isTemporaryOfThisProcess(name)) {
@@ -193,12 +271,14 @@ void PathWatch::judge(const inotify_event& event, std::string_view name, PathCha
 void PathWatch::judgeValue(std::uint32_t mask, PathChange& change) {
     if ((mask & nameEvents) != 0)
         pathTouched_ = true; // it may be a link now, or no longer one
-    if ((mask & (IN_CREATE | IN_MODIFY)) != 0) {
-        change.beingWritten = true;
+    if ((mask & (IN_DELETE | IN_MOVED_FROM)) != 0) {
+        change.vanished = true;
+        change.beingWritten = false;
         return;
     }
-    change.changed = true;
-    change.beingWritten = false;
+    change.vanished = false;
+    change.beingWritten = (mask & (IN_CREATE | IN_MODIFY)) != 0;
+    change.changed = change.changed || !change.beingWritten;
 }
 
 } // namespace kestrel::linux_shell
