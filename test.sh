@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds Kestrel and runs its tests.
 #   ./test.sh         everything that the development build tests, the running program included
-#   ./test.sh --all   also the tests that take minutes or further packages, the build with clang and
-#                     sanitizers and its unit tests, the code's layout and clang-tidy
+#   ./test.sh --all   also the tests that take minutes or further packages, the builds with sanitizers
+#                     and their tests, the code's layout and clang-tidy
 # The last line is "N passed, N failed, N skipped"; each step of --all that is not a test program
 # counts as one test. The exit status is 0 only when something passed and nothing failed.
 set -uo pipefail
@@ -53,6 +53,52 @@ need() {
     fi
 }
 
+# later NAME COMMAND...: a step that begins when the ones before it have ended, at the lowest priority:
+# tests mostly wait, and leave processors idle. `collect NAME` waits for it and counts it.
+laters=()
+later() {
+    mkdir -p build/later
+    rm -f "build/later/$1."*
+    laters+=("$(printf '%q ' "$@")")
+}
+run_laters() {
+    local command start
+    for command in "${laters[@]}"; do
+        eval "set -- $command"
+        start=$SECONDS
+        if "${@:2}" >"build/later/$1.log" 2>&1; then
+            echo "passed $((SECONDS - start))" >"build/later/$1.new"
+        else
+            echo "failed $((SECONDS - start))" >"build/later/$1.new"
+        fi
+        mv "build/later/$1.new" "build/later/$1.result"
+    done
+}
+start_laters() {
+    set -m
+    (renice -n 19 "$BASHPID" >/dev/null; run_laters) </dev/null &
+    set +m
+    laters_pid=$!
+    trap 'kill -- "-$laters_pid" 2>/dev/null' EXIT
+}
+collect() {
+    local result seconds
+    echo "== $1"
+    while [ ! -e "build/later/$1.result" ] && kill -0 "$laters_pid" 2>/dev/null; do
+        sleep 0.5
+    done
+    read -r result seconds <"build/later/$1.result" || result=failed
+    if [ "$result" = passed ]; then
+        passed=$((passed + 1))
+    else
+        cat "build/later/$1.log"
+        failed=$((failed + 1))
+        failures+=("$1")
+    fi
+    echo "== $1: ${seconds:-?} s"
+    [ "$result" = passed ]
+}
+
 # run_tests PRESET CTEST_OPTIONS...: all tests of a build, each counted.
 run_tests() {
     local preset=$1 report=$PWD/build/$1/tests.xml start=$SECONDS counts status=0
@@ -88,14 +134,21 @@ if [ $all = yes ]; then
 fi
 need "packages" tools/setup.sh "${groups[@]}"
 need "build" build dev
+if [ $all = yes ]; then
+    later asan-build build asan
+    later tsan-build build tsan
+    later clang-tidy tools/lint.sh tidy
+    start_laters
+fi
 run_tests dev "${quick[@]}"
 step "every named edge case was tested" \
     tools/check_edge_cases.py build/dev --report build/dev/tests.xml
 
 if [ $all = yes ]; then
     step "clang-format" tools/lint.sh format
-    step "clang-tidy" tools/lint.sh tidy
-    step "build with clang and sanitizers" build asan
-    run_tests asan --label-exclude 'desktop|check|macos'
+    for preset in asan tsan; do
+        collect $preset-build && run_tests $preset --label-exclude 'long|check|macos'
+    done
+    collect clang-tidy
 fi
 finish

@@ -9,6 +9,7 @@ Every program on it has a home of its own and knows nothing of the user's sessio
 """
 import contextlib
 import ctypes
+import glob
 import json
 import os
 import re
@@ -29,7 +30,8 @@ from panels import WATCHER, start_panel
 from processes import ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
-KEPT_VARIABLES = ("PATH", "TZ", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS")
+KEPT_VARIABLES = ("PATH", "TZ")
+SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
 
 
 class X11Window(NamedTuple):
@@ -108,6 +110,9 @@ class Session:
         self.environment.update(
             HOME=self.path("home"), LANG="C.UTF-8", GIO_USE_VFS="local", GTK_USE_PORTAL="0",
             GSETTINGS_BACKEND="memory", LIBGL_ALWAYS_SOFTWARE="1", NO_AT_BRIDGE="1")
+        for variable in SANITIZER_VARIABLES:
+            options = [os.environ.get(variable), "log_path=" + self.path("sanitizer")]
+            self.environment[variable] = ":".join(filter(None, options))
         for variable, name in (("HOME", "home"), ("XDG_RUNTIME_DIR", "run"),
                                ("XDG_CONFIG_HOME", "config"), ("XDG_DATA_HOME", "data"),
                                ("XDG_CACHE_HOME", "cache"), ("XDG_STATE_HOME", "state")):
@@ -122,13 +127,24 @@ class Session:
         self.stop()
 
     def stop(self):
-        """Ends everything on the desktop and removes its folders."""
+        """Ends everything on the desktop and removes its folders. What a sanitizer has found in a
+        program is an AssertionError."""
         if self._accessibility:
             self._accessibility.close()
         if self._bus:
             self._bus.close()
         self.processes.stop()
+        reports = self._sanitizer_reports()
         shutil.rmtree(self.folder, ignore_errors=True)
+        if reports:
+            raise AssertionError(reports)
+
+    def _sanitizer_reports(self):
+        reports = []
+        for path in glob.glob(self.path("sanitizer.*")):
+            with open(path, encoding="utf-8", errors="replace") as file:
+                reports.append(file.read())
+        return "\n".join(reports)
 
     def path(self, *parts):
         return os.path.join(self.folder, *parts)
