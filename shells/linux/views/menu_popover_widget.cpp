@@ -93,7 +93,6 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
           haveItemsChanged_ = true;
           scheduleUpdate();
       })) {
-    setFocusProxy(&list_);
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
     // Later, so that the button has finished with its click before the popover goes.
@@ -134,11 +133,24 @@ void MenuPopoverWidget::updateNow() {
     isUpdateScheduled_ = false;
     if (std::exchange(haveItemsChanged_, false)) {
         list_.reload();
-        list_.setVisible(!view_->items().empty());
-        emptyState_->setVisible(view_->items().empty());
+        showListOrEmptyState();
     }
     const auto highlighted = view_->hoveredRow();
     list_.setCurrentRow(highlighted ? static_cast<int>(*highlighted) : -1);
+}
+
+// The keys go to the list; where there is none, to the button that leads to one.
+void MenuPopoverWidget::showListOrEmptyState() {
+    const bool empty = view_->items().empty();
+    QWidget* const before = focusProxy();
+    QWidget* const now = empty ? static_cast<QWidget*>(&settings_) : &list_;
+    const bool hadFocus = before != nullptr && before->hasFocus();
+    setFocusProxy(now);
+    list_.setVisible(!empty);
+    emptyState_->setVisible(empty);
+    if (hadFocus && before != now) {
+        now->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void MenuPopoverWidget::layOut() {
