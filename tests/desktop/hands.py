@@ -1,0 +1,354 @@
+"""Ways to work the program's windows: by the pointer, by the keyboard alone, and through the
+accessible tree alone. All offer the same, so that one journey can be made in each way.
+
+Fields, kinds and choices of a menu are named in English; buttons by what they show.
+"""
+import ctypes
+import os
+import re
+
+from processes import wait_for
+
+APP, FILE, COMMAND = "App", "Command File", "Inline Command"
+KINDS = (APP, FILE, COMMAND)
+# The label of the field that belongs to each kind.
+FIELD = {APP: "App", FILE: "File", COMMAND: "Command"}
+
+
+class Hands:
+    """What all of them share: they read the accessible tree to know what they do."""
+
+    def __init__(self, kestrel):
+        self.kestrel, self.desktop = kestrel, kestrel.desktop
+
+    @property
+    def tree(self):
+        return self.kestrel.accessible
+
+    def word(self, english):
+        return self.kestrel.word(english)
+
+    def row(self, title):
+        return self.tree.find("list item", re.escape(title))
+
+    def is_enabled(self, name):
+        """Whether a button of the toolbar reacts."""
+        return "sensitive" in self.tree.find("push button", name).states
+
+    def field(self, name):
+        return self.tree.find("text", self.word(name))
+
+    def confirm_button(self):
+        """The form's own button, where the toolbar has one of the same name."""
+        names = "|".join({self.word("Add"), self.word("Save")})
+        return wait_for(lambda: [button for button in self.tree.find_all("push button", names)
+                                 if self.kestrel.in_form(button)], what="the form's button")[0]
+
+    def can_confirm(self):
+        return "sensitive" in self.confirm_button().states
+
+    def wait_for_form(self):
+        self.tree.find("push button", self.word("Cancel"))
+
+    def wait_for_no_form(self):
+        wait_for(lambda: not self.kestrel.form_is_open(), what="the form to close")
+
+    def wait_for_text(self, name, text):
+        wait_for(lambda: self.field(name).text == text,
+                 what=f"{name!r} to hold {text!r} and not {self.field(name).text!r}")
+
+    def confirm(self):
+        """Ends the form by its "Add" or "Save"."""
+        wait_for(self.can_confirm, what="the form's button to react")
+        self.press_confirm()
+        self.wait_for_no_form()
+
+    def fill_in(self, kind, title, text):
+        self.choose_kind(kind)
+        if title is not None:
+            self.set_text("Title", title)
+        self.set_text(FIELD[kind], text)
+
+    def wait_for_dialog(self, is_there=True):
+        """Waits for the dialog behind "Browse…" to come or to go."""
+        wait_for(lambda: bool(self.tree.find_all("text", "File name:")) == is_there,
+                 what="the dialog")
+
+    def wait_for_settings(self):
+        window = self.desktop.wait_for_window(role="settings")
+        self.kestrel.wait_for_no_popover()
+        wait_for(lambda: self.desktop.focused_window() == window.id, what="the keyboard focus")
+
+
+class PointerHands(Hands):
+    """Clicks, and types only texts; but Delete is a key."""
+
+    def open_popover(self):
+        self.desktop.click(*self.desktop.icon_rect().center)
+        return self.kestrel.wait_for_popover()
+
+    def open_settings(self):
+        self.kestrel.click_on("push button", "Settings")
+        self.wait_for_settings()
+
+    def close_settings(self):
+        # The button at the right end of the title bar, as high as it is wide.
+        frame = self.desktop.wait_for_window(role="settings").rect
+        self.desktop.click(frame.x + frame.width - 10, frame.y - 11)
+        self.desktop.wait_for_no_window(role="settings")
+
+    def quit(self):
+        self.kestrel.click_on("push button", "Quit")
+
+    def press_button(self, name):
+        self.kestrel.click_on("push button", name)
+
+    def select(self, title):
+        self.kestrel.click_row(title)
+        wait_for(lambda: self.is_enabled("Edit"), what="Edit to react")
+
+    def choose_kind(self, kind):
+        self.kestrel.choose_kind(kind)
+
+    def set_text(self, name, text):
+        self.kestrel.set_field(self.word(name), text)
+
+    def press_confirm(self):
+        self.desktop.click(*self.confirm_button().rect.center)
+
+    def cancel(self):
+        self.kestrel.finish_form(self.word("Cancel"))
+
+    def browse(self, path):
+        """Names a file in the dialog behind "Browse…"; None cancels the dialog."""
+        self.kestrel.click_on("push button", self.word("Browse…"))
+        self.wait_for_dialog()
+        if path is None:
+            dialog = self.tree.find("text", "File name:").rect
+            self.desktop.click(*next(button.rect.center for button in
+                                     self.tree.find_all("push button", "Cancel")
+                                     if button.rect.x > dialog.x + dialog.width))
+        else:
+            self.desktop.type(path)
+            self.kestrel.click_on("push button", "Open")
+        self.wait_for_dialog(False)
+
+    def choose_in_menu(self, title, choice):
+        self.kestrel.click_row_actions(title, choice)
+
+    def edit_by_gesture(self, title):
+        self.desktop.double_click(*self.row(title).rect.center)
+
+    def delete_by_gesture(self, title):
+        self.select(title)
+        self.desktop.key("Delete")
+
+    def move(self, title, steps):
+        """Drags a row `steps` places down, or up where that is negative."""
+        titles = self.kestrel.rows()
+        start = self.row(title).rect
+        goal = self.row(titles[titles.index(title) + steps]).rect
+        edge = goal.y + (goal.height - 2 if steps > 0 else 2)
+        self.desktop.drag(start.center, (start.center[0], edge))
+
+
+class KeyboardHands(Hands):
+    """Presses keys and has no pointer."""
+
+    def tab_to(self, role, name):
+        """Goes to a control by Tab."""
+        def has_focus():
+            return any("focused" in node.states for node in self.tree.find_all(role, name))
+        self.tree.find(role, name)
+        for _ in range(16):
+            if has_focus():
+                return
+            self.desktop.key("Tab")
+        raise AssertionError(f"Tab does not reach {role} {name!r}")
+
+    def open_popover(self):
+        """Starts the program again, as a shortcut of the desktop does."""
+        self.desktop.start([os.environ["KESTREL_PROGRAM"]]).wait()
+        return self.kestrel.wait_for_popover()
+
+    def open_settings(self):
+        self.tab_to("push button", "Settings")
+        self.desktop.key("space")
+        self.wait_for_settings()
+
+    def close_settings(self):
+        self.kestrel.close_settings()
+
+    def quit(self):
+        self.tab_to("push button", "Quit")
+        self.desktop.key("space")
+
+    def press_button(self, name):
+        self.tab_to("push button", name)
+        self.desktop.key("space")
+
+    def select(self, title):
+        self.tab_to_list()
+        self.desktop.key("Home", *["Down"] * self.kestrel.rows().index(title))
+        wait_for(lambda: "selected" in self.row(title).states, what=f"{title} to be selected")
+
+    def tab_to_list(self):
+        """The list itself has the keys, or the row in it that is selected."""
+        box = self.tree.find("list", self.word("Items"))
+        for _ in range(16):
+            if any("focused" in node.states for node in (box, *box.find_all("list item"))):
+                return
+            self.desktop.key("Tab")
+        raise AssertionError("Tab does not reach the list")
+
+    def choose_kind(self, kind):
+        def chosen():
+            return next(k for k in KINDS
+                        if "checked" in self.tree.find("radio button", k).states)
+        self.tab_to("radio button", chosen())
+        while chosen() != kind:
+            before = chosen()
+            self.desktop.key("Right" if KINDS.index(before) < KINDS.index(kind) else "Left")
+            wait_for(lambda: chosen() != before, what="another kind")
+
+    def set_text(self, name, text):
+        self.tab_to("text", self.word(name))
+        self.desktop.key("ctrl+a", "BackSpace")
+        self.desktop.type(text)
+        self.wait_for_text(name, text)
+
+    def press_confirm(self):
+        self.desktop.key("ctrl+Return")
+
+    def cancel(self):
+        self.desktop.key("Escape")
+        self.wait_for_no_form()
+
+    def browse(self, path):
+        self.tab_to("push button", self.word("Browse…"))
+        self.desktop.key("space")
+        self.wait_for_dialog()
+        if path is None:
+            self.desktop.key("Escape")
+        else:
+            self.desktop.type(path)
+            self.desktop.key("Return")
+        self.wait_for_dialog(False)
+
+    def choose_in_menu(self, title, choice):
+        self.select(title)
+        self.desktop.key("Menu")
+        entry = self.tree.find("menu item", self.word(choice))
+        for _ in range(4):
+            if entry.states & {"focused", "selected"}:
+                break
+            self.desktop.key("Down")
+        self.desktop.key("Return")
+
+    def edit_by_gesture(self, title):
+        self.select(title)
+        self.desktop.key("Return")
+
+    def delete_by_gesture(self, title):
+        self.select(title)
+        self.desktop.key("Delete")
+
+    def move(self, title, steps):
+        self.select(title)
+        self.desktop.key(*["alt+Down" if steps > 0 else "alt+Up"] * abs(steps))
+
+
+class AccessibleHands(Hands):
+    """Does all through the accessible tree, without a pointer and without a key."""
+
+    def open_popover(self):
+        return self.kestrel.open_popover()
+
+    def open_settings(self):
+        self.tree.press("push button", "Settings")
+        self.wait_for_settings()
+
+    def close_settings(self):
+        ask_to_close(self.desktop, self.desktop.wait_for_window(role="settings"))
+        self.desktop.wait_for_no_window(role="settings")
+
+    def quit(self):
+        self.tree.press("push button", "Quit")
+
+    def press_button(self, name):
+        self.tree.press("push button", name)
+
+    def select(self, title):
+        self.row(title).do("Press")
+        wait_for(lambda: self.is_enabled("Edit"), what="Edit to react")
+
+    def choose_kind(self, kind):
+        radio = self.tree.find("radio button", kind)
+        radio.do(next(a for a in ("Press", "Check", "Toggle") if a in radio.actions))
+        wait_for(lambda: "checked" in radio.states, what=f"{kind} to be chosen")
+
+    def set_text(self, name, text):
+        self.field(name).text = text
+        self.wait_for_text(name, text)
+
+    def press_confirm(self):
+        self.confirm_button().do("Press")
+
+    def cancel(self):
+        self.tree.press("push button", self.word("Cancel"))
+        self.wait_for_no_form()
+
+    def browse(self, path):
+        self.tree.press("push button", self.word("Browse…"))
+        self.wait_for_dialog()
+        if path is None:
+            # The form, which waits behind the dialog, has a button of the same name.
+            next(button for button in self.tree.find_all("push button", "Cancel")
+                 if not self.kestrel.in_form(button)).do("Press")
+        else:
+            self.tree.find("text", "File name:").text = path
+            wait_for(lambda: self.is_enabled("Open"), what="Open to react")
+            self.tree.press("push button", "Open")
+        self.wait_for_dialog(False)
+
+    def choose_in_menu(self, title, choice):
+        self.row(title).do("ShowMenu")
+        self.tree.press("menu item", self.word(choice))
+
+    # The tree has no gesture of its own for these; each stands for the menu's.
+
+    def edit_by_gesture(self, title):
+        self.choose_in_menu(title, "Edit")
+
+    def delete_by_gesture(self, title):
+        self.choose_in_menu(title, "Delete")
+
+    def move(self, title, steps):
+        titles = self.kestrel.rows()
+        for _ in range(abs(steps)):
+            place = titles.index(title)
+            other = place + (1 if steps > 0 else -1)
+            titles[place], titles[other] = titles[other], titles[place]
+            self.row(title).do("MoveDown" if steps > 0 else "MoveUp")
+            self.kestrel.wait_for_rows(titles)
+
+
+class _ClientMessage(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong),
+                ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 5), ("padding", ctypes.c_long * 16)]
+
+
+def ask_to_close(desktop, window):
+    """Asks the window manager to close a window, as its list of windows does."""
+    client_message, substructure = 33, 1 << 19 | 1 << 20
+    lib = ctypes.CDLL("libX11.so.6")
+    lib.XOpenDisplay.restype = lib.XDefaultRootWindow.restype = ctypes.c_void_p
+    display = ctypes.c_void_p(lib.XOpenDisplay(desktop.environment["DISPLAY"].encode()))
+    lib.XInternAtom.restype = ctypes.c_ulong
+    message = _ClientMessage(type=client_message, window=int(window.id, 16), format=32,
+                             message_type=lib.XInternAtom(display, b"_NET_CLOSE_WINDOW", 0))
+    lib.XSendEvent(display, ctypes.c_void_p(lib.XDefaultRootWindow(display)), 0,
+                   ctypes.c_long(substructure), ctypes.byref(message))
+    lib.XCloseDisplay(display)
