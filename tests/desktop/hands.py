@@ -6,6 +6,7 @@ Fields, kinds and choices of a menu are named in English; buttons by what they s
 import ctypes
 import os
 import re
+import time
 
 from processes import wait_for
 
@@ -17,6 +18,9 @@ FIELD = {APP: "App", FILE: "File", COMMAND: "Command"}
 
 class Hands:
     """What all of them share: they read the accessible tree to know what they do."""
+
+    # Whether a row whose menu is opened becomes the selected one.
+    menu_selects = False
 
     def __init__(self, kestrel):
         self.kestrel, self.desktop = kestrel, kestrel.desktop
@@ -63,6 +67,31 @@ class Hands:
         self.press_confirm()
         self.wait_for_no_form()
 
+    def try_to_confirm(self):
+        """Presses the form's button, which does not react."""
+        self.press_confirm()
+
+    def browse(self, path, is_taken=True):
+        """Names a file in the dialog behind "Browse…", or cancels it for None. A file that is not
+        taken is refused by the dialog or, after it, by the program."""
+        self.open_dialog()
+        self.wait_for_dialog()
+        if path is not None:
+            self.name_file(path)
+        if is_taken:
+            wait_for(lambda: self.is_enabled("Open"), what="Open to react")
+        if path is not None and self.is_enabled("Open"):
+            self.accept_dialog()
+        else:
+            self.cancel_dialog()
+        self.wait_for_dialog(False)
+
+    def dialog_cancel(self):
+        """The dialog's button; the form, which waits behind it, has one of the same name."""
+        name = self.tree.find("text", "File name:").rect
+        return next(button for button in self.tree.find_all("push button", "Cancel")
+                    if button.rect.x > name.x + name.width)
+
     def fill_in(self, kind, title, text):
         self.choose_kind(kind)
         if title is not None:
@@ -73,6 +102,10 @@ class Hands:
         """Waits for the dialog behind "Browse…" to come or to go."""
         wait_for(lambda: bool(self.tree.find_all("text", "File name:")) == is_there,
                  what="the dialog")
+
+    def wait_for_file_name(self, path):
+        name = self.tree.find("text", "File name:")
+        wait_for(lambda: name.text == path, what=f"the dialog to hold {path}")
 
     def wait_for_settings(self):
         window = self.desktop.wait_for_window(role="settings")
@@ -119,19 +152,23 @@ class PointerHands(Hands):
     def cancel(self):
         self.kestrel.finish_form(self.word("Cancel"))
 
-    def browse(self, path):
-        """Names a file in the dialog behind "Browse…"; None cancels the dialog."""
+    def open_dialog(self):
         self.kestrel.click_on("push button", self.word("Browse…"))
-        self.wait_for_dialog()
-        if path is None:
-            dialog = self.tree.find("text", "File name:").rect
-            self.desktop.click(*next(button.rect.center for button in
-                                     self.tree.find_all("push button", "Cancel")
-                                     if button.rect.x > dialog.x + dialog.width))
-        else:
-            self.desktop.type(path)
-            self.kestrel.click_on("push button", "Open")
-        self.wait_for_dialog(False)
+
+    def name_file(self, path):
+        self.desktop.type(path)
+        self.wait_for_file_name(path)
+
+    def accept_dialog(self):
+        # The first click may only close the list of names that typing has opened.
+        while found := self.tree.find_all("push button", "Open"):
+            self.desktop.click(*found[0].rect.center)
+            time.sleep(0.2)
+
+    def cancel_dialog(self):
+        while self.tree.find_all("push button", "Open"):
+            self.desktop.click(*self.dialog_cancel().rect.center)
+            time.sleep(0.2)
 
     def choose_in_menu(self, title, choice):
         self.kestrel.click_row_actions(title, choice)
@@ -155,6 +192,8 @@ class PointerHands(Hands):
 class KeyboardHands(Hands):
     """Presses keys and has no pointer."""
 
+    menu_selects = True
+
     def tab_to(self, role, name):
         """Goes to a control by Tab."""
         def has_focus():
@@ -168,6 +207,7 @@ class KeyboardHands(Hands):
 
     def open_popover(self):
         """Starts the program again, as a shortcut of the desktop does."""
+        wait_for(self.desktop.status_items, what="the running program")
         self.desktop.start([os.environ["KESTREL_PROGRAM"]]).wait()
         return self.kestrel.wait_for_popover()
 
@@ -224,16 +264,19 @@ class KeyboardHands(Hands):
         self.desktop.key("Escape")
         self.wait_for_no_form()
 
-    def browse(self, path):
+    def open_dialog(self):
         self.tab_to("push button", self.word("Browse…"))
         self.desktop.key("space")
-        self.wait_for_dialog()
-        if path is None:
-            self.desktop.key("Escape")
-        else:
-            self.desktop.type(path)
-            self.desktop.key("Return")
-        self.wait_for_dialog(False)
+
+    def name_file(self, path):
+        self.desktop.type(path)
+        self.wait_for_file_name(path)
+
+    def accept_dialog(self):
+        self.desktop.key("Return")
+
+    def cancel_dialog(self):
+        self.desktop.key("Escape")
 
     def choose_in_menu(self, title, choice):
         self.select(title)
@@ -298,18 +341,21 @@ class AccessibleHands(Hands):
         self.tree.press("push button", self.word("Cancel"))
         self.wait_for_no_form()
 
-    def browse(self, path):
+    def try_to_confirm(self):
+        assert self.confirm_button().actions == []
+
+    def open_dialog(self):
         self.tree.press("push button", self.word("Browse…"))
-        self.wait_for_dialog()
-        if path is None:
-            # The form, which waits behind the dialog, has a button of the same name.
-            next(button for button in self.tree.find_all("push button", "Cancel")
-                 if not self.kestrel.in_form(button)).do("Press")
-        else:
-            self.tree.find("text", "File name:").text = path
-            wait_for(lambda: self.is_enabled("Open"), what="Open to react")
-            self.tree.press("push button", "Open")
-        self.wait_for_dialog(False)
+
+    def name_file(self, path):
+        self.tree.find("text", "File name:").text = path
+        self.wait_for_file_name(path)
+
+    def accept_dialog(self):
+        self.tree.press("push button", "Open")
+
+    def cancel_dialog(self):
+        self.dialog_cancel().do("Press")
 
     def choose_in_menu(self, title, choice):
         self.row(title).do("ShowMenu")
