@@ -63,12 +63,11 @@ bool hasPlainCharacters(std::string_view path) {
 
 /// Whether another user could rename our folder away and put his own in its place.
 bool isSafeFolder(const struct stat& status) {
-    if (!S_ISDIR(status.st_mode))
-        return false;
-    if ((status.st_mode & S_ISVTX) != 0)
-        return true;
+    // What a sticky folder holds is safe from all but the folder's own owner.
     const bool ours = status.st_uid == ::getuid() || status.st_uid == 0;
-    return ours && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    const bool othersWrite = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    const bool sticky = (status.st_mode & S_ISVTX) != 0;
+    return S_ISDIR(status.st_mode) && ours && (!othersWrite || sticky);
 }
 
 bool isSuitableBase(const std::string& base) {

@@ -85,6 +85,19 @@ TEST_F(ScratchFolderTest, UnsuitableBasesArePassedOver) {
     EXPECT_TRUE(made->starts_with(sticky.string()));
 }
 
+TEST_F(ScratchFolderTest, AFolderOfAnotherUserIsPassedOverAlsoWhenItIsSticky) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give folders to others";
+    for (const auto mode : {0755, 01755, 01777}) {
+        const fs::path base = folder.path() / std::to_string(mode);
+        fs::create_directory(base);
+        fs::permissions(base, fs::perms(mode));
+        ASSERT_EQ(::chown(base.c_str(), 65534, 65534), 0);
+        EXPECT_EQ(makeScratchFolder(std::vector{base.string()}, someFiles), std::nullopt) << mode;
+        EXPECT_TRUE(fs::is_empty(base)) << mode;
+    }
+}
+
 TEST_F(ScratchFolderTest, AFileThatCannotBeWrittenLeavesNothingBehind) {
     const std::array<ScratchFile, 3> twice = {
         {{.name = "run", .bytes = ""}, {.name = "cmd", .bytes = ""}, {.name = "run", .bytes = ""}}};
