@@ -116,10 +116,15 @@ void MenuPopoverWidget::connectList() {
             [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
     connect(&list_, &RowList::pointerLeft, this,
             [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
-    connect(&list_, &RowList::stepRequested, this,
-            [this](RowList::Step step) { view_->moveHighlight(stepFor(step)); });
-    connect(&list_, &RowList::typed, this,
-            [this](const QString& text) { view_->typed(text.toStdString()); });
+    // At once: the next key may be here already, and it is about the row that this one leads to.
+    connect(&list_, &RowList::stepRequested, this, [this](RowList::Step step) {
+        view_->moveHighlight(stepFor(step));
+        updateNow();
+    });
+    connect(&list_, &RowList::typed, this, [this](const QString& text) {
+        view_->typed(text.toStdString());
+        updateNow();
+    });
 }
 
 // The signal comes before the change: the new state can be read from the next turn on.

@@ -7,6 +7,9 @@
 namespace kestrel::linux_shell {
 namespace {
 
+using testing::ElementsAre;
+using testing::HasSubstr;
+
 class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
   protected:
     int settingsAsked = 0;
@@ -52,6 +55,18 @@ TEST_F(MenuPopoverWidgetTest, TheListHasTheKeysAndTabGoesOnToTheFooter) {
     EXPECT_EQ(focusedName(), QStringLiteral("Quit"));
     key(Qt::Key_Tab);
     EXPECT_EQ(focusedName(), QStringLiteral("Items"));
+}
+
+TEST_F(MenuPopoverWidgetTest, KeysThatComeAtOnceMeanWhatTheyMeanOneByOne) {
+    show();
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("/apps/three")));
+    keyClick(*QApplication::focusWidget(), Qt::Key_S, Qt::NoModifier, QStringLiteral("s"));
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("ls")));
 }
 
 TEST_F(MenuPopoverWidgetTest, WithoutItemsTheKeysReachTheFooterAllTheSame) {
