@@ -94,7 +94,8 @@ bool writeFile(int folder, const ScratchFile& file) {
     const mode_t mode = file.executable ? 0700 : 0600;
     const Descriptor output(
         ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    return output && writeAll(output.number(), file.bytes);
+    // The umask can only have taken rights away.
+    return output && ::fchmod(output.number(), mode) == 0 && writeAll(output.number(), file.bytes);
 }
 
 bool fill(const std::string& folder, std::span<const ScratchFile> files) {
@@ -131,7 +132,7 @@ std::optional<std::string> makeScratchFolder(std::span<const std::string> bases,
         std::string folder = base + '/' + std::string(namePrefix) + "XXXXXX";
         if (::mkdtemp(folder.data()) == nullptr)
             continue;
-        if (fill(folder, files))
+        if (::chmod(folder.c_str(), 0700) == 0 && fill(folder, files))
             return folder;
         removeScratchFolder(folder);
     }

@@ -40,7 +40,7 @@ class ScratchFolderTest : public testing::Test {
 };
 
 TEST_F(ScratchFolderTest, IsPrivateAndHoldsTheFilesWhateverTheUmask) {
-    for (const mode_t mask : {0000U, 0077U}) {
+    for (const mode_t mask : {0000U, 0077U, 0177U, 0777U}) {
         const mode_t umask = ::umask(mask);
         const std::string made = make();
         ::umask(umask);
