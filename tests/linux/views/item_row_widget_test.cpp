@@ -175,6 +175,20 @@ TEST_F(ItemRowWidgetTest, TheMenuClosesWhenAssistiveTechnologyChoosesFromIt) {
     }
 }
 
+TEST_F(ItemRowWidgetTest, TheMenuStaysClosedBehindTheForm) {
+    view().addClicked();
+    turnEventLoop();
+    QAccessibleInterface* const button =
+        QAccessible::queryAccessibleInterface(&row(0).actionsButton());
+    ASSERT_NE(button, nullptr);
+    QAccessibleActionInterface* const actions = button->actionInterface();
+    ASSERT_NE(actions, nullptr);
+    ASSERT_TRUE(actions->actionNames().isEmpty());
+    actions->doAction(QAccessibleActionInterface::showMenuAction());
+    turnEventLoop();
+    EXPECT_FALSE(row(0).actionsButton().menu()->isVisible());
+}
+
 TEST_F(ItemRowWidgetTest, TheActionsButtonIsANamedMenuButton) {
     EXPECT_EQ(accessibleName(row(0).actionsButton()), QStringLiteral("Actions"));
     EXPECT_EQ(accessibleRole(row(0).actionsButton()), QAccessible::ButtonMenu);
