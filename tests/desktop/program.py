@@ -91,8 +91,9 @@ class Kestrel:
             wait_for(lambda: expected() is not None and self.is_stored(encoded(expected())), limit)
         except AssertionError:
             wanted = expected()
+            wanted = encoded(items if wanted is None else wanted)
             raise AssertionError(f"stored:   {self.stored()}\nin cloud: {self.stored('cloud')}\n"
-                                 f"expected: {encoded(items if wanted is None else wanted)}") from None
+                                 f"expected: {wanted}") from None
         result = expected()
         for record in result:
             assert UUID.fullmatch(record["id"]), record
@@ -120,7 +121,8 @@ class Kestrel:
 
     def rows(self):
         """The titles in the one list that is shown."""
-        return [row.name for row in self.accessible.find("list", self.word("Items")).find_all("list item")]
+        items = self.accessible.find("list", self.word("Items"))
+        return [row.name for row in items.find_all("list item")]
 
     def wait_for_rows(self, titles):
         try:

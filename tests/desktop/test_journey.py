@@ -2,8 +2,10 @@
 import os
 import xml.etree.ElementTree
 
-from hands import AccessibleHands, KeyboardHands, PointerHands
+from accessible_hands import AccessibleHands
+from hands import PointerHands
 from journey import Journey
+from keyboard_hands import KeyboardHands
 
 
 TRANSLATIONS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "shells",

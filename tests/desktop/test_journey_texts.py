@@ -2,8 +2,9 @@
 and from the store onto the screen."""
 import subprocess
 
+from accessible_hands import AccessibleHands
 from case import DesktopTest
-from hands import APP, COMMAND, FILE, AccessibleHands, PointerHands
+from hands import APP, COMMAND, FILE, PointerHands
 from program import encoded, item, store_before_start
 
 ROW_HEIGHT = 34

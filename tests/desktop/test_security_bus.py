@@ -140,8 +140,8 @@ class BusTest(DesktopTest):
                     self.assertIn("org.freedesktop.DBus.Error", self.call(
                         object_path, PROPERTIES, "Set", interface, name, HUGE, signature="ssv"))
                 # The toolkit lets the name of its object be set, which nothing reads.
-                self.call(object_path, PROPERTIES, "Set", interface, "objectName", "$(touch canary)",
-                          signature="ssv")
+                self.call(object_path, PROPERTIES, "Set", interface, "objectName",
+                          "$(touch canary)", signature="ssv")
         self.assertEqual(self.desktop.status_item_properties()["Title"], "Kestrel")
         self.assert_untouched()
 
