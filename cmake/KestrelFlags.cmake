@@ -13,7 +13,8 @@ target_compile_options(kestrel_flags INTERFACE
   $<$<BOOL:${KESTREL_WERROR}>:-Werror>
   -fstack-protector-strong)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-  target_link_options(kestrel_flags INTERFACE -Wl,-z,relro,-z,now -Wl,--as-needed)
+  target_link_options(kestrel_flags INTERFACE
+    -Wl,-z,relro,-z,now -Wl,-z,noexecstack -Wl,--as-needed)
 endif()
 if(CMAKE_BUILD_TYPE MATCHES "Rel" AND NOT KESTREL_SANITIZE)
   target_compile_definitions(kestrel_flags INTERFACE _FORTIFY_SOURCE=2)

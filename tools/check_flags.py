@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the warning flags really reach every source of ours.
+"""Checks that the warning flags and the stack protector really reach every source of ours.
 
     tools/check_flags.py BUILD_FOLDER
 
@@ -10,7 +10,8 @@ import pathlib
 import shlex
 import sys
 
-REQUIRED = ("-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror")
+REQUIRED = ("-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror",
+            "-fstack-protector-strong")
 FOLDERS = ("src", "shells", "tests", "fuzz", "benchmarks")
 
 

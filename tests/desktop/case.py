@@ -32,9 +32,10 @@ class DesktopTest(unittest.TestCase):
         self.desktop = self.enterContext(Desktop(**options))
         return self.desktop
 
-    def start_kestrel(self, environment=None):
-        """Starts the program on the test's desktop."""
-        self.kestrel = Kestrel(self.desktop, [os.environ["KESTREL_PROGRAM"]], environment)
+    def start_kestrel(self, environment=None, words=None, command=None):
+        """Starts the program on the test's desktop (see Kestrel), by another command if need be."""
+        self.kestrel = Kestrel(self.desktop, command or [os.environ["KESTREL_PROGRAM"]],
+                               environment, words)
         return self.kestrel
 
     def assert_stays(self, condition, seconds=0.4):

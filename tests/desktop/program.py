@@ -41,9 +41,14 @@ def encoded(items):
 class Kestrel:
     """One run of the program on a desktop."""
 
-    def __init__(self, desktop, command, environment=None):
-        self.desktop = desktop
+    def __init__(self, desktop, command, environment=None, words=None):
+        """`words` translates the texts of a localised run, by the English ones."""
+        self.desktop, self.words = desktop, words or {}
         self.process = desktop.start(list(command), environment)
+
+    def word(self, english):
+        """A text that the program looks up in its translations, as this run shows it."""
+        return self.words.get(english, english)
 
     @property
     def accessible(self):
@@ -51,20 +56,27 @@ class Kestrel:
 
     # The stored list.
 
-    def stored(self):
+    def stored(self, *folder):
         """The bytes of the list in the local store; None before anything was saved."""
         try:
-            with open(self.desktop.path("data", "kestrel", "launcherItems"), "rb") as file:
+            with open(self.desktop.path("data", "kestrel", *folder, "launcherItems"),
+                      "rb") as file:
                 return file.read()
         except FileNotFoundError:
             return None
+
+    def is_stored(self, data):
+        """Whether the stores hold exactly these bytes: the local one, and the cloud folder where
+        there is one."""
+        has_cloud = os.path.isdir(self.desktop.path("data", "kestrel", "cloud"))
+        return self.stored() == data and (not has_cloud or self.stored("cloud") == data)
 
     def stored_items(self):
         return json.loads(self.stored() or b"[]")
 
     def wait_for_stored(self, items, limit=8):
-        """Waits until the stored bytes are exactly those of `items`, and returns the items with
-        the ids that they have got.
+        """Waits until the stored bytes are exactly those of `items`, in the cloud folder too where
+        there is one, and returns the items with the ids that they have got.
 
         An item whose id is None takes the one that the store holds at its place, which must be a
         fresh one: version 4, in capitals, and of no other item.
@@ -76,11 +88,12 @@ class Kestrel:
             return [{**wanted, "id": wanted["id"] or found["id"]}
                     for wanted, found in zip(items, stored)]
         try:
-            wait_for(lambda: expected() is not None and encoded(expected()) == self.stored(), limit)
+            wait_for(lambda: expected() is not None and self.is_stored(encoded(expected())), limit)
         except AssertionError:
             wanted = expected()
-            raise AssertionError(f"stored:   {self.stored()}\nexpected: "
-                                 f"{encoded(items if wanted is None else wanted)}") from None
+            wanted = encoded(items if wanted is None else wanted)
+            raise AssertionError(f"stored:   {self.stored()}\nin cloud: {self.stored('cloud')}\n"
+                                 f"expected: {wanted}") from None
         result = expected()
         for record in result:
             assert UUID.fullmatch(record["id"]), record
@@ -108,7 +121,8 @@ class Kestrel:
 
     def rows(self):
         """The titles in the one list that is shown."""
-        return [row.name for row in self.accessible.find("list", "Items").find_all("list item")]
+        items = self.accessible.find("list", self.word("Items"))
+        return [row.name for row in items.find_all("list item")]
 
     def wait_for_rows(self, titles):
         try:
@@ -134,7 +148,8 @@ class Kestrel:
     def row_button(self, title):
         """The button of a row's own menu, by its place: toolkits differ in whose child it is."""
         row = self.accessible.find("list item", re.escape(title)).rect
-        return wait_for(lambda: [button for button in self.accessible.find_all(None, "Actions")
+        name = self.word("Actions")
+        return wait_for(lambda: [button for button in self.accessible.find_all(None, name)
                                  if row.contains(button.rect)],
                         what=f"the button in the row of {title}")[0]
 
@@ -142,7 +157,7 @@ class Kestrel:
         """Chooses from the menu of the row's own button."""
         self.desktop.move(*self.accessible.find("list item", re.escape(title)).rect.center)
         self.desktop.click(*self.row_button(title).rect.center)
-        self.click_on("menu item", choice)
+        self.click_on("menu item", self.word(choice))
 
     def open_settings(self):
         """Opens the settings window from the popover and returns it."""
@@ -173,7 +188,7 @@ class Kestrel:
         self.click_on("radio button", kind)
 
     def form_is_open(self):
-        return bool(self.accessible.find_all("push button", "Cancel"))
+        return bool(self.accessible.find_all("push button", self.word("Cancel")))
 
     def finish_form(self, button):
         """Clicks one of the form's buttons and waits until the form has gone."""
@@ -183,7 +198,7 @@ class Kestrel:
     def add(self, kind, title, text, opener="Add"):
         """Adds an item by the pointer and the keyboard."""
         self.click_on("push button", opener)
-        self.accessible.find("push button", "Cancel")
+        self.accessible.find("push button", self.word("Cancel"))
         self.choose_kind(kind)
         self.set_field("Title", title)
         self.set_field({"App": "App", "Command File": "File",
@@ -198,7 +213,7 @@ class Kestrel:
 
     def in_form(self, node):
         """Whether a node stands in one line with the form's "Cancel"."""
-        cancel = self.accessible.find("push button", "Cancel").rect
+        cancel = self.accessible.find("push button", self.word("Cancel")).rect
         return abs(node.rect.center[1] - cancel.center[1]) <= cancel.height // 2
 
 

@@ -74,6 +74,30 @@ class AccessibleTest(DesktopTest):
         self.wait_until(lambda: os.path.exists(mark), "the mark")
         self.kestrel.wait_for_no_popover()
 
+    def test_nothing_behind_the_form_can_be_pressed(self):
+        self.start_desktop(panel="fake")
+        items = [item("App", title, "/opt/x", f"00000000-0000-4000-8000-00000000000{i}")
+                 for i, title in enumerate(("One", "Two"))]
+        store_before_start(self.desktop, items)
+        kestrel = self.start_kestrel()
+        self.open_settings()
+        tree = kestrel.accessible
+        row = tree.find("list item", "One")
+        self.assertEqual(sorted(row.actions),
+                         ["MoveDown", "MoveUp", "Press", "SetFocus", "ShowMenu"])
+        self.press("push button", "Add")
+        tree.find("push button", "Cancel")
+        behind = [row, tree.find("list item", "Two"), kestrel.row_button("One")]
+        behind += [button for button in tree.find_all("push button", "Add|Edit|Delete")
+                   if not kestrel.in_form(button)]
+        self.assertEqual(len(behind), 6)
+        for node in behind:
+            self.assertEqual(set(node.actions) - {"SetFocus"}, set(), node.name)
+            self.assertNotIn("sensitive", node.states)
+        self.press("push button", "Cancel")
+        self.wait_until(lambda: "Press" in row.actions, "the row to react again")
+        self.assertEqual(kestrel.stored_items(), items)
+
     def test_everything_in_the_popover_has_a_name(self):
         self.start_desktop(panel="fake")
         self.start_kestrel().open_popover()

@@ -1,5 +1,8 @@
 """Journeys through the settings window by a real pointer and keyboard, with the stored bytes
 compared after every step."""
+import os
+import re
+
 from case import DesktopTest
 from program import item, popover_height, store_before_start
 
@@ -122,12 +125,16 @@ class SettingsTest(DesktopTest):
 
     def choose_file(self, path):
         """Names a file in the dialog behind "Browse…"; None cancels the dialog."""
-        tree = self.kestrel.accessible
         self.kestrel.click_on("push button", "Browse…")
+        self.choose_in_dialog(path)
+
+    def choose_in_dialog(self, path):
+        tree = self.kestrel.accessible
         self.wait_until(lambda: tree.find_all("push button", "Open"), "the dialog")
         if path is None:
             self.desktop.key("Escape")
         else:
+            self.kestrel.click_on("text", "File name:")
             self.desktop.type(path)
             self.desktop.key("Return")
         self.wait_until(lambda: not tree.find_all("push button", "Open"), "the dialog to close")
@@ -148,6 +155,33 @@ class SettingsTest(DesktopTest):
         self.assertEqual(kestrel.field("Title"), "deploy")
         kestrel.finish_form_adding()
         kestrel.wait_for_stored([item(FILE, "deploy", other)])
+
+    def test_browse_for_an_application_takes_executables_and_nothing_else(self):
+        kestrel = self.start()
+        program = self.desktop.write("home/tool", "#!/bin/sh\n", 0o755)
+        notes = self.desktop.write("home/notes", "")
+        kestrel.click_on("push button", "Add First Item")
+        kestrel.set_field("Title", "  ")
+        for path, expected in ((notes, ""), (program, program)):
+            kestrel.click_on("push button", "Browse…")
+            kestrel.accessible.find("combo box", "/usr/share/applications")
+            self.desktop.click(*kestrel.accessible.find("combo box", "App .*").rect.center)
+            self.desktop.key("End", "Return")
+            kestrel.accessible.find("combo box", "All files.*")
+            self.choose_in_dialog(path)
+            self.wait_until(lambda: kestrel.field("App") == expected, "the path")
+        # A title of spaces is the user's; it only cannot be saved.
+        self.assertEqual(kestrel.field("Title"), "  ")
+        self.assertNotIn("sensitive", self.form_button("Add").states)
+
+    def test_browse_for_a_command_file_starts_on_the_desktop(self):
+        kestrel = self.start()
+        desktop = os.path.dirname(self.desktop.write("home/Desktop/deploy.command", ""))
+        kestrel.click_on("push button", "Add First Item")
+        kestrel.choose_kind(FILE)
+        kestrel.click_on("push button", "Browse…")
+        kestrel.accessible.find("combo box", re.escape(desktop))
+        self.choose_in_dialog(None)
 
     def test_cancel_and_escape_change_nothing(self):
         kestrel = self.start_with_three()

@@ -63,12 +63,11 @@ bool hasPlainCharacters(std::string_view path) {
 
 /// Whether another user could rename our folder away and put his own in its place.
 bool isSafeFolder(const struct stat& status) {
-    if (!S_ISDIR(status.st_mode))
-        return false;
-    if ((status.st_mode & S_ISVTX) != 0)
-        return true;
+    // What a sticky folder holds is safe from all but the folder's own owner.
     const bool ours = status.st_uid == ::getuid() || status.st_uid == 0;
-    return ours && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    const bool othersWrite = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    const bool sticky = (status.st_mode & S_ISVTX) != 0;
+    return S_ISDIR(status.st_mode) && ours && (!othersWrite || sticky);
 }
 
 bool isSuitableBase(const std::string& base) {
@@ -95,7 +94,8 @@ bool writeFile(int folder, const ScratchFile& file) {
     const mode_t mode = file.executable ? 0700 : 0600;
     const Descriptor output(
         ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    return output && writeAll(output.number(), file.bytes);
+    // The umask can only have taken rights away.
+    return output && ::fchmod(output.number(), mode) == 0 && writeAll(output.number(), file.bytes);
 }
 
 bool fill(const std::string& folder, std::span<const ScratchFile> files) {
@@ -132,7 +132,7 @@ std::optional<std::string> makeScratchFolder(std::span<const std::string> bases,
         std::string folder = base + '/' + std::string(namePrefix) + "XXXXXX";
         if (::mkdtemp(folder.data()) == nullptr)
             continue;
-        if (fill(folder, files))
+        if (::chmod(folder.c_str(), 0700) == 0 && fill(folder, files))
             return folder;
         removeScratchFolder(folder);
     }

@@ -75,5 +75,13 @@
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Nach oben bewegen</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Nach unten bewegen</translation>
+    </message>
 </context>
 </TS>

@@ -75,5 +75,13 @@
         <source>Actions</source>
         <translation>Acciones</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Mover hacia arriba</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Mover hacia abajo</translation>
+    </message>
 </context>
 </TS>

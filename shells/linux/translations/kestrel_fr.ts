@@ -75,5 +75,13 @@
         <source>Actions</source>
         <translation>Actions</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Déplacer vers le haut</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Déplacer vers le bas</translation>
+    </message>
 </context>
 </TS>

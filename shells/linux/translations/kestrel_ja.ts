@@ -75,5 +75,13 @@
         <source>Actions</source>
         <translation>アクション</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>上へ移動</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>下へ移動</translation>
+    </message>
 </context>
 </TS>

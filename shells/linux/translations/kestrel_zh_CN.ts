@@ -75,5 +75,13 @@
         <source>Actions</source>
         <translation>操作</translation>
     </message>
+    <message>
+        <source>Move Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>下移</translation>
+    </message>
 </context>
 </TS>

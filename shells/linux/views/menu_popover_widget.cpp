@@ -93,7 +93,6 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
           haveItemsChanged_ = true;
           scheduleUpdate();
       })) {
-    setFocusProxy(&list_);
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
     // Later, so that the button has finished with its click before the popover goes.
@@ -117,10 +116,15 @@ void MenuPopoverWidget::connectList() {
             [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
     connect(&list_, &RowList::pointerLeft, this,
             [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
-    connect(&list_, &RowList::stepRequested, this,
-            [this](RowList::Step step) { view_->moveHighlight(stepFor(step)); });
-    connect(&list_, &RowList::typed, this,
-            [this](const QString& text) { view_->typed(text.toStdString()); });
+    // At once: the next key may be here already, and it is about the row that this one leads to.
+    connect(&list_, &RowList::stepRequested, this, [this](RowList::Step step) {
+        view_->moveHighlight(stepFor(step));
+        updateNow();
+    });
+    connect(&list_, &RowList::typed, this, [this](const QString& text) {
+        view_->typed(text.toStdString());
+        updateNow();
+    });
 }
 
 // The signal comes before the change: the new state can be read from the next turn on.
@@ -134,11 +138,24 @@ void MenuPopoverWidget::updateNow() {
     isUpdateScheduled_ = false;
     if (std::exchange(haveItemsChanged_, false)) {
         list_.reload();
-        list_.setVisible(!view_->items().empty());
-        emptyState_->setVisible(view_->items().empty());
+        showListOrEmptyState();
     }
     const auto highlighted = view_->hoveredRow();
     list_.setCurrentRow(highlighted ? static_cast<int>(*highlighted) : -1);
+}
+
+// The keys go to the list; where there is none, to the button that leads to one.
+void MenuPopoverWidget::showListOrEmptyState() {
+    const bool empty = view_->items().empty();
+    QWidget* const before = focusProxy();
+    QWidget* const now = empty ? static_cast<QWidget*>(&settings_) : &list_;
+    const bool hadFocus = before != nullptr && before->hasFocus();
+    setFocusProxy(now);
+    list_.setVisible(!empty);
+    emptyState_->setVisible(empty);
+    if (hadFocus && before != now) {
+        now->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void MenuPopoverWidget::layOut() {

@@ -49,6 +49,7 @@ class MenuPopoverWidget final : public QWidget {
     void connectList();
     void scheduleUpdate();
     void updateNow();
+    void showListOrEmptyState();
     void layOut();
 
     std::unique_ptr<MenuPopoverView> view_;

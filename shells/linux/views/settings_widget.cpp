@@ -102,17 +102,29 @@ void SettingsWidget::connectList() {
     connect(list_, &RowList::activated, this, [this](int row) {
         view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
     });
-    connect(list_, &RowList::typed, this,
-            [this](const QString& text) { view_->typed(text.toStdString()); });
     connect(list_, &RowList::moveRequested, this, [this](int row, int destination) {
         view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
+    });
+    connectKeys();
+    connect(list_, &RowList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
+}
+
+// Each is drawn at once: the next key may be here already, and it is about the row that this one
+// leads to.
+void SettingsWidget::connectKeys() {
+    connect(list_, &RowList::typed, this, [this](const QString& text) {
+        view_->typed(text.toStdString());
+        redraw();
     });
     connect(list_, &RowList::moveCurrentRequested, this, [this](RowList::Direction direction) {
         view_->moveSelectedRow(direction == RowList::Direction::up ? SettingsView::Direction::up
                                                                    : SettingsView::Direction::down);
+        redraw();
     });
-    connect(list_, &RowList::deleteCurrentRequested, this, [this] { view_->deleteSelectedRow(); });
-    connect(list_, &RowList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
+    connect(list_, &RowList::deleteCurrentRequested, this, [this] {
+        view_->deleteSelectedRow();
+        redraw();
+    });
 }
 
 std::optional<Uuid> SettingsWidget::idAt(int row) const {

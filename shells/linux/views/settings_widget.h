@@ -51,6 +51,7 @@ class SettingsWidget : public QWidget {
     QWidget* makeToolbar();
     QWidget* makePlaceholder();
     void connectList();
+    void connectKeys();
     std::optional<Uuid> idAt(int row) const;
     int selectedRow() const;
     void showContextMenu(int row, QPoint globalPosition);

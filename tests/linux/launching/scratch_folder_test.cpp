@@ -40,7 +40,7 @@ class ScratchFolderTest : public testing::Test {
 };
 
 TEST_F(ScratchFolderTest, IsPrivateAndHoldsTheFilesWhateverTheUmask) {
-    for (const mode_t mask : {0000U, 0077U}) {
+    for (const mode_t mask : {0000U, 0077U, 0177U, 0777U}) {
         const mode_t umask = ::umask(mask);
         const std::string made = make();
         ::umask(umask);
@@ -83,6 +83,19 @@ TEST_F(ScratchFolderTest, UnsuitableBasesArePassedOver) {
     const auto made = makeScratchFolder(withGood, someFiles);
     ASSERT_TRUE(made);
     EXPECT_TRUE(made->starts_with(sticky.string()));
+}
+
+TEST_F(ScratchFolderTest, AFolderOfAnotherUserIsPassedOverAlsoWhenItIsSticky) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give folders to others";
+    for (const auto mode : {0755, 01755, 01777}) {
+        const fs::path base = folder.path() / std::to_string(mode);
+        fs::create_directory(base);
+        fs::permissions(base, fs::perms(mode));
+        ASSERT_EQ(::chown(base.c_str(), 65534, 65534), 0);
+        EXPECT_EQ(makeScratchFolder(std::vector{base.string()}, someFiles), std::nullopt) << mode;
+        EXPECT_TRUE(fs::is_empty(base)) << mode;
+    }
 }
 
 TEST_F(ScratchFolderTest, AFileThatCannotBeWrittenLeavesNothingBehind) {

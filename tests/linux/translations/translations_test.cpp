@@ -23,11 +23,26 @@ std::set<std::string> localizableTexts() {
     namespace placeholder = settings_style::empty_placeholder;
     namespace accessible = linux_shell::accessible_texts;
     std::set<std::string> texts;
-    for (const style::Text& text :
-         {placeholder::title, placeholder::hint, placeholder::button, row::editAction,
-          row::deleteAction, form::addHeader, form::editHeader, form::titleLabel, form::typeLabel,
-          form::appRow.label, form::fileRow.label, form::commandRow.label, form::browse,
-          form::cancel, form::add, form::save, accessible::itemList, accessible::rowActions}) {
+    for (const style::Text& text : {placeholder::title,
+                                    placeholder::hint,
+                                    placeholder::button,
+                                    row::editAction,
+                                    row::deleteAction,
+                                    form::addHeader,
+                                    form::editHeader,
+                                    form::titleLabel,
+                                    form::typeLabel,
+                                    form::appRow.label,
+                                    form::fileRow.label,
+                                    form::commandRow.label,
+                                    form::browse,
+                                    form::cancel,
+                                    form::add,
+                                    form::save,
+                                    accessible::itemList,
+                                    accessible::rowActions,
+                                    accessible::moveRowUp,
+                                    accessible::moveRowDown}) {
         EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
         texts.emplace(text.english);
     }

@@ -163,6 +163,32 @@ TEST_F(ItemRowWidgetTest, TheMenusEditOpensTheSheetForTheRow) {
     EXPECT_EQ(widget->form()->view().title(), "Third");
 }
 
+TEST_F(ItemRowWidgetTest, TheMenuClosesWhenAssistiveTechnologyChoosesFromIt) {
+    for (const int choice : {0, 2}) {
+        QMenu& menu = *row(0).actionsButton().menu();
+        row(0).popUpMenu(QPoint(400, 400));
+        turnEventLoop();
+        ASSERT_TRUE(menu.isVisible());
+        menuOf(0)[choice]->trigger();
+        EXPECT_FALSE(menu.isVisible());
+        turnEventLoop();
+    }
+}
+
+TEST_F(ItemRowWidgetTest, TheMenuStaysClosedBehindTheForm) {
+    view().addClicked();
+    turnEventLoop();
+    QAccessibleInterface* const button =
+        QAccessible::queryAccessibleInterface(&row(0).actionsButton());
+    ASSERT_NE(button, nullptr);
+    QAccessibleActionInterface* const actions = button->actionInterface();
+    ASSERT_NE(actions, nullptr);
+    ASSERT_TRUE(actions->actionNames().isEmpty());
+    actions->doAction(QAccessibleActionInterface::showMenuAction());
+    turnEventLoop();
+    EXPECT_FALSE(row(0).actionsButton().menu()->isVisible());
+}
+
 TEST_F(ItemRowWidgetTest, TheActionsButtonIsANamedMenuButton) {
     EXPECT_EQ(accessibleName(row(0).actionsButton()), QStringLiteral("Actions"));
     EXPECT_EQ(accessibleRole(row(0).actionsButton()), QAccessible::ButtonMenu);

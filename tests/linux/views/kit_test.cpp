@@ -197,6 +197,17 @@ TEST(TextLabelTest, WrapsAtItsMaximumWidth) {
     EXPECT_GE(label.sizeHint().height(), oneLine.height() * 2 - 2);
 }
 
+TEST(WrappedTextTest, NeedsALineForEverySortOfLineBreak) {
+    const QFont font = fontFor(style::body);
+    const int line = wrappedHeight(QStringLiteral("one"), font, 400);
+    for (const QChar separator :
+         {QChar(u'\n'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)}) {
+        const QString text = QStringLiteral("one%1two%1three").arg(separator);
+        EXPECT_GE(wrappedHeight(text, font, 400), 3 * line)
+            << static_cast<int>(separator.unicode());
+    }
+}
+
 TEST(WrappedTextTest, NeedsALineForEachLineBreakAndBreaksLongWords) {
     const QFont font = fontFor(style::body);
     const int line = wrappedHeight(QStringLiteral("one"), font, 400);

@@ -83,6 +83,22 @@ class RowListTest : public testing::Test {
         return *list;
     }
 
+    /// What a screen reader can ask of a row.
+    QStringList actionsOf(int row) const {
+        QAccessibleActionInterface* const actions = actionInterfaceOf(row);
+        return actions == nullptr ? QStringList() : actions->actionNames();
+    }
+    void doAction(int row, const QString& action) const {
+        QAccessibleActionInterface* const actions = actionInterfaceOf(row);
+        ASSERT_NE(actions, nullptr) << row;
+        actions->doAction(action);
+    }
+    QAccessibleActionInterface* actionInterfaceOf(int row) const {
+        QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(list.get());
+        QAccessibleInterface* const child = interface == nullptr ? nullptr : interface->child(row);
+        return child == nullptr ? nullptr : child->actionInterface();
+    }
+
     /// The middle of a row that is in sight, in the viewport.
     QPoint middleOf(int row) const { return list->rowRect(row).center(); }
 
@@ -405,6 +421,55 @@ TEST_F(RowListTest, APressByAScreenReaderActivatesARowOutOfSight) {
     EXPECT_TRUE(row->state().offscreen);
     row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_THAT(log.take(), ElementsAre("activated", "70"));
+}
+
+TEST_F(RowListTest, AScreenReaderMovesARowInSightAndOutOfSight) {
+    makeList(100, RowList::Kind::selection);
+    const QString up = QStringLiteral("MoveUp");
+    const QString down = QStringLiteral("MoveDown");
+    for (const int row : {0, 1, 70, 99}) {
+        EXPECT_TRUE(actionsOf(row).contains(up)) << row;
+        EXPECT_TRUE(actionsOf(row).contains(down)) << row;
+        doAction(row, up);
+        doAction(row, down);
+    }
+    EXPECT_THAT(log.take(),
+                ElementsAre("move", "0", "2", "move", "1", "0", "move", "1", "3", "move", "70",
+                            "69", "move", "70", "72", "move", "99", "98"));
+}
+
+TEST_F(RowListTest, TheMovesHaveANameAndTellTheirKeys) {
+    makeList(100, RowList::Kind::selection);
+    for (const int row : {0, 70}) {
+        QAccessibleActionInterface* const actions = actionInterfaceOf(row);
+        ASSERT_NE(actions, nullptr) << row;
+        const QString up = QStringLiteral("MoveUp");
+        const QString down = QStringLiteral("MoveDown");
+        EXPECT_EQ(actions->localizedActionName(up), QStringLiteral("Move Up"));
+        EXPECT_EQ(actions->localizedActionName(down), QStringLiteral("Move Down"));
+        EXPECT_EQ(actions->keyBindingsForAction(up), QStringList(QStringLiteral("Alt+Up")));
+        EXPECT_EQ(actions->keyBindingsForAction(down), QStringList(QStringLiteral("Alt+Down")));
+    }
+}
+
+TEST_F(RowListTest, AScreenReaderMovesNothingInAMenu) {
+    makeList(3, RowList::Kind::menu);
+    EXPECT_FALSE(actionsOf(1).contains(QStringLiteral("MoveUp")));
+    doAction(1, QStringLiteral("MoveUp"));
+    EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST_F(RowListTest, RowsOfADisabledListReactToNoScreenReader) {
+    makeList(100, RowList::Kind::selection);
+    list->setEnabled(false);
+    for (const int row : {1, 70}) {
+        EXPECT_THAT(actionsOf(row), IsEmpty());
+        for (const char* action : {"Press", "ShowMenu", "MoveUp", "MoveDown"}) {
+            doAction(row, QString::fromLatin1(action));
+        }
+    }
+    EXPECT_THAT(log.take(), IsEmpty());
+    EXPECT_EQ(list->currentRow(), -1);
 }
 
 TEST_F(RowListTest, TheCurrentRowHasTheFocusInTheTree) {

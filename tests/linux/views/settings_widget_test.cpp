@@ -261,5 +261,28 @@ TEST_F(SettingsWidgetTest, TheListIsNamedAndItsRowsAreNamedByTheirItems) {
               QStringLiteral("Inline Command, ls"));
 }
 
+TEST_F(SettingsWidgetTest, KeysThatComeAtOnceMeanWhatTheyMeanOneByOne) {
+    clickRow(0);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down, Qt::AltModifier);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(view().selectedID(), second.id);
+    keyClick(*QApplication::focusWidget(), Qt::Key_T, Qt::NoModifier, QStringLiteral("t"));
+    keyClick(*QApplication::focusWidget(), Qt::Key_Up, Qt::AltModifier);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    turnEventLoop();
+    EXPECT_THAT(titles(manager.items), ElementsAre("Second", "Third", "First"));
+    ASSERT_NE(widget->form(), nullptr);
+    EXPECT_EQ(widget->form()->view().title(), "Third");
+}
+
+TEST_F(SettingsWidgetTest, AKeyRightAfterADeletionFindsNoRow) {
+    clickRow(0);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Delete);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    turnEventLoop();
+    EXPECT_THAT(titles(manager.items), ElementsAre("Second", "Third"));
+    EXPECT_EQ(widget->form(), nullptr);
+}
+
 } // namespace
 } // namespace kestrel::linux_shell

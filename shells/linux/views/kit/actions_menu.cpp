@@ -11,6 +11,11 @@ namespace {
 constexpr const char* destructiveProperty = "kestrelDestructive";
 }
 
+// Assistive technology triggers an action without the click that closes the menu.
+ActionsMenu::ActionsMenu(QWidget* parent) : QMenu(parent) {
+    connect(this, &QMenu::triggered, this, &QWidget::hide);
+}
+
 QAction* ActionsMenu::addDestructiveAction(const QString& title) {
     QAction* action = addAction(title);
     action->setProperty(destructiveProperty, true);

@@ -9,7 +9,7 @@ class ActionsMenu : public QMenu {
     Q_OBJECT
 
   public:
-    using QMenu::QMenu;
+    explicit ActionsMenu(QWidget* parent);
 
     QAction* addDestructiveAction(const QString& title);
 

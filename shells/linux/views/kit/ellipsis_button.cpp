@@ -29,12 +29,15 @@ class AccessibleEllipsisButton : public QAccessibleWidget {
         return button == nullptr ? nullptr : new AccessibleEllipsisButton(*button);
     }
 
-    QStringList actionNames() const override { return {showMenuAction(), setFocusAction()}; }
+    QStringList actionNames() const override {
+        return widget()->isEnabled() ? QStringList{showMenuAction(), setFocusAction()}
+                                     : QStringList();
+    }
 
     void doAction(const QString& name) override {
-        if (name == showMenuAction()) {
+        if (name == showMenuAction() && widget()->isEnabled()) {
             QMetaObject::invokeMethod(widget(), "showMenu", Qt::QueuedConnection);
-        } else {
+        } else if (name != showMenuAction()) {
             QAccessibleWidget::doAction(name);
         }
     }

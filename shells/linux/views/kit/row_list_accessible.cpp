@@ -1,9 +1,12 @@
 #include "shells/linux/views/kit/row_list_accessible.h"
 
+#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/row_list.h"
+#include "shells/linux/views/kit/style_bridge.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QKeySequence>
 #include <QPointer>
 
 #include <unordered_map>
@@ -24,16 +27,35 @@ QAccessible::State stateOf(const RowList& list, int row) {
     return state;
 }
 
+const QString moveUpAction = QStringLiteral("MoveUp");
+const QString moveDownAction = QStringLiteral("MoveDown");
+
 QStringList rowActions(const RowList& list) {
+    if (!list.isEnabled()) {
+        return {};
+    }
     QStringList actions{QAccessibleActionInterface::pressAction(),
                         QAccessibleActionInterface::setFocusAction()};
     if (list.options().kind == RowList::Kind::selection) {
-        actions << QAccessibleActionInterface::showMenuAction();
+        actions << QAccessibleActionInterface::showMenuAction() << moveUpAction << moveDownAction;
     }
     return actions;
 }
 
+/// A dragging hand's way to reorder is closed to a screen reader, and its keys may not be free.
+void moveRow(RowList& list, int row, const QString& action) {
+    const int last = list.source().count() - 1;
+    if (action == moveUpAction && row > 0) {
+        Q_EMIT list.moveRequested(row, row - 1);
+    } else if (action == moveDownAction && row < last) {
+        Q_EMIT list.moveRequested(row, row + 2);
+    }
+}
+
 void doRowAction(RowList& list, int row, const QString& action) {
+    if (!rowActions(list).contains(action)) {
+        return;
+    }
     list.ensureVisible(row);
     if (action == QAccessibleActionInterface::pressAction()) {
         list.pressRow(row);
@@ -43,7 +65,25 @@ void doRowAction(RowList& list, int row, const QString& action) {
     } else if (action == QAccessibleActionInterface::showMenuAction()) {
         const QPoint center = list.rowRect(row).center();
         Q_EMIT list.contextMenuRequested(row, list.viewport()->mapToGlobal(center));
+    } else {
+        moveRow(list, row, action);
     }
+}
+
+/// What the framework has no name of its own for; empty for the rest.
+QString nameOfRowAction(const QString& action) {
+    if (action == moveUpAction) {
+        return textFor(accessible_texts::moveRowUp);
+    }
+    return action == moveDownAction ? textFor(accessible_texts::moveRowDown) : QString();
+}
+
+QStringList keysOfRowAction(const QString& action) {
+    if (action == moveUpAction) {
+        return {QKeySequence(Qt::ALT | Qt::Key_Up).toString()};
+    }
+    return action == moveDownAction ? QStringList{QKeySequence(Qt::ALT | Qt::Key_Down).toString()}
+                                    : QStringList();
 }
 
 RowList* listOf(const ListRow& row) {
@@ -78,6 +118,15 @@ class RowInterface : public QAccessibleWidget {
         if (row_.row() >= 0) {
             doRowAction(list_, row_.row(), action);
         }
+    }
+
+    QString localizedActionName(const QString& action) const override {
+        const QString name = nameOfRowAction(action);
+        return name.isEmpty() ? QAccessibleWidget::localizedActionName(action) : name;
+    }
+
+    QStringList keyBindingsForAction(const QString& action) const override {
+        return keysOfRowAction(action);
     }
 
   private:
@@ -153,7 +202,14 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
         }
     }
 
-    QStringList keyBindingsForAction(const QString& /*action*/) const override { return {}; }
+    QString localizedActionName(const QString& action) const override {
+        const QString name = nameOfRowAction(action);
+        return name.isEmpty() ? QAccessibleActionInterface::localizedActionName(action) : name;
+    }
+
+    QStringList keyBindingsForAction(const QString& action) const override {
+        return keysOfRowAction(action);
+    }
 
   private:
     /// Null once the list or the row is gone.

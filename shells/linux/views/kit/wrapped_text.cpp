@@ -26,20 +26,23 @@ double layOut(QTextLayout& layout, int width) {
     return y;
 }
 
+/// The layout breaks lines at one character only.
 QString withLineSeparators(QString text) {
-    return text.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
+    text.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
+    return text.replace(QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator));
 }
 
 } // namespace
 
 int wrappedHeight(const QString& text, const QFont& font, int width) {
     const QFontMetrics metrics(font);
+    const QString lines = withLineSeparators(text);
     const bool oneLine =
-        !text.contains(QLatin1Char('\n')) && metrics.horizontalAdvance(text) <= width;
+        !lines.contains(QChar(QChar::LineSeparator)) && metrics.horizontalAdvance(lines) <= width;
     if (oneLine) {
         return metrics.height();
     }
-    QTextLayout layout(withLineSeparators(text), font);
+    QTextLayout layout(lines, font);
     return static_cast<int>(std::ceil(layOut(layout, width)));
 }
 

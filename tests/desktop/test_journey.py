@@ -1,0 +1,56 @@
+"""The whole journey (journey.py) in each way of working, and in another language."""
+import os
+import xml.etree.ElementTree
+
+from accessible_hands import AccessibleHands
+from hands import PointerHands
+from journey import Journey
+from keyboard_hands import KeyboardHands
+
+
+TRANSLATIONS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "shells",
+                            "linux", "translations")
+
+
+def translations(language):
+    """The program's texts in a language, by the English ones."""
+    tree = xml.etree.ElementTree.parse(os.path.join(TRANSLATIONS, f"kestrel_{language}.ts"))
+    return {message.find("source").text: message.find("translation").text
+            for message in tree.iter("message")}
+
+
+class PointerJourney(Journey):
+    hands_class = PointerHands
+
+    def test_journey_by_pointer_from_first_start_to_restart(self):
+        self.start_desktop(panel="fake", panel_options=("--bar=dock",))
+        self.travel()
+
+
+class KeyboardJourney(Journey):
+    hands_class = KeyboardHands
+    has_cloud = True
+
+    def test_journey_by_keyboard_alone_from_first_start_to_restart(self):
+        self.start_desktop(panel="fake")
+        self.travel()
+
+
+class AccessibleJourney(Journey):
+    hands_class = AccessibleHands
+    has_cloud = True
+
+    def test_journey_through_the_accessible_tree_alone_from_first_start_to_restart(self):
+        self.start_desktop(panel="fake")
+        self.travel()
+
+
+class GermanJourney(Journey):
+    hands_class = AccessibleHands
+    words = translations("de")
+    environment = {"LANG": "de_DE.UTF-8"}
+
+    def test_journey_in_german_shows_german_texts_and_stores_the_same_list(self):
+        self.assertEqual(self.words["Cancel"], "Abbrechen")
+        self.start_desktop(panel="fake")
+        self.travel()

@@ -1,0 +1,97 @@
+#include "shells/linux/views/menu_popover_widget.h"
+
+#include "tests/linux/views/widget_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace kestrel::linux_shell {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
+  protected:
+    int settingsAsked = 0;
+    std::unique_ptr<MenuPopoverWidget> widget;
+
+    void show() {
+        widget = std::make_unique<MenuPopoverWidget>(
+            std::make_unique<MenuPopoverView>(
+                manager, mainQueue, clock,
+                MenuPopoverView::Callbacks{
+                    .onOpenSettings = [this] { ++settingsAsked; }, .onQuit = {}, .onClose = {}}),
+            [](const std::string&) { return QIcon(); });
+        widget->resize(240, 181);
+        widget->move(300, 300); // away from where the pointer rests
+        widget->show();
+        widget->activateWindow();
+        widget->setFocus(Qt::PopupFocusReason);
+        turnEventLoop();
+    }
+
+    void key(int key) {
+        sendWindowKey(*widget, key);
+        turnEventLoop();
+    }
+
+    QString focusedName() {
+        QWidget* const focused = QApplication::focusWidget();
+        return focused == nullptr ? QString() : accessibleName(*focused);
+    }
+
+    void setItems(std::vector<LauncherItem> items) {
+        manager.items.assign(std::move(items));
+        turnEventLoop();
+    }
+};
+
+TEST_F(MenuPopoverWidgetTest, TheListHasTheKeysAndTabGoesOnToTheFooter) {
+    show();
+    EXPECT_EQ(focusedName(), QStringLiteral("Items"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Quit"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Items"));
+}
+
+TEST_F(MenuPopoverWidgetTest, KeysThatComeAtOnceMeanWhatTheyMeanOneByOne) {
+    show();
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Down);
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("/apps/three")));
+    keyClick(*QApplication::focusWidget(), Qt::Key_S, Qt::NoModifier, QStringLiteral("s"));
+    keyClick(*QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("ls")));
+}
+
+TEST_F(MenuPopoverWidgetTest, WithoutItemsTheKeysReachTheFooterAllTheSame) {
+    setItems({});
+    show();
+    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Quit"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
+    key(Qt::Key_Space);
+    EXPECT_EQ(settingsAsked, 1);
+}
+
+TEST_F(MenuPopoverWidgetTest, TheKeysFollowWhenTheListComesAndGoes) {
+    setItems({});
+    show();
+    setItems({first, second});
+    EXPECT_EQ(focusedName(), QStringLiteral("Items"));
+    setItems({});
+    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
+    key(Qt::Key_Tab);
+    setItems({first});
+    EXPECT_EQ(focusedName(), QStringLiteral("Quit"));
+}
+
+} // namespace
+} // namespace kestrel::linux_shell
