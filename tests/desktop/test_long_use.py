@@ -20,7 +20,7 @@ WINDOWS = OPENINGS // 10
 ROUNDS = 20
 # What the second half of the day may add to the memory: the heap's own unrest. A window of settings
 # or an opening that left anything behind would show as far more.
-ALLOWED_KIB = 1024
+ALLOWED_KIB = 512
 ENTRY = "[Desktop Entry]\nType=Application\nName={0}\nExec=/bin/true\nIcon={1}\n"
 PICTURE = '<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><circle r="30"/></svg>'
 
