@@ -3,6 +3,7 @@
 One connection to the X server, by ctypes: the tools that Desktop runs take some 10 ms each.
 """
 import ctypes
+import time
 
 from processes import wait_for
 
@@ -54,11 +55,22 @@ class QuickHands:
         self._test.XTestFakeMotionEvent(self._display, -1, int(x), int(y), _number(0))
         self._sync()
 
+    def _button(self, down):
+        self._test.XTestFakeButtonEvent(self._display, 1, down, _number(0))
+        self._sync()
+
     def click(self, x, y):
         self.move(x, y)
-        for down in (1, 0):
-            self._test.XTestFakeButtonEvent(self._display, 1, down, _number(0))
-            self._sync()
+        self._button(1)
+        self._button(0)
+
+    def drag(self, start, end, steps):
+        self.move(*start)
+        self._button(1)
+        for step in range(1, steps + 1):
+            self.move(*(a + (b - a) * step / steps for a, b in zip(start, end)))
+            time.sleep(0.01)
+        self._button(0)
 
     def key(self, *names):
         """Presses keys together: key("Alt_L", "F4")."""
