@@ -10,6 +10,7 @@ would have waited. Prints each figure with its goal; the exit status says whethe
 met. Needs /usr/bin/python3.
 """
 import contextlib
+import json
 import os
 import pathlib
 import statistics
@@ -227,6 +228,16 @@ class Load:
         self.settle()
         self.measure("settings, row moved and saved, with a cloud", keys("Home", "Alt_L+Down"))
         close_window()
+        self.check_saved(with_cloud)
+
+    def check_saved(self, cloud):
+        """That all of it was really done: a title per turn longer, a row per turn less."""
+        data = pathlib.Path(cloud, "launcherItems").read_bytes()
+        stored = json.loads(data)
+        if (pathlib.Path(cloud).parent.joinpath("launcherItems").read_bytes() != data
+                or len(stored) != MANY - TURNS
+                or not any(row["title"].endswith("x" * TURNS) for row in stored)):
+            raise AssertionError("what was measured did not save what it was meant to")
 
     def outside_acts(self):
         lists = [encoded(self.rows[1:] + self.rows[:1]), encoded(self.rows)]
