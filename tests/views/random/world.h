@@ -66,7 +66,7 @@ class World {
     void allTurns(const Operation& operation);
     void restart(const Operation& operation);
 
-    // The settings window and its sheets (world_settings.cpp).
+    // The settings window (world_settings.cpp).
     void openWindow(const Operation& operation);
     void closeWindow(const Operation& operation);
     void selectRow(const Operation& operation);
@@ -82,6 +82,8 @@ class World {
     void moveRows(const Operation& operation);
     void key(const Operation& operation);
     void typeInSettings(const Operation& operation);
+
+    // Its sheets (world_form.cpp).
     void presentSheet(const Operation& operation);
     void setField(const Operation& operation);
     void browse(const Operation& operation);

@@ -1,4 +1,4 @@
-// The half of World that works on the popover.
+// The part of World that works on the popover.
 
 #include "tests/views/random/world.h"
 

@@ -1,4 +1,4 @@
-// The half of World that works on the store and on what is outside of the program.
+// The part of World that works on the store and on what is outside of the program.
 
 #include "tests/views/random/world.h"
 
