@@ -121,6 +121,8 @@ std::size_t hash(std::string_view text) {
 }
 
 bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
+    if (prefix.empty())
+        return true;
     if (isAscii(text) && isAscii(prefix)) {
         const auto lower = [](char c) {
             return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

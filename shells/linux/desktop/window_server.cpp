@@ -4,7 +4,6 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QScreen>
 
 #include <cmath>
@@ -34,7 +33,7 @@ Qt::WindowFlags flagsFor(WindowStyleMask mask) {
     return flags;
 }
 
-/// The program's icon, as installed or as it comes with the program. Looked up for the one window
+/// The program's icon, as installed or as it comes with the program. Looked up for the first window
 /// that shows it: at start-up it would be the dearest step of all.
 QIcon applicationIcon() {
     return QIcon::fromTheme(QStringLiteral("app.kestrel.Kestrel"),
@@ -43,9 +42,10 @@ QIcon applicationIcon() {
 
 } // namespace
 
-SettingsWindowShell::SettingsWindowShell(Rect contentRect, WindowStyleMask styleMask)
+SettingsWindowShell::SettingsWindowShell(Rect contentRect, WindowStyleMask styleMask,
+                                         const QIcon& icon)
     : frame_(new WindowFrame(*this, flagsFor(styleMask))) {
-    frame_->setWindowIcon(applicationIcon());
+    frame_->setWindowIcon(icon);
     const QSize size(static_cast<int>(std::lround(contentRect.width)),
                      static_cast<int>(std::lround(contentRect.height)));
     if (has(styleMask, WindowStyleMask::resizable)) {
@@ -102,7 +102,10 @@ void SettingsWindowShell::willClose() {
 std::unique_ptr<Window> QtWindowServer::makeWindow(Rect contentRect, WindowStyleMask styleMask,
                                                    BackingStore backing, WindowCreation creation) {
     Q_UNUSED(backing)
-    auto window = std::make_unique<SettingsWindowShell>(contentRect, styleMask);
+    if (icon_.isNull()) {
+        icon_ = applicationIcon();
+    }
+    auto window = std::make_unique<SettingsWindowShell>(contentRect, styleMask, icon_);
     if (creation == WindowCreation::immediate) {
         window->widget()->winId();
     }

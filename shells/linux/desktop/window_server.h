@@ -4,6 +4,7 @@
 #include "platform/window.h"
 #include "shells/linux/desktop/widget_controller.h"
 
+#include <QIcon>
 #include <QWidget>
 
 #include <memory>
@@ -15,7 +16,7 @@ class WindowFrame;
 /// Main thread only.
 class SettingsWindowShell final : public Window {
   public:
-    SettingsWindowShell(Rect contentRect, WindowStyleMask styleMask);
+    SettingsWindowShell(Rect contentRect, WindowStyleMask styleMask, const QIcon& icon);
     ~SettingsWindowShell() override;
     SettingsWindowShell(const SettingsWindowShell&) = delete;
     SettingsWindowShell& operator=(const SettingsWindowShell&) = delete;
@@ -48,6 +49,10 @@ class QtWindowServer final : public WindowServer {
   public:
     std::unique_ptr<Window> makeWindow(Rect contentRect, WindowStyleMask styleMask,
                                        BackingStore backing, WindowCreation creation) override;
+
+  private:
+    /// Kept, because the pictures of each new icon would stay in the toolkit's cache.
+    QIcon icon_;
 };
 
 } // namespace kestrel::linux_shell

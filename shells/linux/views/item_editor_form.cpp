@@ -78,7 +78,7 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
 
     connectFields();
     connectButtons();
-    willChange_ = view_->objectWillChange.subscribe([this] { scheduleRedraw(); });
+    willChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
     redraw();
 }
 
@@ -161,15 +161,7 @@ void ItemEditorForm::addShortcut(QKeyCombination keys, PushButton& button) {
 
 void ItemEditorForm::focusFirstField() { title_->setFocus(Qt::TabFocusReason); }
 
-// The signal fires before the change, so the state is read in the next turn of the event loop.
-void ItemEditorForm::scheduleRedraw() {
-    if (!std::exchange(redrawScheduled_, true)) {
-        QMetaObject::invokeMethod(this, &ItemEditorForm::redraw, Qt::QueuedConnection);
-    }
-}
-
 void ItemEditorForm::redraw() {
-    redrawScheduled_ = false;
     title_->show(toQString(view_->title()));
     type_->setCurrentIndex(
         static_cast<int>(std::ranges::find(allItemTypes, view_->type()) - allItemTypes.begin()));

@@ -1,6 +1,7 @@
 #pragma once
 // The form in which an item is added or edited, drawn from its AddEditItemView, which it owns.
 
+#include "shells/linux/views/kit/redraw_schedule.h"
 #include "store/will_change_signal.h"
 #include "views/settings/add_edit_item_view.h"
 
@@ -45,7 +46,6 @@ class ItemEditorForm : public QWidget {
     void connectFields();
     void connectButtons();
     void addShortcut(QKeyCombination keys, PushButton& button);
-    void scheduleRedraw();
     void redraw();
     void redrawTypeRow();
 
@@ -58,7 +58,7 @@ class ItemEditorForm : public QWidget {
     PushButton* browse_ = nullptr;
     PushButton* cancel_ = nullptr;
     PushButton* confirm_ = nullptr;
-    bool redrawScheduled_ = false;
+    RedrawSchedule redraw_{[this] { redraw(); }};
     Subscription willChange_;
 };
 

@@ -88,10 +88,10 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
       divider_(this),
       settings_(popover::footer::settings, this),
       quit_(popover::footer::quit, this),
-      viewWillChange_(view_->objectWillChange.subscribe([this] { scheduleUpdate(); })),
+      viewWillChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })),
       itemsWillChange_(view_->manager().objectWillChange.subscribe([this] {
           haveItemsChanged_ = true;
-          scheduleUpdate();
+          redraw_.request();
       })) {
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
@@ -119,23 +119,15 @@ void MenuPopoverWidget::connectList() {
     // At once: the next key may be here already, and it is about the row that this one leads to.
     connect(&list_, &RowList::stepRequested, this, [this](RowList::Step step) {
         view_->moveHighlight(stepFor(step));
-        updateNow();
+        redraw_.catchUp();
     });
     connect(&list_, &RowList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
-        updateNow();
+        redraw_.catchUp();
     });
 }
 
-// The signal comes before the change: the new state can be read from the next turn on.
-void MenuPopoverWidget::scheduleUpdate() {
-    if (!std::exchange(isUpdateScheduled_, true)) {
-        QMetaObject::invokeMethod(this, &MenuPopoverWidget::updateNow, Qt::QueuedConnection);
-    }
-}
-
 void MenuPopoverWidget::updateNow() {
-    isUpdateScheduled_ = false;
     if (std::exchange(haveItemsChanged_, false)) {
         list_.reload();
         showListOrEmptyState();

@@ -5,6 +5,7 @@
 #include "shells/linux/views/footer_button.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/redraw_schedule.h"
 #include "shells/linux/views/kit/row_list.h"
 #include "views/popover/menu_popover_view.h"
 
@@ -47,7 +48,6 @@ class MenuPopoverWidget final : public QWidget {
     };
 
     void connectList();
-    void scheduleUpdate();
     void updateNow();
     void showListOrEmptyState();
     void layOut();
@@ -59,7 +59,7 @@ class MenuPopoverWidget final : public QWidget {
     Divider divider_;
     FooterButton settings_;
     FooterButton quit_;
-    bool isUpdateScheduled_ = false;
+    RedrawSchedule redraw_{[this] { updateNow(); }};
     bool haveItemsChanged_ = true;
     Subscription viewWillChange_;
     Subscription itemsWillChange_;

@@ -43,7 +43,7 @@ SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSourc
     column->addWidget(placeholder_, 1);
 
     connectList();
-    viewWillChange_ = view_->objectWillChange.subscribe([this] { scheduleRedraw(); });
+    viewWillChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
     itemsWillChange_ =
         view_->manager().objectWillChange.subscribe([this] { itemsChanged_ = true; });
     redraw();
@@ -100,7 +100,9 @@ QWidget* SettingsWidget::makePlaceholder() {
 void SettingsWidget::connectList() {
     connect(list_, &RowList::rowPicked, this, [this](int row) { view_->setSelectedID(idAt(row)); });
     connect(list_, &RowList::activated, this, [this](int row) {
-        view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
+        if (row < rows_->count()) {
+            view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
+        }
     });
     connect(list_, &RowList::moveRequested, this, [this](int row, int destination) {
         view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
@@ -114,16 +116,16 @@ void SettingsWidget::connectList() {
 void SettingsWidget::connectKeys() {
     connect(list_, &RowList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
-        redraw();
+        redraw_.catchUp();
     });
     connect(list_, &RowList::moveCurrentRequested, this, [this](RowList::Direction direction) {
         view_->moveSelectedRow(direction == RowList::Direction::up ? SettingsView::Direction::up
                                                                    : SettingsView::Direction::down);
-        redraw();
+        redraw_.catchUp();
     });
     connect(list_, &RowList::deleteCurrentRequested, this, [this] {
         view_->deleteSelectedRow();
-        redraw();
+        redraw_.catchUp();
     });
 }
 
@@ -146,15 +148,7 @@ void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
     }
 }
 
-// The signals fire before the change, so the state is read in the next turn of the event loop.
-void SettingsWidget::scheduleRedraw() {
-    if (!std::exchange(redrawScheduled_, true)) {
-        QMetaObject::invokeMethod(this, &SettingsWidget::redraw, Qt::QueuedConnection);
-    }
-}
-
 void SettingsWidget::redraw() {
-    redrawScheduled_ = false;
     redrawToolbar();
     redrawList();
     redrawSheet();

@@ -3,6 +3,7 @@
 // draws a SettingsView, which it owns, and hands every intent of the user to it.
 
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/redraw_schedule.h"
 #include "store/will_change_signal.h"
 #include "views/settings/settings_view.h"
 
@@ -55,7 +56,6 @@ class SettingsWidget : public QWidget {
     std::optional<Uuid> idAt(int row) const;
     int selectedRow() const;
     void showContextMenu(int row, QPoint globalPosition);
-    void scheduleRedraw();
     void redraw();
     void redrawToolbar();
     void redrawList();
@@ -74,7 +74,7 @@ class SettingsWidget : public QWidget {
     QWidget* placeholderButton_ = nullptr;
     QPointer<Sheet> sheet_;
     PresentedSheet presented_ = PresentedSheet::none;
-    bool redrawScheduled_ = false;
+    RedrawSchedule redraw_{[this] { redraw(); }};
     bool itemsChanged_ = true;
     Subscription viewWillChange_;
     Subscription itemsWillChange_;

@@ -70,4 +70,11 @@ void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, co
     QTest::simulateEvent(window, false, key, modifiers, text, false);
 }
 
+void queueWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers,
+                    const QString& text) {
+    QWindow* const window = widget.window()->windowHandle();
+    qt_handleKeyEvent(window, QEvent::KeyPress, key, modifiers, text, false);
+    qt_handleKeyEvent(window, QEvent::KeyRelease, key, modifiers, text, false);
+}
+
 } // namespace kestrel::linux_shell

@@ -52,4 +52,9 @@ void keyClick(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::No
 void sendWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                    const QString& text = {});
 
+/// The same in the queue of the window system: the events of several calls are delivered with the
+/// next turn of the event loop, one right after the other.
+void queueWindowKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                    const QString& text = {});
+
 } // namespace kestrel::linux_shell

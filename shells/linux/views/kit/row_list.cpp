@@ -69,13 +69,16 @@ void RowList::refresh() { layoutRows(Binding::anew); }
 
 // Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
 void RowList::layoutRows(Binding binding) {
-    const RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
+    RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
+    // The owner may not have told yet that rows have gone.
+    const int count = std::min(geometry_.count(), source_.count());
+    range.last = std::min(range.last, count - 1);
     const int dragged = drag_ == nullptr ? -1 : drag_->row();
     for (auto it = rows_.begin(); it != rows_.end();) {
         const auto [index, row] = *it;
         // The dragged row stays, because it is the widget that receives the pointer's moves.
         const bool needed = (index >= range.first && index <= range.last) || index == dragged;
-        if (!needed || index >= geometry_.count()) {
+        if (!needed || index >= count) {
             park(row);
             it = rows_.erase(it);
             continue;

@@ -102,8 +102,11 @@ class RowInterface : public QAccessibleWidget {
     }
 
     QString text(QAccessible::Text which) const override {
-        return which == QAccessible::Name && row_.row() >= 0 ? list_.source().titleOf(row_.row())
-                                                             : QAccessibleWidget::text(which);
+        // The list may not have heard yet that the row has gone.
+        const int row = row_.row();
+        return which == QAccessible::Name && row >= 0 && row < list_.source().count()
+                   ? list_.source().titleOf(row)
+                   : QAccessibleWidget::text(which);
     }
 
     QAccessible::State state() const override {
