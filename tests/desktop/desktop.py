@@ -259,8 +259,8 @@ class Desktop(Session):
     """A desktop on Xvfb.
 
     panel: None or a name for panels.start_panel, with its options and the screen's edge;
-    window_manager: None, "openbox" or "xfwm4"; session_bus: False for a session without one;
-    width, height: the screen's size in pixels.
+    window_manager: None, "openbox", "xfwm4" or "marco"; session_bus: False for a session without
+    one; width, height: the screen's size in pixels.
     """
 
     def __init__(self, panel=None, panel_options=(), edge="top", window_manager="openbox",

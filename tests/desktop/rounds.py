@@ -154,14 +154,30 @@ class PanelRounds(DesktopTest):
         self.move_bar("right")
         self.assert_toggles()
 
-    def assert_stays_on_its_screen(self, side="left"):
+    def assert_short_life(self):
+        """For a panel that speaks to the program as another does."""
+        self.prepare()
+        self.start_with_bar("top")
+        self.assert_toggles(LONG)
+        self.assert_keys_reach_it()
+        self.move_bar("bottom", "light")
+        self.assert_toggles()
+        self.assert_appears_in_a_late_bar("left")
+
+    def assert_stays_on_its_screen(self):
         """Wherever its bar is on two screens, along the edge where they meet too."""
         self.prepare()
         self.start_with_bar("top")
         self.assert_toggles()
         self.move_bar("bottom", monitor=1)
         self.assert_toggles()
-        self.move_bar(side, monitor=1)
-        self.assert_toggles()
+        self.move_bar("left", monitor=1)
         self.restart(scale=2)
+        self.assert_toggles()
+
+    def assert_stays_on_the_second_screen(self, side):
+        self.prepare()
+        self.start_with_bar("bottom", monitor=1)
+        self.assert_toggles()
+        self.move_bar(side, monitor=1)
         self.assert_toggles()

@@ -1,6 +1,7 @@
-"""The whole life of the status icon and the popover in real panels: each panel on one desktop, where
-it stands along every edge, light and dark, and is ended and started again."""
+"""The whole life of the status icon and the popover in real panels: each on one desktop, along
+every edge, light and dark, and ended and started again."""
 from bars import Bar
+from desktop import Desktop
 from rounds import PanelRounds
 from two_screens import TwoScreenDesktop
 
@@ -20,16 +21,20 @@ class PanelTest(PanelRounds):
     def kill_bar(self):
         self.desktop.kill_panel(self.panel)
 
-    def assert_whole_life_in(self, panel):
+    def start(self, panel, desktop=Desktop):
         self.panel = panel
-        self.start_desktop(window_manager=WINDOW_MANAGERS[panel])
+        self.desktop = self.enterContext(desktop(window_manager=WINDOW_MANAGERS[panel]))
+
+    def assert_whole_life_in(self, panel):
+        self.start(panel)
         self.assert_whole_life()
 
     def test_whole_life_in_tint2(self):
         self.assert_whole_life_in("tint2")
 
-    def test_whole_life_in_trayer(self):
-        self.assert_whole_life_in("trayer")
+    def test_short_life_in_trayer(self):
+        self.start("trayer")
+        self.assert_short_life()
 
     def test_whole_life_in_xfce4_panel(self):
         self.assert_whole_life_in("xfce4-panel")
@@ -51,21 +56,19 @@ class PanelTest(PanelRounds):
         self.find_icon()
         self.assertGreater(self.icon.contrast, unsure + 40)
 
-    def assert_stays_on_its_screen_in(self, panel, **options):
-        self.panel = panel
-        self.desktop = self.enterContext(TwoScreenDesktop(
-            window_manager=WINDOW_MANAGERS[panel]))
-        self.assert_stays_on_its_screen(**options)
-
     def test_stays_on_its_screen_in_tint2(self):
-        self.assert_stays_on_its_screen_in("tint2")
+        self.start("tint2", TwoScreenDesktop)
+        self.assert_stays_on_its_screen()
 
     def test_stays_on_its_screen_in_xfce4_panel(self):
-        self.assert_stays_on_its_screen_in("xfce4-panel")
+        self.start("xfce4-panel", TwoScreenDesktop)
+        self.assert_stays_on_its_screen()
 
     def test_stays_on_its_screen_in_lxqt_panel(self):
+        self.start("lxqt-panel", TwoScreenDesktop)
         # It takes no edge at which the screens meet.
-        self.assert_stays_on_its_screen_in("lxqt-panel", side="right")
+        self.assert_stays_on_the_second_screen("right")
 
     def test_stays_on_its_screen_in_mate_panel(self):
-        self.assert_stays_on_its_screen_in("mate-panel")
+        self.start("mate-panel", TwoScreenDesktop)
+        self.assert_stays_on_the_second_screen("left")

@@ -35,8 +35,8 @@ class WaybarTest(PanelRounds):
 
 
 class XWaylandTest(WaybarTest):
-    """Bars cover X11 windows, and nobody tells where they are: the popover stays clear of both edges
-    that a corner's icon may belong to."""
+    """Bars cover X11 windows, and nobody tells where they are: the popover stays clear of both
+    edges that a corner's icon may belong to."""
 
     slack = 32
 

@@ -1,5 +1,5 @@
-"""A desktop with two monitors side by side, the second smaller and set lower: Xorg without a graphics
-card, since the virtual server has one monitor only.
+"""A desktop with two monitors side by side, the second smaller and set lower: Xorg without a
+graphics card, since the virtual server has one monitor only.
 
 Its packages are xserver-xorg-video-dummy and x11-xserver-utils.
 """
@@ -70,11 +70,11 @@ class TwoScreenDesktop(Desktop):
 
     def picture(self):
         """The whole screen; between the monitors' edges there is nothing to see."""
-        xlib, xlibs_all_planes, z_pixmap = self._xlib.library, (1 << 64) - 1, 2
+        xlib, all_planes, z_pixmap = self._xlib.library, (1 << 64) - 1, 2
         width, height = self.bounds[2:]
         with self._xlib.connection() as connection:
             root = xlib.XDefaultRootWindow(connection)
-            pointer = xlib.XGetImage(connection, root, 0, 0, width, height, xlibs_all_planes,
+            pointer = xlib.XGetImage(connection, root, 0, 0, width, height, all_planes,
                                      z_pixmap)
             image = _XImage.from_address(pointer)
             rows = ctypes.string_at(image.data, image.bytes_per_line * height)
