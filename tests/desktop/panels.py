@@ -1,7 +1,6 @@
 """The panels that a status icon may meet, each with a set-up of its own: a bar 30 pixels high along
 one edge, the status icons at its end, and nothing else on it."""
 import os
-import signal
 import sys
 
 from processes import wait_for
@@ -124,21 +123,20 @@ def _trayer(desktop, look):
             desktop.has_xembed_tray)
 
 
-def _end_service(desktop, name):
-    """Ends what has a name on the bus, which starts it again when it is asked for."""
-    if desktop.has_bus_name(name):
-        os.kill(int(desktop.bus.call_blocking(
-            "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID", "s",
-            (name,))), signal.SIGKILL)
-        wait_for(lambda: not desktop.has_bus_name(name), what=f"{name} to end")
-
-
 def _xfce4_panel(desktop, look):
-    _end_service(desktop, "org.xfce.Xfconf")    # it would write its own state over the file
     position = {"right": 1, "left": 5, "top": 6, "bottom": 10}[look.edge]
-    desktop.write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", XFCE4_PANEL.format(
-        position=position, mode=int(look.is_vertical), output=f"monitor-{look.monitor}",
-        is_dark=str(look.ground == "dark").lower()))
+    settings = {"position": position, "mode": int(look.is_vertical),
+                "output": f"monitor-{look.monitor}", "is_dark": str(look.ground == "dark").lower()}
+    file = "config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"
+    if not os.path.exists(desktop.path(file)):
+        desktop.write(file, XFCE4_PANEL.format(**settings))
+    else:       # the service that has read the file would write its own state over a new one
+        for name, value in (("panel-1/position", f"p={position};x=0;y=0"),
+                            ("panel-1/mode", settings["mode"]),
+                            ("panel-1/output-name", settings["output"]),
+                            ("dark-mode", settings["is_dark"])):
+            desktop.run("xfconf-query", "-c", "xfce4-panel", "-p", "/panels/" + name,
+                        "-s", str(value))
     return (["xfce4-panel", "--disable-wm-check"], {},
             lambda: desktop.has_bus_name(WATCHER) and desktop.has_xembed_tray())
 
