@@ -26,7 +26,7 @@ import dbus.bus
 
 from accessibility import Accessibility
 from images import Picture, Rect
-from panels import WATCHER, start_panel
+from panels import WATCHER, Look, start_panel
 from processes import ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
@@ -48,7 +48,7 @@ class _Xlib:
 
     def __init__(self, display):
         self._display = display.encode()
-        lib = self._lib = ctypes.CDLL("libX11.so.6")
+        lib = self.library = ctypes.CDLL("libX11.so.6")
         pointer, number, text = ctypes.c_void_p, ctypes.c_ulong, ctypes.c_char_p
         small = ctypes.c_int
         for function, result, *arguments in (
@@ -64,29 +64,32 @@ class _Xlib:
                  ctypes.POINTER(number), small),
                 (lib.XSetWindowBackgroundPixmap, small, pointer, number, number),
                 (lib.XClearWindow, small, pointer, number),
-                (lib.XSetCloseDownMode, small, pointer, small)):
+                (lib.XSetCloseDownMode, small, pointer, small),
+                (lib.XGetImage, pointer, pointer, number, small, small, small, small, number,
+                 small),
+                (lib.XDestroyImage, small, pointer)):
             function.restype, function.argtypes = result, arguments
 
     @contextlib.contextmanager
-    def _connection(self):
-        connection = self._lib.XOpenDisplay(self._display)
+    def connection(self):
+        connection = self.library.XOpenDisplay(self._display)
         if not connection:
             raise RuntimeError("the display cannot be opened")
         try:
             yield connection
         finally:
-            self._lib.XCloseDisplay(connection)
+            self.library.XCloseDisplay(connection)
 
     def has_selection_owner(self, selection):
-        with self._connection() as connection:
-            atom = self._lib.XInternAtom(connection, selection.encode(), 0)
-            return bool(self._lib.XGetSelectionOwner(connection, atom))
+        with self.connection() as connection:
+            atom = self.library.XInternAtom(connection, selection.encode(), 0)
+            return bool(self.library.XGetSelectionOwner(connection, atom))
 
     def fill_root(self, pixel, width, height):
         """Paints the bare desktop as wallpaper programs do, so that compositors show it too."""
         retain_permanent, xa_pixmap, replace, depth = 1, 20, 0, 24
-        lib = self._lib
-        with self._connection() as connection:
+        lib = self.library
+        with self.connection() as connection:
             root = lib.XDefaultRootWindow(connection)
             pixmap = lib.XCreatePixmap(connection, root, width, height, depth)
             context = lib.XCreateGC(connection, pixmap, 0, None)
@@ -168,9 +171,9 @@ class Session:
             command, {key: value for key, value in merged.items() if value is not None},
             folder=self.path("home"))
 
-    def start_service(self, command):
-        """Starts a part of the desktop itself."""
-        return self.processes.start(command, self.environment)
+    def start_service(self, command, environment=None):
+        """Starts a part of the desktop itself; `environment` adds variables."""
+        return self.processes.start(command, {**self.environment, **(environment or {})})
 
     def run(self, *command):
         """Runs a tool to its end and returns what it printed; its failure is an empty answer."""
@@ -202,8 +205,26 @@ class Session:
             self._accessibility = Accessibility(self.bus)
         return self._accessibility
 
-    def start_panel(self, panel, options=(), edge="top"):
-        self._panels[panel] = start_panel(self, panel, options, edge)
+    def x11_windows(self):
+        """The windows that the X server shows, the topmost first, one after another."""
+        tree = self.run("xwininfo", "-root", "-tree")
+        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+(\d+)x',
+                                tree, re.M):
+            if int(line[3]) <= 1:
+                continue
+            # The tree may be older than the window's being shown: only this is of one moment.
+            now = self.run("xwininfo", "-id", line[1])
+            if "IsViewable" not in now:
+                continue
+            rect = Rect(*(int(re.search(rf"{what}:\s+(-?\d+)", now)[1]) for what in (
+                "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
+            role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
+            title = line[2][1:-1] if line[2].startswith('"') else ""
+            yield X11Window(line[1], title, role[1] if role else "", rect)
+
+    def start_panel(self, panel, options=(), edge="top", **look):
+        """See panels.start_panel and panels.Look."""
+        self._panels[panel] = start_panel(self, panel, Look(options=options, edge=edge, **look))
         return self._panels[panel]
 
     def kill_panel(self, panel):
@@ -238,14 +259,15 @@ class Desktop(Session):
     """A desktop on Xvfb.
 
     panel: None or a name for panels.start_panel, with its options and the screen's edge;
-    window_manager: None, "openbox" or "xfwm4"; session_bus: False for a session without one;
-    width, height: the screen's size in pixels.
+    window_manager: None, "openbox", "xfwm4" or "marco"; session_bus: False for a session without
+    one; width, height: the screen's size in pixels.
     """
 
     def __init__(self, panel=None, panel_options=(), edge="top", window_manager="openbox",
                  compositor=False, session_bus=True, width=1280, height=800):
         super().__init__(session_bus)
         self.bounds = Rect(0, 0, width, height)
+        self.monitors = [self.bounds]
         try:
             self._start_server()
             self._start_bus()
@@ -258,21 +280,27 @@ class Desktop(Session):
             raise
 
     def _start_server(self):
-        reading, writing = os.pipe()
         screen = f"{self.bounds.width}x{self.bounds.height}x24"
-        server = self.processes.start(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", screen, "-nolisten", "tcp",
-             "-noreset", "-fbdir", self.folder, "-ac"], self.environment, pass_fds=(writing,))
+        self._await_server(lambda number: [
+            "Xvfb", "-displayfd", str(number), "-screen", "0", screen, "-nolisten", "tcp",
+            "-noreset", "-fbdir", self.folder, "-ac"])
+
+    def _await_server(self, command):
+        """Starts an X server, whose command is told the descriptor to which it writes its
+        display's number."""
+        reading, writing = os.pipe()
+        server = self.processes.start(command(writing), self.environment, pass_fds=(writing,))
         os.close(writing)
         with os.fdopen(reading) as file:
             number = file.readline().strip()
         if not number:
-            raise RuntimeError("Xvfb did not start:\n" + "\n".join(server.lines))
+            raise RuntimeError("the X server did not start:\n" + "\n".join(server.lines))
         self.environment.update(DISPLAY=":" + number, XDG_SESSION_TYPE="x11", GDK_BACKEND="x11")
         self._xlib = _Xlib(self.environment["DISPLAY"])
 
     def _start_window_manager(self, name, compositor):
         command = {"openbox": ["openbox", "--sm-disable"],
+                   "marco": ["marco", "--no-composite"],
                    "xfwm4": ["xfwm4", "--compositor=" + ("on" if compositor else "off")]}[name]
         self.start_service(command)
         wait_for(lambda: "window id #" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
@@ -332,26 +360,11 @@ class Desktop(Session):
 
     def windows(self):
         """All windows that are shown, the topmost first."""
-        found = []
-        tree = self.run("xwininfo", "-root", "-tree")
-        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+(\d+)x',
-                                tree, re.M):
-            if int(line[3]) <= 1:
-                continue
-            # The tree may be older than the window's being shown: only this is of one moment.
-            now = self.run("xwininfo", "-id", line[1])
-            if "IsViewable" not in now:
-                continue
-            rect = Rect(*(int(re.search(rf"{what}:\s+(-?\d+)", now)[1]) for what in (
-                "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
-            role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
-            title = line[2][1:-1] if line[2].startswith('"') else ""
-            found.append(X11Window(line[1], title, role[1] if role else "", rect))
-        return found
+        return list(self.x11_windows())
 
     def window(self, role=None, title=None):
         """The topmost such window, or None; `title` is a pattern."""
-        for window in self.windows():
+        for window in self.x11_windows():
             if role in (None, window.role) and (title is None or re.search(title, window.title)):
                 return window
         return None
@@ -375,12 +388,7 @@ class Desktop(Session):
             data = file.read()
         header = struct.unpack(">25I", data[:100])
         header_size, width, height, stride, colors = (header[i] for i in (0, 4, 5, 12, 19))
-        start = header_size + colors * 12
-        rows = b"".join(data[start + y * stride:start + y * stride + width * 4]
-                        for y in range(height))
-        pixels = bytearray(width * height * 3)
-        pixels[0::3], pixels[1::3], pixels[2::3] = rows[2::4], rows[1::4], rows[0::4]
-        return Picture(width, height, bytes(pixels))
+        return Picture.from_server(data[header_size + colors * 12:], width, height, stride)
 
     def icon_rect(self, limit=10):
         """Where the status icon is, waited for until it stays there: from the fake host, which says

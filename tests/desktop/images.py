@@ -29,6 +29,15 @@ class Picture(NamedTuple):
     height: int
     data: bytes
 
+    @staticmethod
+    def from_server(data, width, height, stride):
+        """From an X server's pixels of four bytes (blue, green, red, unused), in rows that are
+        `stride` bytes apart."""
+        rows = b"".join(data[y * stride:y * stride + width * 4] for y in range(height))
+        pixels = bytearray(width * height * 3)
+        pixels[0::3], pixels[1::3], pixels[2::3] = rows[2::4], rows[1::4], rows[0::4]
+        return Picture(width, height, bytes(pixels))
+
     @property
     def bounds(self):
         return Rect(0, 0, self.width, self.height)

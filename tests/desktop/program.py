@@ -16,10 +16,10 @@ def popover_height(count):
     return 181 if count == 0 else min(count * 34 + 12, 320) + 41
 
 
-def popover_content(window):
+def popover_content(window, scale=1):
     """Where the popover's content is: without the shadow that it has around it on a desktop with a
     compositor."""
-    margin = (window.rect.width - POPOVER_WIDTH) // 2
+    margin = (window.rect.width - scale * POPOVER_WIDTH) // 2
     x, y, width, height = window.rect
     return Rect(x + margin, y + margin, width - 2 * margin, height - 2 * margin)
 

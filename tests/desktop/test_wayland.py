@@ -48,6 +48,12 @@ class WaylandTest(DesktopTest):
         self.desktop.click(300, 500)
         self.assert_closed()
 
+    def test_first_click_that_is_held_long_opens_the_popover_in_waybar(self):
+        self.start()
+        self.desktop.click(*self.icon.center, hold=0.5)
+        self.wait_until(self.is_open, "the popover")
+        self.assert_stays(self.is_open)
+
     def test_settings_open_and_the_program_quits_in_sway(self):
         self.start()
         self.assert_opens()

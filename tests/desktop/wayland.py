@@ -5,24 +5,25 @@ import re
 import time
 from typing import NamedTuple
 
+from bars import Bar
 from desktop import Session
 from images import Picture, Rect
-from panels import WATCHER
+from panels import GROUNDS, WATCHER
 from processes import wait_for
 from wayland_input import WaylandInput
 
-SWAY = """output * resolution {width}x{height} position 0 0 background #35506B solid_color
-xwayland enable
+SWAY = """xwayland enable
 default_border normal
 focus_on_window_activation smart
 seat seat0 hide_cursor 0
 floating_modifier none
 """
-WAYBAR = """{"layer": "top", "position": "top", "height": 30,
- "modules-left": [], "modules-center": [], "modules-right": ["tray"],
- "tray": {"icon-size": 22, "spacing": 4, "show-passive-items": true}}"""
-WAYBAR_STYLE = "* { font-size: 12px } window { background: #303030 }"
+OUTPUT = """output HEADLESS-{number} resolution {width}x{height} position {x} {y} scale {scale}
+output HEADLESS-{number} background #35506B solid_color
+"""
+WAYBAR_STYLE = "* {{ font-size: 12px; min-height: 0 }} window {{ background: {ground} }}"
 BAR_HEIGHT = 30
+POPOVER_WITH_SHADOW = 280
 
 
 class SwayWindow(NamedTuple):
@@ -34,19 +35,25 @@ class SwayWindow(NamedTuple):
 
 
 class SwayDesktop(Session):
-    """Programs on it see a Wayland and an X display, and choose for themselves."""
+    """Programs on it see a Wayland and an X display, and choose for themselves.
 
-    def __init__(self, width=1280, height=800):
+    screens: how many screens stand side by side; scale: how many of their pixels make a pixel of
+    the desktop; bar: whether a bar is there from the beginning.
+    """
+
+    def __init__(self, width=1280, height=800, screens=1, scale=1, bar=True):
         super().__init__()
-        self.bounds = Rect(0, 0, width, height)
-        self._input = None
+        self.monitors = [Rect(n * width, 0, width, height) for n in range(screens)]
+        self.bounds = Rect(0, 0, screens * width, height)
+        self._input, self._bar, self._scale = None, None, scale
         self.environment.update(
             XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP="sway", WLR_BACKENDS="headless",
-            WLR_LIBINPUT_NO_DEVICES="1", WLR_RENDERER="pixman", WLR_HEADLESS_OUTPUTS="1")
+            WLR_LIBINPUT_NO_DEVICES="1", WLR_RENDERER="pixman", WLR_HEADLESS_OUTPUTS=str(screens))
         try:
             self._start_bus()
             self._start_sway()
-            self._start_waybar()
+            if bar:
+                self.start_bar()
         except BaseException:
             self.stop()
             raise
@@ -57,7 +64,11 @@ class SwayDesktop(Session):
         super().stop()
 
     def _start_sway(self):
-        config = self.write("sway.conf", SWAY.format(**self.bounds._asdict()))
+        outputs = (OUTPUT.format(number=number + 1, x=screen.x, y=screen.y, scale=self._scale,
+                                 width=self._scale * screen.width,
+                                 height=self._scale * screen.height)
+                   for number, screen in enumerate(self.monitors))
+        config = self.write("sway.conf", SWAY + "".join(outputs))
         # sway does not run as root: there it gets a user namespace in which it is somebody else.
         wrapper = ["unshare", "--user", "--map-user=1000", "--map-group=1000"]
         self.start_service((wrapper if os.geteuid() == 0 else []) + ["sway", "-c", config])
@@ -94,14 +105,26 @@ class SwayDesktop(Session):
                 return content.read().strip()
         return wait_for(told, 15, "the X display")
 
-    def _start_waybar(self):
-        self.write("config/waybar/config", WAYBAR)
-        self.write("config/waybar/style.css", WAYBAR_STYLE)
-        self.start_service(["waybar"])
+    def start_bar(self, edge="top", ground="dark", monitor=0):
+        """Starts waybar on one of the screens and waits until it is painted."""
+        bar = Bar(self.monitors[monitor], edge, BAR_HEIGHT)
+        thickness = "width" if bar.is_vertical else "height"
+        self.write("config/waybar/config", json.dumps({
+            "layer": "top", "position": edge, thickness: BAR_HEIGHT,
+            "output": f"HEADLESS-{monitor + 1}", "modules-right": ["tray"],
+            "tray": {"icon-size": 22, "spacing": 4, "show-passive-items": True}}))
+        self.write("config/waybar/style.css", WAYBAR_STYLE.format(ground=GROUNDS[ground]))
+        self._bar = self.start_service(["waybar"])
         wait_for(lambda: self.has_bus_name(WATCHER), 20, "waybar")
-        bar = Rect(0, 0, self.bounds.width, BAR_HEIGHT)
-        wait_for(lambda: self.picture().cut(bar).pixel(4, 4) == (0x30, 0x30, 0x30), 15, "the bar",
-                 pause=0.1)
+        color = tuple(bytes.fromhex(GROUNDS[ground][1:]))
+        wait_for(lambda: self.picture().pixel(bar.rect.x + 4, bar.rect.y + 4) == color, 15,
+                 "the bar", pause=0.1)
+        return bar
+
+    def kill_bar(self):
+        """Ends the bar as a crash would."""
+        self._bar.kill()
+        wait_for(lambda: not self.has_bus_name(WATCHER), what="the bar's name to go")
 
     def move(self, x, y):
         self._input.move(x, y)
@@ -130,9 +153,18 @@ class SwayDesktop(Session):
                     rect["x"], rect["y"], rect["width"], rect["height"]), node["focused"]))
         return found
 
+    def window(self, role=None, title=None):
+        """For the popover alone, which is an X11 window of that role, or natively an ordinary one
+        of its width and its shadow's."""
+        assert role == "popover" and title is None
+        shown = [window for window in self.x11_windows() if window.role == role]
+        return (shown + [window for window in self.windows() if window.title == "Kestrel"
+                         and window.rect.width % POPOVER_WITH_SHADOW == 0] + [None])[0]
+
     def picture(self):
+        """All screens, in pixels of the desktop."""
         file = self.path("screen.ppm")
-        self.run("grim", "-t", "ppm", file)
+        self.run("grim", "-s", "1", "-t", "ppm", file)
         with open(file, "rb") as content:
             data = content.read()
         header = re.match(rb"P6\s+(\d+) (\d+)\s+255\s", data)

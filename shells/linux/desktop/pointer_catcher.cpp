@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
-#include <QWindow>
 
 #include <chrono>
 #include <utility>
@@ -13,14 +12,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr std::chrono::milliseconds lookInterval{5};
-constexpr int longestSearch = 800; // milliseconds
-
-// A compositor that was busy with a held button when the window came looks again when it comes
-// anew.
-constexpr int patience = 200; // milliseconds
-
-// An icon clicked again is clicked about where it was before; the pointer need not move then.
-constexpr int samePlace = 24;
+constexpr int longestSearch = 1000; // milliseconds
 
 } // namespace
 
@@ -34,6 +26,11 @@ PointerCatcher::PointerCatcher(std::function<void()> clicked) : clicked_(std::mo
     connect(&looking_, &QTimer::timeout, this, &PointerCatcher::look);
 }
 
+void PointerCatcher::prepare() {
+    ensurePolished();
+    winId();
+}
+
 void PointerCatcher::cover() {
     QRect everything;
     const auto screens = QGuiApplication::screens();
@@ -44,35 +41,24 @@ void PointerCatcher::cover() {
     show();
 }
 
-// The server first repeats its stale idea of the pointer, in an enter event too; the true one
-// comes when the compositor moves its pointer onto the new window.
-void PointerCatcher::find(std::function<void(QPoint)> found) {
+// The server is told that the pointer is in a corner, which moves nothing on the screen. It first
+// repeats that, in an enter event too; the truth comes when the compositor moves its pointer onto
+// the new window: at once, or when the button is released or the pointer moves.
+void PointerCatcher::find(std::function<void(std::optional<QPoint>)> found) {
     found_ = std::move(found);
-    stalePosition_ = QCursor::pos();
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomLeft());
+    falsePosition_ = QCursor::pos();
     sinceStart_.start();
-    sinceShown_.start();
     looking_.start();
     cover();
 }
 
 void PointerCatcher::look() {
     const QPoint position = QCursor::pos();
-    const bool isWhereItWas =
-        lastFound_ && (stalePosition_ - *lastFound_).manhattanLength() < samePlace;
-    if (position == stalePosition_ && !isWhereItWas && !sinceStart_.hasExpired(longestSearch)) {
-        comeAnew();
-        return;
-    }
-    looking_.stop();
-    lastFound_ = position;
-    std::exchange(found_, nullptr)(position);
-}
-
-void PointerCatcher::comeAnew() {
-    if (sinceShown_.hasExpired(patience)) {
-        sinceShown_.start();
-        windowHandle()->hide();
-        windowHandle()->show();
+    const bool isFound = position != falsePosition_;
+    if (isFound || sinceStart_.hasExpired(longestSearch)) {
+        looking_.stop();
+        std::exchange(found_, nullptr)(isFound ? std::optional(position) : std::nullopt);
     }
 }
 

@@ -20,12 +20,16 @@ class PointerCatcher final : public QWidget {
   public:
     explicit PointerCatcher(std::function<void()> clicked);
 
+    /// Does ahead of time what the first covering would otherwise spend its time on.
+    void prepare();
+
     /// Covers the screens; every click on them is the window's from now on, until it is hidden.
     void cover();
 
-    /// Covers the screens and calls `found` once with the pointer's true position, within 0.8 s.
+    /// Covers the screens and calls `found` once, within a second, with the pointer's true
+    /// position: where it was found last when that takes longer, and nothing when it never was.
     /// Hiding the window calls it off.
-    void find(std::function<void(QPoint)> found);
+    void find(std::function<void(std::optional<QPoint>)> found);
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -33,15 +37,12 @@ class PointerCatcher final : public QWidget {
 
   private:
     void look();
-    void comeAnew();
 
     std::function<void()> clicked_;
-    std::function<void(QPoint)> found_;
+    std::function<void(std::optional<QPoint>)> found_;
     QTimer looking_;
     QElapsedTimer sinceStart_;
-    QElapsedTimer sinceShown_;
-    QPoint stalePosition_;
-    std::optional<QPoint> lastFound_;
+    QPoint falsePosition_;
 };
 
 } // namespace kestrel::linux_shell

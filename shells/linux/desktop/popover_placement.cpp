@@ -45,17 +45,50 @@ Distance panelEdge(QPoint icon, const ScreenArea& screen) {
     return close != all.end() ? *close : nearest(icon, screen.whole);
 }
 
+/// Half the side of an icon whose middle is so far from the edge that its bar lies along.
+int halfOfIcon(int distance) { return std::clamp(distance + 2, smallestHalf, largestHalf); }
+
 int fitted(int position, int length, int low, int high) {
     return std::max(low, std::min(position, high - length));
 }
 
 } // namespace
 
+ScreenArea withoutPanel(const ScreenArea& screen, const QRect& panel) {
+    if (!screen.available.intersects(panel)) {
+        return screen;
+    }
+    QRect left = screen.available;
+    // A bar with few icons is about as high as it is wide; most lie along the top or the bottom.
+    if (panel.height() > 2 * panel.width()) {
+        if (panel.center().x() < screen.whole.center().x()) {
+            left.setLeft(panel.left() + panel.width());
+        } else {
+            left.setRight(panel.left() - 1);
+        }
+    } else if (panel.center().y() < screen.whole.center().y()) {
+        left.setTop(panel.top() + panel.height());
+    } else {
+        left.setBottom(panel.top() - 1);
+    }
+    return {screen.whole, left};
+}
+
+ScreenArea withoutBarsAround(QPoint pointer, const ScreenArea& screen) {
+    const auto bar = [](int distance) {
+        return distance <= largestHalf ? distance + halfOfIcon(distance) : 0;
+    };
+    const QRect inside = screen.whole.adjusted(
+        bar(pointer.x() - screen.whole.left()), bar(pointer.y() - screen.whole.top()),
+        -bar(screen.whole.right() - pointer.x()), -bar(screen.whole.bottom() - pointer.y()));
+    return {screen.whole, screen.available.intersected(inside)};
+}
+
 QRect iconAround(QPoint pointer, const ScreenArea& screen) {
     if (!screen.available.contains(pointer)) {
         return {pointer, QSize(1, 1)};
     }
-    const int half = std::clamp(panelEdge(pointer, screen).length + 2, smallestHalf, largestHalf);
+    const int half = halfOfIcon(panelEdge(pointer, screen).length);
     return {pointer - QPoint(half, half), QSize(2 * half, 2 * half)};
 }
 

@@ -10,6 +10,14 @@ struct ScreenArea {
     QRect available; ///< without the panels; equal to `whole` where the desktop does not say
 };
 
+/// The screen with what `panel` takes of it no longer available: some desktops do not say so
+/// themselves, where there are several screens above all.
+ScreenArea withoutPanel(const ScreenArea& screen, const QRect& panel);
+
+/// The screen with a bar no longer available along each edge that an icon under `pointer` is close
+/// to: for bars that would cover the popover, on desktops that do not say which edge has one.
+ScreenArea withoutBarsAround(QPoint pointer, const ScreenArea& screen);
+
 /// What an icon under `pointer` takes up, as far as that can be told: the pointer alone inside a
 /// panel, else a square that reaches to the screen's nearest edge.
 QRect iconAround(QPoint pointer, const ScreenArea& screen);

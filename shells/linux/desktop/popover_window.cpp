@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <optional>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -33,7 +34,14 @@ ScreenArea areaAround(QPoint point) {
     if (screen == nullptr) {
         screen = QGuiApplication::primaryScreen();
     }
-    return {screen->geometry(), screen->availableGeometry()};
+    ScreenArea area{screen->geometry(), screen->availableGeometry()};
+    const auto panels = x11::panels();
+    for (const QRect& panel : panels) {
+        if (panel.contains(point)) {
+            area = withoutPanel(area, panel);
+        }
+    }
+    return area;
 }
 
 QRect placed(const PopoverAnchor& anchor, QSize size) {
@@ -41,7 +49,10 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
     case PopoverAnchor::Kind::icon:
         return placedAtIcon(anchor.icon, size, areaAround(anchor.icon.center()));
     case PopoverAnchor::Kind::pointer: {
-        const auto area = areaAround(anchor.point);
+        auto area = areaAround(anchor.point);
+        if (x11::isXWayland() && area.available == area.whole) {
+            area = withoutBarsAround(anchor.point, area);
+        }
         return placedAtIcon(iconAround(anchor.point, area), size, area);
     }
     case PopoverAnchor::Kind::hiddenPointer:
@@ -50,7 +61,7 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
     }
     auto area = areaAround(QCursor::pos());
     if (x11::isXWayland() && area.available == area.whole) {
-        area.available.setTop(area.available.top() + unknownBarHeight);
+        area.available.adjust(0, unknownBarHeight, -unknownBarHeight, 0);
     }
     return placedInCorner(size, area);
 }
@@ -119,9 +130,12 @@ void PopoverWindow::open(const PopoverAnchor& anchor) {
         showAt(placed(anchor, contentSize_));
         return;
     }
-    catcher_->find([this](QPoint pointer) {
-        showAt(placed({.kind = PopoverAnchor::Kind::pointer, .icon = {}, .point = pointer},
-                      contentSize_));
+    catcher_->find([this](std::optional<QPoint> pointer) {
+        const auto found =
+            pointer
+                ? PopoverAnchor{.kind = PopoverAnchor::Kind::pointer, .icon = {}, .point = *pointer}
+                : PopoverAnchor{};
+        showAt(placed(found, contentSize_));
     });
 }
 
@@ -137,6 +151,9 @@ void PopoverWindow::prepare() {
     ensurePolished();
     winId();
     grab();
+    if (catcher_ != nullptr) {
+        catcher_->prepare();
+    }
 }
 
 QRect PopoverWindow::contentRect() const { return {QPoint(margin_, margin_), contentSize_}; }
@@ -173,6 +190,9 @@ void PopoverWindow::showAt(const QRect& content) {
 
 void PopoverWindow::fadeIn() {
     fade_.stop();
+    if (!x11::isAvailable()) { // Wayland knows no opacity of a window, and Qt says so each time
+        return;
+    }
     const bool canFade = animates_ && margin_ > 0 && !x11::isXWayland() &&
                          style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
     if (canFade) {

@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QPalette>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -77,8 +78,8 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
 bool LinuxStatusItem::hasPanel() const { return notifier_.hasHost() || x11::hasTray(); }
 
 void LinuxStatusItem::clicked() {
-    sampleBackground();
     lastClick_ = QCursor::pos();
+    sampleBackground();
     isClick_ = true;
     button_.sendAction();
     isClick_ = false;
@@ -133,17 +134,36 @@ void LinuxStatusItem::sampleBackground() {
     if (QApplication::activePopupWidget() != nullptr) {
         return;
     }
-    const QRect panel = x11::panelRect();
-    const qreal scale = qGuiApp->devicePixelRatio();
-    const QImage background = seenAt(
-        xembed_ != nullptr
-            ? xembed_->geometry()
-            : QRectF(QPointF(panel.topLeft()) / scale, QSizeF(panel.size()) / scale).toRect());
-    const auto color = background.isNull() ? panelColor_ : contrastingColor(background);
+    const auto color = colorOn(xembed_ != nullptr ? QList{xembed_->geometry()} : likelyPanels());
     if (color != panelColor_) {
         panelColor_ = color;
         updateIcon();
     }
+}
+
+// The icon is in the panel that was clicked; before any click, in any.
+QList<QRect> LinuxStatusItem::likelyPanels() const {
+    auto panels = x11::panels();
+    const auto clicked = std::ranges::find_if(
+        panels, [this](const QRect& panel) { return lastClick_ && panel.contains(*lastClick_); });
+    return clicked != panels.end() ? QList{*clicked} : panels;
+}
+
+// None where one colour does not do for all of them.
+std::optional<QColor> LinuxStatusItem::colorOn(const QList<QRect>& panels) const {
+    std::optional<QColor> color;
+    for (const QRect& panel : panels) {
+        const QImage background = seenAt(panel);
+        if (background.isNull()) {
+            return panelColor_;
+        }
+        const QColor contrasting = contrastingColor(background);
+        if (color && *color != contrasting) {
+            return std::nullopt;
+        }
+        color = contrasting;
+    }
+    return color ? color : panelColor_;
 }
 
 QImage LinuxStatusItem::drawn(int pixels, const QColor& color) const {

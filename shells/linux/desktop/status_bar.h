@@ -10,8 +10,10 @@
 
 #include <QDBusConnection>
 #include <QImage>
+#include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 
 #include <functional>
@@ -77,6 +79,8 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     void showXEmbedIcon();
     void clicked();
     void sampleBackground();
+    QList<QRect> likelyPanels() const;
+    std::optional<QColor> colorOn(const QList<QRect>& panels) const;
     QImage drawn(int pixels, const QColor& color) const;
     QIcon xembedIcon() const;
 

@@ -44,8 +44,12 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages IconPixmap READ iconPixmap)
     Q_PROPERTY(QString IconAccessibleDesc READ title)
+    Q_PROPERTY(QString IconThemePath READ nothing)
     Q_PROPERTY(QString OverlayIconName READ nothing)
+    Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages OverlayIconPixmap READ noImages)
     Q_PROPERTY(QString AttentionIconName READ nothing)
+    Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages AttentionIconPixmap READ noImages)
+    Q_PROPERTY(QString AttentionMovieName READ nothing)
     Q_PROPERTY(kestrel::linux_shell::StatusNotifierToolTip ToolTip READ toolTip)
 
   public:
@@ -59,7 +63,9 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     bool itemIsMenu() const { return false; }
     QString iconName() const { return item_.themeName(); }
     StatusNotifierImages iconPixmap() const;
+    // Some panels write an error for each of the protocol's pictures that an item does not have.
     QString nothing() const { return {}; }
+    StatusNotifierImages noImages() const { return {}; }
     StatusNotifierToolTip toolTip() const;
 
   public Q_SLOTS:

@@ -1,6 +1,7 @@
 #include "shells/linux/desktop/x11.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 
 #include <algorithm>
 #include <cstdlib>
@@ -71,6 +72,21 @@ QRect rectOf(xcb_connection_t* c, xcb_window_t window) {
     return {place->dst_x, place->dst_y, size->width, size->height};
 }
 
+/// A rectangle of the server's pixels in the toolkit's, which scales each screen about its corner.
+QRect independentOfDevice(const QRect& rect) {
+    const auto screens = QGuiApplication::screens();
+    for (const auto* screen : screens) {
+        const QPoint corner = screen->geometry().topLeft();
+        const qreal scale = screen->devicePixelRatio();
+        if (QRectF(corner, QSizeF(screen->size()) * scale).contains(rect.center())) {
+            return QRectF(corner + QPointF(rect.topLeft() - corner) / scale,
+                          QSizeF(rect.size()) / scale)
+                .toRect();
+        }
+    }
+    return rect;
+}
+
 } // namespace
 
 bool isAvailable() { return connection() != nullptr; }
@@ -98,20 +114,21 @@ std::optional<QColor> trayForeground() {
     return QColor(channel(0), channel(1), channel(2));
 }
 
-QRect panelRect() {
+QList<QRect> panels() {
     auto* c = connection();
     if (c == nullptr || isXWayland()) {
         return {};
     }
+    QList<QRect> found;
     const auto dock = atom(c, "_NET_WM_WINDOW_TYPE_DOCK");
     for (const auto window : values(c, rootWindow(c), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW)) {
         const auto types = values(c, window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM);
         const QRect rect = rectOf(c, window);
         if (std::ranges::find(types, dock) != types.end() && !rect.isEmpty()) {
-            return rect;
+            found.append(independentOfDevice(rect));
         }
     }
-    return {};
+    return found;
 }
 
 bool isCompositing() {

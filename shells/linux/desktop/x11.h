@@ -4,6 +4,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QColor>
+#include <QList>
 #include <QRect>
 
 #include <cstdint>
@@ -24,9 +25,9 @@ bool hasTray();
 /// The colour in which that panel wants template icons drawn, when it says so.
 std::optional<QColor> trayForeground();
 
-/// Where the first panel of the desktop stands, in the server's own pixels; empty when there is
-/// none or it is not to be seen by this server.
-QRect panelRect();
+/// Where the panels of the desktop stand, in device-independent pixels; none of a Wayland
+/// session's.
+QList<QRect> panels();
 
 /// True while translucent windows are blended; without it they show black.
 bool isCompositing();

@@ -76,6 +76,41 @@ TEST(PopoverPlacementTest, CornerIsTheTopRightOneOfWhatPanelsLeave) {
     EXPECT_EQ(placedInCorner(size, rightPanel), QRect(QPoint(1006, 4), size));
 }
 
+TEST(PopoverPlacementTest, PanelThatTheDesktopKeepsQuietAboutIsNotAvailable) {
+    const auto left = [](const QRect& panel) {
+        return withoutPanel(unknownPanel, panel).available;
+    };
+    EXPECT_EQ(left(QRect(0, 0, 1280, 30)), topPanel.available);
+    EXPECT_EQ(left(QRect(0, 770, 1280, 30)), bottomPanel.available);
+    EXPECT_EQ(left(QRect(0, 0, 30, 800)), leftPanel.available);
+    EXPECT_EQ(left(QRect(1250, 0, 30, 800)), rightPanel.available);
+    EXPECT_EQ(left(QRect(1258, 0, 22, 30)), topPanel.available) << "a bar of one icon";
+}
+
+TEST(PopoverPlacementTest, PanelThatTheDesktopTellsOfIsNotTakenAwayTwice) {
+    EXPECT_EQ(withoutPanel(rightPanel, QRect(1258, 0, 22, 30)).available, rightPanel.available);
+    EXPECT_EQ(withoutPanel(topPanel, QRect(0, 0, 1280, 30)).available, topPanel.available);
+}
+
+TEST(PopoverPlacementTest, IconInTheCornerOfASidePanelHasThePopoverBesideIt) {
+    const auto area = withoutPanel(unknownPanel, QRect(0, 0, 30, 800));
+    const QRect placed = placedAtIcon(iconAround(QPoint(15, 785), area), size, area);
+    EXPECT_EQ(placed.left(), 34);
+    EXPECT_EQ(placed.top() + placed.height(), 796);
+}
+
+TEST(PopoverPlacementTest, InACornerNoBarOfEitherEdgeCoversThePopover) {
+    for (const QPoint corner : {QPoint(15, 11), QPoint(1264, 15), QPoint(15, 788)}) {
+        const auto area = withoutBarsAround(corner, unknownPanel);
+        const QRect placed = placedAtIcon(iconAround(corner, area), size, area);
+        EXPECT_TRUE(screen.adjusted(22, 22, -22, -22).contains(placed))
+            << corner.x() << "," << corner.y();
+    }
+    EXPECT_EQ(withoutBarsAround(QPoint(640, 15), unknownPanel).available,
+              screen.adjusted(0, 32, 0, 0));
+    EXPECT_EQ(withoutBarsAround(QPoint(640, 400), unknownPanel).available, screen);
+}
+
 TEST(PopoverPlacementTest, SecondScreenHasCoordinatesOfItsOwn) {
     const ScreenArea second{QRect(1280, 200, 1920, 1080), QRect(1280, 200, 1920, 1050)};
     const QRect placed = placedAtIcon(QRect(3170, 1254, 22, 22), size, second);

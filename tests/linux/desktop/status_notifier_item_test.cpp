@@ -106,6 +106,16 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItDies) {
     EXPECT_FALSE(isOnTheBus());
 }
 
+TEST_F(StatusNotifierItemTest, AnswersForPicturesThatItDoesNotHave) {
+    startPanel();
+    startItem();
+    ASSERT_TRUE(waitForItems(1));
+    for (const auto* name : {"IconThemePath", "OverlayIconName", "OverlayIconPixmap",
+                             "AttentionIconName", "AttentionIconPixmap", "AttentionMovieName"}) {
+        EXPECT_TRUE(property(QString::fromLatin1(name)).isValid()) << name;
+    }
+}
+
 TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {
     startPanel();
     startItem();
