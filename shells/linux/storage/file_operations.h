@@ -24,6 +24,8 @@ class FileOperations {
     virtual int status(int descriptor, struct stat& status);
     /// Of the name itself, be it a link.
     virtual int statusAt(int directory, const char* name, struct stat& status);
+    /// Of what the path leads to, through links.
+    virtual int statusOfPath(const char* path, struct stat& status);
     virtual int changeModeAt(int directory, const char* name, mode_t mode);
     virtual ssize_t readLinkAt(int directory, const char* name, char* buffer, std::size_t size);
     virtual int renameAt(int directory, const char* from, const char* to);

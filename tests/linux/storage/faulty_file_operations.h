@@ -60,6 +60,9 @@ class FaultyFileOperations final : public linux_shell::FileOperations {
     int statusAt(int directory, const char* name, struct stat& status) override {
         return run("statusAt", [&] { return Base::statusAt(directory, name, status); });
     }
+    int statusOfPath(const char* path, struct stat& status) override {
+        return run("statusOfPath", [&] { return Base::statusOfPath(path, status); });
+    }
     int changeModeAt(int directory, const char* name, mode_t mode) override {
         return run("changeModeAt", [&] { return Base::changeModeAt(directory, name, mode); });
     }
