@@ -1,4 +1,4 @@
-"""Faults in a running program's system calls on files: killed at any of them, or any of them failing.
+"""Faults in a running program's system calls on files: it is killed at any of them, or they fail.
 
 The kernel hands each such call of the program, of any of its threads and libraries, to a thread
 here before it is made (a seccomp filter with a listener), and that thread lets it through, fails it
@@ -27,7 +27,7 @@ PATHS = {"open": (0, None), "stat": (0, None), "lstat": (0, None), "access": (0,
          "linkat": (1, 0), "symlinkat": (2, 1)}
 # Those whose first argument is an open file.
 DESCRIPTORS = ("read", "readv", "pread64", "write", "writev", "pwrite64", "close", "fsync",
-               "fdatasync", "fstat", "getdents64", "fcntl", "ftruncate", "fchmod", "lseek")
+               "fdatasync", "fstat", "getdents64", "fcntl", "ftruncate", "fchmod", "flock", "lseek")
 
 AT_FDCWD = -100
 PR_SET_NO_NEW_PRIVS = 38

@@ -6,6 +6,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace kestrel::linux_shell {
@@ -40,6 +41,8 @@ ssize_t FileOperations::write(int descriptor, const char* bytes, std::size_t siz
 }
 
 int FileOperations::sync(int descriptor) { return ::fsync(descriptor); }
+
+int FileOperations::lock(int descriptor) { return ::flock(descriptor, LOCK_EX | LOCK_NB); }
 
 int FileOperations::status(int descriptor, struct stat& status) {
     return ::fstat(descriptor, &status);

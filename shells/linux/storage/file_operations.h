@@ -21,6 +21,9 @@ class FileOperations {
     virtual ssize_t read(int descriptor, char* buffer, std::size_t size);
     virtual ssize_t write(int descriptor, const char* bytes, std::size_t size);
     virtual int sync(int descriptor);
+    /// Takes the file for this process until its descriptor is closed; EWOULDBLOCK where another
+    /// process has it.
+    virtual int lock(int descriptor);
     virtual int status(int descriptor, struct stat& status);
     /// Of the name itself, be it a link.
     virtual int statusAt(int directory, const char* name, struct stat& status);

@@ -19,6 +19,7 @@ namespace {
 
 constexpr mode_t ownerReadsAndWrites = 0600;
 constexpr int linkLimit = 40;
+constexpr int attemptLimit = 20;
 constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 
 bool namesAFile(std::string_view key) {
@@ -84,27 +85,35 @@ bool FileStore::holds(std::string_view key) const {
 bool FileStore::write(std::string_view key, std::string_view data) {
     if (directory_.empty() || !namesAFile(key) || data.size() > maximumSize)
         return false;
+    Outcome outcome = Outcome::overtaken;
+    for (int attempts = 0; outcome == Outcome::overtaken && attempts < attemptLimit; ++attempts)
+        outcome = replace(key, data);
+    return outcome == Outcome::stored;
+}
+
+FileStore::Outcome FileStore::replace(std::string_view key, std::string_view data) {
     if (missing_ == MissingDirectory::create && !makeDirectory())
-        return false;
+        return Outcome::failed;
     const std::optional<Place> place = find(key);
     if (!place || !isReplaceable(*place))
-        return false;
+        return Outcome::failed;
     removeStaleTemporaries(*place);
     const std::optional<std::string> temporary = writeTemporary(*place, data);
     if (!temporary)
-        return false;
+        return Outcome::failed;
     const int directory = place->directory.number();
     const auto rename = [&] {
         return operations_.renameAt(directory, temporary->c_str(), place->name.c_str());
     };
     if (uninterrupted(rename) != 0) {
+        const bool isGone = errno == ENOENT;
         remove(*place, *temporary);
-        return false;
+        return isGone ? Outcome::overtaken : Outcome::failed;
     }
     // The new value is what everyone reads from here on. Should this fail, a power failure may
     // still bring the old one back, as whole as the new.
     uninterrupted([&] { return operations_.sync(directory); });
-    return true;
+    return Outcome::stored;
 }
 
 bool FileStore::makeDirectory() {
@@ -153,11 +162,19 @@ bool FileStore::isReplaceable(const Place& place) const {
     return S_ISREG(status.st_mode);
 }
 
+/// Another session of the user, or another user of the folder, may be writing at this moment.
+bool FileStore::isInUse(const Place& place, const std::string& name) const {
+    const Descriptor file =
+        open(place.directory.number(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW);
+    const auto lock = [&] { return operations_.lock(file.number()); };
+    return file.isOpen() && uninterrupted(lock) != 0 && errno == EWOULDBLOCK;
+}
+
 void FileStore::removeStaleTemporaries(const Place& place) const {
-    // The program runs once per session and writes on one thread, so a temporary of this machine
-    // that is here before a write began belongs to a process that has ended.
+    // A temporary of this machine that nobody has open belongs to a process that has ended. One
+    // that was opened just now, or closed to be renamed, may go too; its process writes again.
     for (const std::string& name : operations_.list(place.directory.number()))
-        if (isTemporaryOfThisMachine(name, place.name))
+        if (isTemporaryOfThisMachine(name, place.name) && !isInUse(place, name))
             remove(place, name);
 }
 
@@ -172,6 +189,7 @@ std::optional<std::string> FileStore::writeTemporary(const Place& place,
     Descriptor file = open(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     if (!file.isOpen())
         return std::nullopt;
+    uninterrupted([&] { return operations_.lock(file.number()); });
     // The umask can only have taken rights away; where the file system knows no modes there is
     // nothing to give back.
     uninterrupted(

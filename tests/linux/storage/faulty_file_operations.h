@@ -54,6 +54,9 @@ class FaultyFileOperations final : public linux_shell::FileOperations {
     int sync(int descriptor) override {
         return run("sync", [&] { return ::fcntl(descriptor, F_GETFD) < 0 ? -1 : 0; });
     }
+    int lock(int descriptor) override {
+        return run("lock", [&] { return Base::lock(descriptor); });
+    }
     int status(int descriptor, struct stat& status) override {
         return run("status", [&] { return Base::status(descriptor, status); });
     }

@@ -242,6 +242,13 @@ int MemoryDisk::sync(int descriptor) {
     return 0;
 }
 
+/// There is one process at a time.
+int MemoryDisk::lock(int descriptor) {
+    if (!counts())
+        return -1;
+    return openFile(descriptor) == nullptr ? -1 : 0;
+}
+
 int MemoryDisk::describe(std::size_t node, struct stat& status) const {
     status = {};
     const Kind kind = now_[node].kind;

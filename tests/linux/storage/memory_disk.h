@@ -63,6 +63,7 @@ class MemoryDisk final : public linux_shell::FileOperations {
     ssize_t read(int descriptor, char* buffer, std::size_t size) override;
     ssize_t write(int descriptor, const char* bytes, std::size_t size) override;
     int sync(int descriptor) override;
+    int lock(int descriptor) override;
     int status(int descriptor, struct stat& status) override;
     int statusAt(int directory, const char* name, struct stat& status) override;
     int statusOfPath(const char* path, struct stat& status) override;
