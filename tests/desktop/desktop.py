@@ -163,13 +163,14 @@ class Session:
         os.rename(whole + ".new", whole)
         return whole
 
-    def start(self, command, environment=None):
-        """Starts a program under test. `environment` adds variables; None as a value removes."""
+    def start(self, command, environment=None, **options):
+        """Starts a program under test. `environment` adds variables; None as a value removes. The
+        options are those of Process."""
         merged = {**self.environment, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                   **(environment or {})}
         return self.processes.start(
             command, {key: value for key, value in merged.items() if value is not None},
-            folder=self.path("home"))
+            folder=self.path("home"), **options)
 
     def start_service(self, command, environment=None):
         """Starts a part of the desktop itself; `environment` adds variables."""

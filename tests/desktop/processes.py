@@ -34,7 +34,7 @@ def wait_for(condition, limit=8.0, what="a condition", pause=0.02):
         time.sleep(pause)
 
 
-def _own_session_that_dies_with_us():
+def own_session_that_dies_with_us():
     os.setsid()
     _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
 
@@ -42,13 +42,19 @@ def _own_session_that_dies_with_us():
 class Process:
     """A started program whose standard output and error are collected line by line."""
 
-    def __init__(self, command, environment, name=None, folder=None, pass_fds=()):
+    def __init__(self, command, environment, name=None, folder=None, pass_fds=(), prepare=None):
+        """`prepare` is called in the new process before it becomes the program."""
+        def before_exec():
+            own_session_that_dies_with_us()
+            if prepare:
+                prepare()
+
         self.name = name or os.path.basename(command[0])
         self.lines = []
         self._popen = subprocess.Popen(
             command, env=environment, cwd=folder, stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, pass_fds=pass_fds,
-            preexec_fn=_own_session_that_dies_with_us)
+            preexec_fn=before_exec)
         self.pid = self._popen.pid
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()

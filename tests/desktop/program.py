@@ -41,10 +41,11 @@ def encoded(items):
 class Kestrel:
     """One run of the program on a desktop."""
 
-    def __init__(self, desktop, command, environment=None, words=None):
-        """`words` translates the texts of a localised run, by the English ones."""
+    def __init__(self, desktop, command, environment=None, words=None, **options):
+        """`words` translates the texts of a localised run, by the English ones; the options are
+        those of Process."""
         self.desktop, self.words = desktop, words or {}
-        self.process = desktop.start(list(command), environment)
+        self.process = desktop.start(list(command), environment, **options)
 
     def word(self, english):
         """A text that the program looks up in its translations, as this run shows it."""

@@ -1,6 +1,7 @@
 #include "shells/linux/storage/data_directory.h"
 
 #include "shells/linux/storage/descriptor.h"
+#include "shells/linux/storage/uninterrupted.h"
 
 #include <array>
 #include <cerrno>
@@ -8,6 +9,7 @@
 
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kestrel::linux_shell {
@@ -47,11 +49,12 @@ std::string parentOf(const std::string& path) {
 /// Makes sure that a directory just made in `parent` is still there after a power failure.
 void syncDirectory(FileOperations& operations, const std::string& parent) {
     const std::string path = parent.empty() ? "/" : parent;
-    const Descriptor directory(
-        operations,
-        operations.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
+    const Descriptor directory(operations, uninterrupted([&] {
+                                   return operations.openAt(AT_FDCWD, path.c_str(),
+                                                            O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+                               }));
     if (directory.isOpen())
-        operations.sync(directory.number());
+        uninterrupted([&] { return operations.sync(directory.number()); });
 }
 
 } // namespace
@@ -72,21 +75,31 @@ std::optional<std::string> dataDirectoryPath() {
 }
 
 bool makeDirectories(FileOperations& operations, const std::string& path) {
-    if (operations.makeDirectory(path.c_str(), ownerOnly) != 0) {
+    const auto make = [&] { return operations.makeDirectory(path.c_str(), ownerOnly); };
+    if (uninterrupted(make) != 0) {
         const int error = errno;
         if (error == EEXIST)
             return true;
         const std::string parent = parentOf(path);
         if (error != ENOENT || parent.empty() || !makeDirectories(operations, parent))
             return false;
-        if (operations.makeDirectory(path.c_str(), ownerOnly) != 0)
+        if (uninterrupted(make) != 0)
             return errno == EEXIST;
     }
     // The umask can only have taken rights away; where the file system knows no modes there is
     // nothing to give back.
-    operations.changeModeAt(AT_FDCWD, path.c_str(), ownerOnly);
+    uninterrupted([&] { return operations.changeModeAt(AT_FDCWD, path.c_str(), ownerOnly); });
     syncDirectory(operations, parentOf(path));
     return true;
+}
+
+void syncDirectoryNames(FileOperations& operations, std::string path) {
+    struct stat status {};
+    const auto look = [&] { return operations.statusOfPath(path.c_str(), status); };
+    while (!path.empty() && uninterrupted(look) == 0 && status.st_uid == ::geteuid()) {
+        path = parentOf(path);
+        syncDirectory(operations, path);
+    }
 }
 
 } // namespace kestrel::linux_shell

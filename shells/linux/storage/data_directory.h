@@ -28,4 +28,8 @@ std::optional<std::string> dataDirectoryPath();
 /// the umask. One that exists is left as it is. False when `path` cannot be made.
 bool makeDirectories(FileOperations& operations, const std::string& path);
 
+/// Makes sure that the directory `path` outlives a power failure, with those above it that are the
+/// user's too: one that was ended while it made them may have left them on the way to the disk.
+void syncDirectoryNames(FileOperations& operations, std::string path);
+
 } // namespace kestrel::linux_shell

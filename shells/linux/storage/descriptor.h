@@ -3,6 +3,7 @@
 
 #include "shells/linux/storage/file_operations.h"
 
+#include <cerrno>
 #include <utility>
 
 namespace kestrel::linux_shell {
@@ -26,8 +27,11 @@ class Descriptor {
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
     [[nodiscard]] int number() const { return number_; }
 
-    /// False when the system reports at the close that something written earlier was lost.
-    bool close() { return number_ < 0 || operations_->close(std::exchange(number_, -1)) == 0; }
+    /// False when the system reports at the close that something written earlier was lost. An
+    /// interrupted close has closed all the same.
+    bool close() {
+        return number_ < 0 || operations_->close(std::exchange(number_, -1)) == 0 || errno == EINTR;
+    }
 
   private:
     FileOperations* operations_;

@@ -1,7 +1,12 @@
 #include "shells/linux/storage/file_operations.h"
 
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace kestrel::linux_shell {
@@ -17,10 +22,27 @@ ssize_t FileOperations::read(int descriptor, char* buffer, std::size_t size) {
 }
 
 ssize_t FileOperations::write(int descriptor, const char* bytes, std::size_t size) {
-    return ::write(descriptor, bytes, size);
+    // Where the user's limit for a file's size is met the system does not only fail the call: it
+    // sends a signal that ends the program, unless that is held back and taken in here.
+    sigset_t signals;
+    sigset_t before;
+    ::sigemptyset(&signals);
+    ::sigaddset(&signals, SIGXFSZ);
+    ::pthread_sigmask(SIG_BLOCK, &signals, &before);
+    const ssize_t count = ::write(descriptor, bytes, size);
+    const int error = errno;
+    if (count < 0 && error == EFBIG) {
+        const timespec atOnce{};
+        ::sigtimedwait(&signals, nullptr, &atOnce);
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    errno = error;
+    return count;
 }
 
 int FileOperations::sync(int descriptor) { return ::fsync(descriptor); }
+
+int FileOperations::lock(int descriptor) { return ::flock(descriptor, LOCK_EX | LOCK_NB); }
 
 int FileOperations::status(int descriptor, struct stat& status) {
     return ::fstat(descriptor, &status);
@@ -28,6 +50,10 @@ int FileOperations::status(int descriptor, struct stat& status) {
 
 int FileOperations::statusAt(int directory, const char* name, struct stat& status) {
     return ::fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW);
+}
+
+int FileOperations::statusOfPath(const char* path, struct stat& status) {
+    return ::stat(path, &status);
 }
 
 int FileOperations::changeModeAt(int directory, const char* name, mode_t mode) {

@@ -21,9 +21,14 @@ class FileOperations {
     virtual ssize_t read(int descriptor, char* buffer, std::size_t size);
     virtual ssize_t write(int descriptor, const char* bytes, std::size_t size);
     virtual int sync(int descriptor);
+    /// Takes the file for this process until its descriptor is closed; EWOULDBLOCK where another
+    /// process has it.
+    virtual int lock(int descriptor);
     virtual int status(int descriptor, struct stat& status);
     /// Of the name itself, be it a link.
     virtual int statusAt(int directory, const char* name, struct stat& status);
+    /// Of what the path leads to, through links.
+    virtual int statusOfPath(const char* path, struct stat& status);
     virtual int changeModeAt(int directory, const char* name, mode_t mode);
     virtual ssize_t readLinkAt(int directory, const char* name, char* buffer, std::size_t size);
     virtual int renameAt(int directory, const char* from, const char* to);

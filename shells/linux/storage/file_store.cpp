@@ -2,6 +2,7 @@
 
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
+#include "shells/linux/storage/uninterrupted.h"
 
 #include <algorithm>
 #include <array>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr mode_t ownerReadsAndWrites = 0600;
 constexpr int linkLimit = 40;
+constexpr int attemptLimit = 20;
 constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 
 bool namesAFile(std::string_view key) {
@@ -31,17 +33,15 @@ FileStore::FileStore(FileOperations& operations, std::string directory, MissingD
     : operations_(operations), directory_(std::move(directory)), missing_(missing) {}
 
 Descriptor FileStore::open(int directory, const char* name, int flags) const {
-    int number = -1;
-    do
-        number = operations_.openAt(directory, name, flags | O_CLOEXEC, ownerReadsAndWrites);
-    while (number < 0 && errno == EINTR);
-    return {operations_, number};
+    return {operations_, uninterrupted([&] {
+                return operations_.openAt(directory, name, flags | O_CLOEXEC, ownerReadsAndWrites);
+            })};
 }
 
 bool FileStore::exists() const {
     struct stat status {};
-    return !directory_.empty() && ::stat(directory_.c_str(), &status) == 0 &&
-           S_ISDIR(status.st_mode);
+    const auto look = [&] { return operations_.statusOfPath(directory_.c_str(), status); };
+    return !directory_.empty() && uninterrupted(look) == 0 && S_ISDIR(status.st_mode);
 }
 
 std::optional<std::string> FileStore::read(std::string_view key) const {
@@ -51,18 +51,18 @@ std::optional<std::string> FileStore::read(std::string_view key) const {
     // Without O_NONBLOCK the open of a FIFO would wait for its writer.
     const Descriptor file = open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status {};
-    if (!file.isOpen() || operations_.status(file.number(), status) != 0 ||
-        !S_ISREG(status.st_mode) || std::cmp_greater(status.st_size, maximumSize))
+    const auto look = [&] { return operations_.status(file.number(), status); };
+    if (!file.isOpen() || uninterrupted(look) != 0 || !S_ISREG(status.st_mode) ||
+        std::cmp_greater(status.st_size, maximumSize))
         return std::nullopt;
 
     std::string data;
     for (std::size_t length = 0;;) {
         // One byte more than expected, so that the end is usually found without growing.
         data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
-        const ssize_t count =
-            operations_.read(file.number(), data.data() + length, data.size() - length);
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = uninterrupted([&] {
+            return operations_.read(file.number(), data.data() + length, data.size() - length);
+        });
         if (count < 0)
             return std::nullopt;
         length += static_cast<std::size_t>(count);
@@ -85,23 +85,43 @@ bool FileStore::holds(std::string_view key) const {
 bool FileStore::write(std::string_view key, std::string_view data) {
     if (directory_.empty() || !namesAFile(key) || data.size() > maximumSize)
         return false;
-    if (missing_ == MissingDirectory::create && !makeDirectories(operations_, directory_))
-        return false;
+    Outcome outcome = Outcome::overtaken;
+    for (int attempts = 0; outcome == Outcome::overtaken && attempts < attemptLimit; ++attempts)
+        outcome = replace(key, data);
+    return outcome == Outcome::stored;
+}
+
+FileStore::Outcome FileStore::replace(std::string_view key, std::string_view data) {
+    if (missing_ == MissingDirectory::create && !makeDirectory())
+        return Outcome::failed;
     const std::optional<Place> place = find(key);
     if (!place || !isReplaceable(*place))
-        return false;
+        return Outcome::failed;
     removeStaleTemporaries(*place);
     const std::optional<std::string> temporary = writeTemporary(*place, data);
     if (!temporary)
-        return false;
+        return Outcome::failed;
     const int directory = place->directory.number();
-    if (operations_.renameAt(directory, temporary->c_str(), place->name.c_str()) != 0) {
-        operations_.unlinkAt(directory, temporary->c_str());
-        return false;
+    const auto rename = [&] {
+        return operations_.renameAt(directory, temporary->c_str(), place->name.c_str());
+    };
+    if (uninterrupted(rename) != 0) {
+        const bool isGone = errno == ENOENT;
+        remove(*place, *temporary);
+        return isGone ? Outcome::overtaken : Outcome::failed;
     }
     // The new value is what everyone reads from here on. Should this fail, a power failure may
     // still bring the old one back, as whole as the new.
-    operations_.sync(directory);
+    uninterrupted([&] { return operations_.sync(directory); });
+    return Outcome::stored;
+}
+
+bool FileStore::makeDirectory() {
+    if (!makeDirectories(operations_, directory_))
+        return false;
+    // One that is there may be of a run that was ended while it made it.
+    if (!std::exchange(isDirectorySynced_, true))
+        syncDirectoryNames(operations_, directory_);
     return true;
 }
 
@@ -109,8 +129,10 @@ std::optional<FileStore::Place> FileStore::find(std::string_view key) const {
     Place place{open(AT_FDCWD, directory_.c_str(), O_RDONLY | O_DIRECTORY), std::string(key)};
     for (int links = 0; links <= linkLimit && place.directory.isOpen(); ++links) {
         std::array<char, PATH_MAX> link{};
-        const ssize_t length = operations_.readLinkAt(place.directory.number(), place.name.c_str(),
-                                                      link.data(), link.size());
+        const ssize_t length = uninterrupted([&] {
+            return operations_.readLinkAt(place.directory.number(), place.name.c_str(), link.data(),
+                                          link.size());
+        });
         if (length < 0 && (errno == EINVAL || errno == ENOENT))
             return place; // not a link
         if (length <= 0 || static_cast<std::size_t>(length) == link.size())
@@ -132,17 +154,32 @@ std::optional<FileStore::Place> FileStore::find(std::string_view key) const {
 
 bool FileStore::isReplaceable(const Place& place) const {
     struct stat status {};
-    if (operations_.statusAt(place.directory.number(), place.name.c_str(), status) != 0)
+    const auto look = [&] {
+        return operations_.statusAt(place.directory.number(), place.name.c_str(), status);
+    };
+    if (uninterrupted(look) != 0)
         return errno == ENOENT;
     return S_ISREG(status.st_mode);
 }
 
+/// Another session of the user, or another user of the folder, may be writing at this moment.
+bool FileStore::isInUse(const Place& place, const std::string& name) const {
+    const Descriptor file =
+        open(place.directory.number(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW);
+    const auto lock = [&] { return operations_.lock(file.number()); };
+    return file.isOpen() && uninterrupted(lock) != 0 && errno == EWOULDBLOCK;
+}
+
 void FileStore::removeStaleTemporaries(const Place& place) const {
-    // The program runs once per session and writes on one thread, so a temporary of this machine
-    // that is here before a write began belongs to a process that has ended.
+    // A temporary of this machine that nobody has open belongs to a process that has ended. One
+    // that was opened just now, or closed to be renamed, may go too; its process writes again.
     for (const std::string& name : operations_.list(place.directory.number()))
-        if (isTemporaryOfThisMachine(name, place.name))
-            operations_.unlinkAt(place.directory.number(), name.c_str());
+        if (isTemporaryOfThisMachine(name, place.name) && !isInUse(place, name))
+            remove(place, name);
+}
+
+void FileStore::remove(const Place& place, const std::string& name) const {
+    uninterrupted([&] { return operations_.unlinkAt(place.directory.number(), name.c_str()); });
 }
 
 std::optional<std::string> FileStore::writeTemporary(const Place& place,
@@ -152,29 +189,26 @@ std::optional<std::string> FileStore::writeTemporary(const Place& place,
     Descriptor file = open(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
     if (!file.isOpen())
         return std::nullopt;
+    uninterrupted([&] { return operations_.lock(file.number()); });
     // The umask can only have taken rights away; where the file system knows no modes there is
     // nothing to give back.
-    operations_.changeModeAt(directory, name.c_str(), ownerReadsAndWrites);
+    uninterrupted(
+        [&] { return operations_.changeModeAt(directory, name.c_str(), ownerReadsAndWrites); });
     if (fill(file, data))
         return name;
-    operations_.unlinkAt(directory, name.c_str());
+    remove(place, name);
     return std::nullopt;
 }
 
 bool FileStore::fill(Descriptor& file, std::string_view data) const {
     while (!data.empty()) {
-        const ssize_t count = operations_.write(file.number(), data.data(), data.size());
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = uninterrupted(
+            [&] { return operations_.write(file.number(), data.data(), data.size()); });
         if (count <= 0)
             return false;
         data.remove_prefix(static_cast<std::size_t>(count));
     }
-    int result = -1;
-    do
-        result = operations_.sync(file.number());
-    while (result != 0 && errno == EINTR);
-    return result == 0 && file.close();
+    return uninterrupted([&] { return operations_.sync(file.number()); }) == 0 && file.close();
 }
 
 } // namespace kestrel::linux_shell

@@ -52,10 +52,17 @@ class FileStore {
         std::string name;
     };
 
+    enum class Outcome { stored, failed, overtaken };
+
+    /// One attempt; overtaken when the temporary file, or its directory, is gone before the end.
+    Outcome replace(std::string_view key, std::string_view data);
+    bool makeDirectory();
     [[nodiscard]] Descriptor open(int directory, const char* name, int flags) const;
     [[nodiscard]] std::optional<Place> find(std::string_view key) const;
     [[nodiscard]] bool isReplaceable(const Place& place) const;
+    [[nodiscard]] bool isInUse(const Place& place, const std::string& name) const;
     void removeStaleTemporaries(const Place& place) const;
+    void remove(const Place& place, const std::string& name) const;
     [[nodiscard]] std::optional<std::string> writeTemporary(const Place& place,
                                                             std::string_view data) const;
     [[nodiscard]] bool fill(Descriptor& file, std::string_view data) const;
@@ -63,6 +70,7 @@ class FileStore {
     FileOperations& operations_;
     std::string directory_;
     MissingDirectory missing_;
+    bool isDirectorySynced_ = false;
 };
 
 } // namespace kestrel::linux_shell

@@ -54,11 +54,17 @@ class FaultyFileOperations final : public linux_shell::FileOperations {
     int sync(int descriptor) override {
         return run("sync", [&] { return ::fcntl(descriptor, F_GETFD) < 0 ? -1 : 0; });
     }
+    int lock(int descriptor) override {
+        return run("lock", [&] { return Base::lock(descriptor); });
+    }
     int status(int descriptor, struct stat& status) override {
         return run("status", [&] { return Base::status(descriptor, status); });
     }
     int statusAt(int directory, const char* name, struct stat& status) override {
         return run("statusAt", [&] { return Base::statusAt(directory, name, status); });
+    }
+    int statusOfPath(const char* path, struct stat& status) override {
+        return run("statusOfPath", [&] { return Base::statusOfPath(path, status); });
     }
     int changeModeAt(int directory, const char* name, mode_t mode) override {
         return run("changeModeAt", [&] { return Base::changeModeAt(directory, name, mode); });

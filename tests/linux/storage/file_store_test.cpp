@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -219,6 +220,46 @@ TEST_F(FileStoreTest, StaleTemporariesGoWithTheNextWriteAndOthersStay) {
     EXPECT_EQ(namesIn(directory), kept);
 }
 
+/// Another session of the user writes at the worst moment, and takes our temporary for a stale one.
+class AmongOtherSessions final : public linux_shell::FileOperations {
+  public:
+    explicit AmongOtherSessions(int times) : times_(times) {}
+
+    int renameAt(int directory, const char* from, const char* to) override {
+        if (times_-- > 0)
+            unlinkAt(directory, from);
+        return FileOperations::renameAt(directory, from, to);
+    }
+
+  private:
+    int times_;
+};
+
+TEST_F(FileStoreTest, AWriteWhoseTemporaryAnotherSessionRemovesIsMadeAgain) {
+    ASSERT_TRUE(store.write("launcherItems", "old"));
+    AmongOtherSessions busy(2);
+    EXPECT_TRUE(FileStore(busy, directory, MissingDirectory::create).write("launcherItems", "new"));
+    EXPECT_EQ(contentsOf(file), "new");
+    AmongOtherSessions endless(1000);
+    EXPECT_FALSE(
+        FileStore(endless, directory, MissingDirectory::create).write("launcherItems", "x"));
+    EXPECT_EQ(contentsOf(file), "new");
+    EXPECT_EQ(namesIn(directory), Names{"launcherItems"});
+}
+
+TEST_F(FileStoreTest, ATemporaryThatAnotherProcessIsWritingStays) {
+    makeDirectory();
+    const std::string name = directory + "/" + linux_shell::nextTemporaryName("launcherItems");
+    writeInPlace(name, "half");
+    const int other = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(systemFileOperations().lock(other), 0);
+    EXPECT_TRUE(store.write("launcherItems", "[]"));
+    EXPECT_EQ(contentsOf(name), "half");
+    ::close(other);
+    EXPECT_TRUE(store.write("launcherItems", "[]"));
+    EXPECT_EQ(namesIn(directory), Names{"launcherItems"});
+}
+
 TEST_F(FileStoreTest, WritesThatTakeOneByteAtATimeAreCompleted) {
     FaultyFileOperations operations;
     operations.writesAreShort = true;
@@ -242,7 +283,6 @@ TEST_F(FileStoreTest, AFileTooLargeForTheProcessLeavesTheOldOne) {
     if (child == 0) {
         const rlimit limit{1000, 1000};
         ::setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, SIG_IGN);
         ::_exit(store.write("launcherItems", std::string(5000, 'x')) ? 1 : 0);
     }
     int status = -1;

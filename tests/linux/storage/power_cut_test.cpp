@@ -1,0 +1,129 @@
+// What a power cut may leave of a save, whenever it comes and whatever of the unsynced data reached
+// the disk before it: the list as it was or as it became, whole, in each of the files.
+#include "tests/linux/storage/disk_scenes.h"
+#include "tests/linux/storage/disk_session.h"
+#include "tests/linux/storage/memory_disk.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace kestrel::tests {
+namespace {
+
+class PowerCutTest : public testing::TestWithParam<Start> {
+  protected:
+    Titles before = GetParam() == Start::nothing ? Titles{} : Titles{"Old"};
+    Titles after = [this] {
+        Titles titles = before;
+        titles.emplace_back("New");
+        return titles;
+    }();
+
+    /// The program starts and adds an item, and is gone before call number `end`.
+    static MemoryDisk afterRun(int end) {
+        MemoryDisk disk = diskFor(GetParam());
+        disk.endsBefore = end;
+        DiskSession(disk, dataDirectory).add("New");
+        return disk;
+    }
+
+    static int callsOfARun() {
+        const int count = afterRun(MemoryDisk::never).calls;
+        EXPECT_GT(count, 20);
+        return count;
+    }
+
+    /// The next start shows one of `lists`, and adding to it works and clears up.
+    static void expectOneOf(const std::vector<Titles>& lists, MemoryDisk disk) {
+        DiskSession session(disk, dataDirectory);
+        const Titles shown = session.shown();
+        EXPECT_TRUE(std::ranges::find(lists, shown) != lists.end())
+            << testing::PrintToString(shown);
+        session.add("Later");
+        Titles later = shown;
+        later.emplace_back("Later");
+        EXPECT_EQ(titlesIn(disk, localList), later);
+        EXPECT_EQ(temporariesOn(disk), Titles{});
+        for (MemoryDisk& left : disk.afterPowerCut())
+            EXPECT_EQ(DiskSession(left, dataDirectory).shown(), later);
+    }
+
+    void expectSound(const std::vector<Titles>& lists, const MemoryDisk& disk) {
+        for (const std::string& path : {localList, cloudList}) {
+            const auto stored = titlesIn(disk, path);
+            const bool isOld = stored == titlesIn(diskFor(GetParam()), path);
+            EXPECT_TRUE(isOld || stored == before || stored == after) << path;
+        }
+        const auto date = disk.contents(dataDirectory + "/lastLocalSync");
+        EXPECT_TRUE(!date || date->size() == std::string("2026-11-21T01:55:06Z").size());
+        expectOneOf(lists, disk);
+    }
+};
+
+TEST_P(PowerCutTest, LeavesTheOldListOrTheNewOne) {
+    const int count = callsOfARun();
+    std::size_t states = 0;
+    for (int end = 0; end <= count; ++end) {
+        SCOPED_TRACE("cut before call " + std::to_string(end));
+        for (const MemoryDisk& left : afterRun(end).afterPowerCut()) {
+            expectSound({before, after}, left);
+            ++states;
+            if (HasFailure())
+                FAIL() << left.fingerprint();
+        }
+    }
+    EXPECT_GT(states, static_cast<std::size_t>(count) + 20) << "no cut found anything unsynced";
+}
+
+TEST_P(PowerCutTest, LeavesTheNewListOnceTheSaveHasReturned) {
+    for (const MemoryDisk& left : afterRun(MemoryDisk::never).afterPowerCut()) {
+        expectSound({after}, left);
+        if (HasFailure())
+            FAIL() << left.fingerprint();
+    }
+}
+
+TEST_P(PowerCutTest, LeavesWhatWasSavedAfterAKill) {
+    const int count = callsOfARun();
+    for (int end = 0; end <= count; ++end) {
+        SCOPED_TRACE("killed before call " + std::to_string(end));
+        MemoryDisk disk = afterRun(end);
+        disk.startProcess();
+        DiskSession session(disk, dataDirectory);
+        session.add("Later");
+        const Titles saved = session.shown();
+        for (MemoryDisk& left : disk.afterPowerCut())
+            ASSERT_EQ(DiskSession(left, dataDirectory).shown(), saved) << left.fingerprint();
+    }
+}
+
+TEST(PowerCutAmongSavesTest, LeavesAListOfThatTimeEvenWhereDirectoriesCannotBeSynced) {
+    for (int end = 0;; ++end) {
+        SCOPED_TRACE("cut before call " + std::to_string(end));
+        MemoryDisk disk = diskFor(Start::listAlone);
+        disk.refusesToSyncDirectories = true;
+        disk.endsBefore = end;
+        linux_shell::FileUserDefaults defaults(dataDirectory, disk);
+        for (const char* const title : {"Second", "Third"})
+            defaults.setData(listOf({title}), "launcherItems");
+        for (const MemoryDisk& left : disk.afterPowerCut()) {
+            const auto stored = titlesIn(left, localList);
+            ASSERT_TRUE(stored == Titles{"Old"} || stored == Titles{"Second"} ||
+                        stored == Titles{"Third"})
+                << left.fingerprint();
+        }
+        if (disk.calls < end)
+            break;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Starts, PowerCutTest,
+                         testing::Values(Start::listAlone, Start::listAndCloud, Start::nothing,
+                                         Start::listsBehindLinks, Start::staleTemporaries,
+                                         Start::cloudWithoutList, Start::cloudWithAnotherList));
+
+} // namespace
+} // namespace kestrel::tests
