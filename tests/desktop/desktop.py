@@ -331,11 +331,11 @@ class Desktop(Session):
     # Windows.
 
     def windows(self):
-        """All windows that are shown, the topmost first."""
+        """All windows that are shown and have a name, the topmost first: the parts of a window
+        manager's frames have none."""
         found = []
         tree = self.run("xwininfo", "-root", "-tree")
-        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+(\d+)x',
-                                tree, re.M):
+        for line in re.finditer(r'^\s+(0x[0-9a-f]+) "(.*)": \(.*?\)\s+(\d+)x', tree, re.M):
             if int(line[3]) <= 1:
                 continue
             # The tree may be older than the window's being shown: only this is of one moment.
@@ -345,8 +345,7 @@ class Desktop(Session):
             rect = Rect(*(int(re.search(rf"{what}:\s+(-?\d+)", now)[1]) for what in (
                 "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
             role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
-            title = line[2][1:-1] if line[2].startswith('"') else ""
-            found.append(X11Window(line[1], title, role[1] if role else "", rect))
+            found.append(X11Window(line[1], line[2], role[1] if role else "", rect))
         return found
 
     def window(self, role=None, title=None):
