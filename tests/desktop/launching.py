@@ -62,6 +62,15 @@ def children(pid):
     return found
 
 
+def state(pid):
+    """The letter of a process's state; None when there is no such process."""
+    try:
+        with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as file:
+            return file.read().rsplit(")", 1)[1].split()[0]
+    except FileNotFoundError:
+        return None
+
+
 class LaunchingTest(DesktopTest):
     """A desktop on which every launch leaves a record."""
 

@@ -5,7 +5,7 @@ import shutil
 import signal
 import socket
 
-from launching import LaunchingTest, descriptors
+from launching import LaunchingTest, descriptors, state
 
 APPIMAGE_MAGIC = b"AI\x02"
 
@@ -186,7 +186,7 @@ class LaunchesTest(LaunchingTest):
                 os.kill(self.kestrel.process.pid, end)
                 self.kestrel.process.wait()
             for record in records:
-                self.assertEqual(self.state(record["pid"]), "S", record["arguments"])
+                self.assertEqual(state(record["pid"]), "S", record["arguments"])
                 os.kill(record["pid"], signal.SIGKILL)
         self.wait_for_no_scratch()
 
@@ -194,14 +194,6 @@ class LaunchesTest(LaunchingTest):
         """A program that records its start and then stays."""
         return self.desktop.write(f"home/{name}", "#!/bin/sh\n"
                                   f"exec {self.recording()} --stay {name}\n", 0o755)
-
-    def state(self, pid):
-        """The letter of a process's state; None when there is no such process."""
-        try:
-            with open(f"/proc/{pid}/stat", encoding="utf-8") as file:
-                return file.read().rsplit(")", 1)[1].split()[0]
-        except FileNotFoundError:
-            return None
 
     def quit(self):
         self.assertEqual(self.kestrel.quit(), 0)
