@@ -39,6 +39,14 @@ class TerminalsTest(LaunchingTest):
             self.desktop.write(f"home/{name}", common + "PS1='ready> '\n")
         self.desktop.write("config/fish/config.fish", common + "set -g fish_greeting\n")
 
+    def shell(self, name):
+        """A link to the shell at a place that is no login shell's, as some install their own."""
+        path = self.desktop.path("home", "shells", name)
+        if not os.path.lexists(path):
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            os.symlink(shutil.which(name), path)
+        return path
+
     def command(self, text, shell):
         assignment = "set x 5" if shell == "fish" else "x=5"
         return (f"printf %s {quoted(text, shell)} > ~/text\n"
@@ -76,7 +84,7 @@ class TerminalsTest(LaunchingTest):
         text = odd_text(size)
         known = self.clients()
         self.start_with([("Inline Command", "Command", self.command(text, shell))],
-                        {"TERMINAL": terminal, "SHELL": shutil.which(shell),
+                        {"TERMINAL": terminal, "SHELL": self.shell(shell),
                          "ENV": self.desktop.path("home", ".shrc")})
         self.launch("Command")
         window = self.wait_for_client(known)
@@ -107,6 +115,69 @@ class TerminalsTest(LaunchingTest):
         for i, terminal in enumerate(TERMINALS):
             self.type_into(terminal, shell, 64 * KIBIBYTE if i % 2 == 0 else KIBIBYTE,
                            with_a_crash=i % 2 == 1)
+
+    def test_terminal_that_runs_already_opens_a_window_with_the_shell_of_the_program(self):
+        self.start_desktop()
+        for terminal in ("xfce4-terminal", "gnome-terminal"):
+            first = self.clients()
+            self.desktop.start([terminal], {"SHELL": "/bin/sh"})
+            self.wait_for_client(first)
+            known = self.clients()
+            self.forget_records()
+            self.start_with([("Inline Command", "Command", self.recording())],
+                            {"TERMINAL": terminal, "SHELL": self.shell("zsh")})
+            self.launch("Command")
+            self.wait_for_client(known)
+            record = self.wait_for_records(1)[0]
+            self.assertEqual(record["shell"], "zsh")
+            self.assertEqual(record["environment"]["SHELL"], self.shell("zsh"))
+            self.end_program(with_a_crash=False)
+
+    def test_terminal_is_the_one_that_the_session_means(self):
+        """The named one, the system's, then the desktop's own, among many that are installed."""
+        self.start_desktop()
+        self.write_start_files()
+        plain, alternative = self.programs("plain"), self.programs("alternative")
+        os.symlink(shutil.which("konsole"), os.path.join(alternative, "x-terminal-emulator"))
+        wrapped, launcher = self.programs("wrapped"), self.programs("launcher")
+        os.symlink("/usr/bin/xfce4-terminal.wrapper",
+                   os.path.join(wrapped, "x-terminal-emulator"))
+        self.desktop.write("launcher/xdg-terminal-exec",
+                           '#!/bin/sh\nexec kitty -e "$@"\n', 0o755)
+        for expected, folder, variables in (
+                ("konsole", plain, {"TERMINAL": "konsole"}),
+                ("kitty", alternative, {"TERMINAL": shutil.which("kitty")}),
+                ("konsole", alternative, {"XDG_CURRENT_DESKTOP": "XFCE"}),
+                ("konsole", alternative, {"TERMINAL": "not-installed"}),
+                ("xfce4-terminal", wrapped, {}),
+                ("kitty", launcher, {"TERMINAL": "xterm", "XDG_CURRENT_DESKTOP": "KDE"}),
+                ("xfce4-terminal", plain, {"XDG_CURRENT_DESKTOP": "XFCE"}),
+                ("konsole", plain, {"XDG_CURRENT_DESKTOP": "Unknown:KDE:GNOME"}),
+                ("gnome-terminal", plain, {"XDG_CURRENT_DESKTOP": "ubuntu:GNOME"}),
+                ("kitty", plain, {"XDG_CURRENT_DESKTOP": "sway"}),
+                ("gnome-terminal", plain, {})):
+            self.open_one(expected, {"TERMINAL": None, "PATH": folder, **variables})
+
+    def programs(self, name):
+        """A folder with all programs of the machine but those that choose a terminal."""
+        folder = self.desktop.path(name)
+        os.mkdir(folder)
+        for program in os.listdir("/usr/bin"):
+            if program not in ("x-terminal-emulator", "xdg-terminal-exec"):
+                os.symlink(f"/usr/bin/{program}", os.path.join(folder, program))
+        return folder
+
+    def open_one(self, terminal, environment):
+        known = self.clients()
+        self.forget_records()
+        self.start_with([("Inline Command", "Command", self.recording())], environment)
+        self.launch("Command")
+        window = self.wait_for_client(known)
+        self.assertIn(terminal.removesuffix("-terminal"), self.window_class(window), environment)
+        self.wait_for_records(1)
+        self.desktop.type("exit\n")
+        self.wait_until(lambda: window not in self.clients(), "the window to close")
+        self.end_program(with_a_crash=False)
 
     def test_terminals_take_a_command_for_bash(self):
         self.type_into_all("bash")
