@@ -18,6 +18,9 @@ namespace {
 
 using Entry = ObjectPtr<GDesktopAppInfo>;
 
+/// A hundred times the largest that systems have.
+constexpr off_t largestEntry = 4 << 20; // bytes
+
 /// What is left to do when the bus has not started the application.
 struct Activation {
     std::string path;
@@ -36,11 +39,6 @@ std::string quotedForExec(const std::string& word) {
     for (const char* character = quoted.get(); *character != '\0'; ++character)
         result.append(*character == '%' ? 2 : 1, *character);
     return result;
-}
-
-bool isRegularFile(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 /// The connection to the session bus that GIO shares in the process, also with its own launching;
@@ -162,6 +160,12 @@ bool activate(const std::string& path, const std::optional<std::string>& uri) {
 
 } // namespace
 
+bool mayBeDesktopEntry(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_size <= largestEntry;
+}
+
 std::string expandEntryLocation(const std::string& exec, const std::string& path) {
     std::string result;
     for (std::size_t i = 0; i < exec.size(); ++i) {
@@ -185,8 +189,7 @@ std::string execBehind(const std::vector<std::string>& prefix, const std::string
 }
 
 void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri) {
-    // Reading a pipe would wait for its writer.
-    if (!isRegularFile(path))
+    if (!mayBeDesktopEntry(path))
         return;
     const Entry entry(g_desktop_app_info_new_from_filename(path.c_str()));
     if (!entry)

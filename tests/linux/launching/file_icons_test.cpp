@@ -12,6 +12,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 namespace fs = std::filesystem;
+using std::chrono::seconds;
 
 /// One for all tests of this program, as in any Qt program.
 class ApplicationEnvironment : public testing::Environment {
@@ -65,7 +66,7 @@ class FileIconsTest : public LaunchingTest {
         return files() / name;
     }
 
-    FileIcons icons_;
+    FileIcons icons_{{}, seconds(20)};
 
   private:
     fs::path themes_;
