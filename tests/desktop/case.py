@@ -32,10 +32,11 @@ class DesktopTest(unittest.TestCase):
         self.desktop = self.enterContext(Desktop(**options))
         return self.desktop
 
-    def start_kestrel(self, environment=None, words=None, command=None):
-        """Starts the program on the test's desktop (see Kestrel), by another command if need be."""
-        self.kestrel = Kestrel(self.desktop, command or [os.environ["KESTREL_PROGRAM"]],
-                               environment, words)
+    def start_kestrel(self, environment=None, words=None, command=None, tracer=()):
+        """Starts the program on the test's desktop (see Kestrel), by another command if need be,
+        behind the words of a tracer if there are."""
+        command = command or [os.environ["KESTREL_PROGRAM"]]
+        self.kestrel = Kestrel(self.desktop, [*tracer, *command], environment, words)
         return self.kestrel
 
     def assert_stays(self, condition, seconds=0.4):

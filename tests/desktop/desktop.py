@@ -182,9 +182,11 @@ class Session:
             # An address at which nobody answers, so that nothing starts a bus of its own.
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + self.path("no-bus")
             return
-        bus = self.start_service(["dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                  "--print-address=1", "--address=unix:path=" + self.path("bus")])
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.wait_for_line(r"(unix:\S+)")[1]
+        self.bus_process = self.start_service(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1",
+             "--address=unix:path=" + self.path("bus")])
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = \
+            self.bus_process.wait_for_line(r"(unix:\S+)")[1]
 
     @property
     def bus(self):

@@ -71,6 +71,14 @@ def state(pid):
         return None
 
 
+def program_of(pid):
+    """The path of the program that a process runs; None for a zombie and for no process."""
+    try:
+        return os.readlink(f"/proc/{pid}/exe")
+    except FileNotFoundError:
+        return None
+
+
 class LaunchingTest(DesktopTest):
     """A desktop on which every launch leaves a record."""
 
@@ -81,12 +89,13 @@ class LaunchingTest(DesktopTest):
         self.recorder = desktop.write("records/recorder.py", RECORDER)
         return desktop
 
-    def start_with(self, items, environment=None):
-        """Starts the program with a list of (kind, title, path or command)."""
+    def start_with(self, items, environment=None, tracer=()):
+        """Starts the program, under a tracer if there is one, with a list of (kind, title, path or
+        command)."""
         store_before_start(self.desktop, [item(kind, title, text, identity(i))
                                           for i, (kind, title, text) in enumerate(items, 1)])
         return self.start_kestrel({"TERMINAL": self.terminal, "SHELL": "/bin/sh",
-                                   **(environment or {})})
+                                   **(environment or {})}, tracer)
 
     def recording(self):
         """The words of a shell command that records how it was started; more may follow."""
