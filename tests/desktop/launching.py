@@ -141,8 +141,16 @@ class LaunchingTest(DesktopTest):
     def launch_row(self, row):
         """The same by keys, for a row that may be out of sight."""
         self.kestrel.open_popover()
-        self.desktop.key("Home", *["Down"] * row, "Return")
+        wait_for(self.takes_keys, what="the popover to take keys")
+        self.desktop.key(*["Down"] * row, "Return")
         self.kestrel.wait_for_no_popover()
+
+    def takes_keys(self):
+        """Whether Home leads to the first row: the popover has the keyboard a moment after it
+        shows."""
+        self.desktop.key("Home")
+        first = self.desktop.accessibility.find_all("list item")[:1]
+        return any("selected" in row.states for row in first)
 
     def launch_and_record(self, title):
         """The record of the one program that a click on a row starts."""
