@@ -2,6 +2,7 @@
 
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
+#include "shells/linux/views/kit/row_list.h"
 #include "shells/linux/views/kit/symbol.h"
 
 #include <QDBusConnection>
@@ -32,6 +33,14 @@ QImage drawnSymbol(const Image& image, int pixels) {
                              : QImage();
 }
 
+void showLateIcons() {
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (auto* list = qobject_cast<RowList*>(widget)) {
+            list->refresh();
+        }
+    }
+}
+
 } // namespace
 
 Shell::Shell(QApplication& application)
@@ -40,6 +49,7 @@ Shell::Shell(QApplication& application)
       cloud_(dataDirectory_, listKey),
       workspace_(launchWorker_),
       terminal_(launchWorker_),
+      fileIcons_([this] { mainQueue_.async(showLateIcons); }),
       application_(application),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
       viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),

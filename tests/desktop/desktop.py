@@ -186,9 +186,11 @@ class Session:
             # An address at which nobody answers, so that nothing starts a bus of its own.
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + self.path("no-bus")
             return
-        bus = self.start_service(["dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                  "--print-address=1", "--address=unix:path=" + self.path("bus")])
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.wait_for_line(r"(unix:\S+)")[1]
+        self.bus_process = self.start_service(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1",
+             "--address=unix:path=" + self.path("bus")])
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = \
+            self.bus_process.wait_for_line(r"(unix:\S+)")[1]
 
     @property
     def bus(self):
@@ -207,10 +209,10 @@ class Session:
         return self._accessibility
 
     def x11_windows(self):
-        """The windows that the X server shows, the topmost first, one after another."""
+        """The windows that the X server shows and that have a name, the topmost first, one after
+        another. The parts of a window manager's frames have none."""
         tree = self.run("xwininfo", "-root", "-tree")
-        for line in re.finditer(r'^\s+(0x[0-9a-f]+) (\(has no name\)|".*"): \(.*?\)\s+(\d+)x',
-                                tree, re.M):
+        for line in re.finditer(r'^\s+(0x[0-9a-f]+) "(.*)": \(.*?\)\s+(\d+)x', tree, re.M):
             if int(line[3]) <= 1:
                 continue
             # The tree may be older than the window's being shown: only this is of one moment.
@@ -220,8 +222,7 @@ class Session:
             rect = Rect(*(int(re.search(rf"{what}:\s+(-?\d+)", now)[1]) for what in (
                 "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
             role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
-            title = line[2][1:-1] if line[2].startswith('"') else ""
-            yield X11Window(line[1], title, role[1] if role else "", rect)
+            yield X11Window(line[1], line[2], role[1] if role else "", rect)
 
     def start_panel(self, panel, options=(), edge="top", **look):
         """See panels.start_panel and panels.Look."""

@@ -10,6 +10,24 @@
 
 namespace kestrel::linux_shell {
 
+namespace {
+
+/// The absolute path in the variable `name`, or in that field of the user's entry among the
+/// accounts, or `otherwise`.
+std::string pathFrom(const char* name, char* passwd::*field, const char* otherwise) {
+    if (const char* value = std::getenv(name); value != nullptr && value[0] == '/')
+        return value;
+    std::vector<char> buffer(16384);
+    struct passwd entry {};
+    struct passwd* found = nullptr;
+    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 &&
+        found != nullptr && found->*field != nullptr && (found->*field)[0] == '/')
+        return found->*field;
+    return otherwise;
+}
+
+} // namespace
+
 NullDevice::NullDevice() : descriptor_(::open("/dev/null", O_RDWR | O_CLOEXEC)) {}
 
 NullDevice::~NullDevice() {
@@ -19,16 +37,10 @@ NullDevice::~NullDevice() {
 
 std::string homeFolder() {
     // Not g_get_home_dir(), which keeps its first answer for good.
-    if (const char* home = std::getenv("HOME"); home != nullptr && home[0] == '/')
-        return home;
-    std::vector<char> buffer(16384);
-    struct passwd entry {};
-    struct passwd* found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 &&
-        found != nullptr && found->pw_dir != nullptr && found->pw_dir[0] == '/')
-        return found->pw_dir;
-    return "/";
+    return pathFrom("HOME", &passwd::pw_dir, "/");
 }
+
+std::string userShell() { return pathFrom("SHELL", &passwd::pw_shell, "/bin/sh"); }
 
 bool isUsablePath(std::string_view path) {
     return path.starts_with('/') && path.find('\0') == std::string_view::npos;

@@ -26,6 +26,9 @@ class NullDevice {
 /// The user's home folder; "/" when there is none.
 std::string homeFolder();
 
+/// The user's shell: $SHELL, or the login shell where nothing has set that.
+std::string userShell();
+
 /// True when `path` can name a file as it stands: absolute, and without a NUL, at which the system
 /// would cut it short and reach another file. A relative path has no folder to start from here.
 bool isUsablePath(std::string_view path);

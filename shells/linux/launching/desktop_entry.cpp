@@ -18,6 +18,9 @@ namespace {
 
 using Entry = ObjectPtr<GDesktopAppInfo>;
 
+/// A hundred times the largest that systems have.
+constexpr off_t largestEntry = 4 << 20; // bytes
+
 /// What is left to do when the bus has not started the application.
 struct Activation {
     std::string path;
@@ -38,13 +41,18 @@ std::string quotedForExec(const std::string& word) {
     return result;
 }
 
-bool isRegularFile(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+/// The connection to the session bus that GIO shares in the process, also with its own launching;
+/// null without a bus. Unless told otherwise it ends the whole program together with the bus.
+ObjectPtr<GDBusConnection> sharedBus() {
+    ObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (bus)
+        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    return bus;
 }
 
 /// Runs the entry's command line.
 void spawn(GDesktopAppInfo* entry, const std::optional<std::string>& uri) {
+    const auto bus = sharedBus();
     // GLib has a working folder of its own for the child only when the entry names one.
     std::string home = homeFolder();
     void* folder = stringOf(entry, G_KEY_FILE_DESKTOP_KEY_PATH).empty() ? home.data() : nullptr;
@@ -133,15 +141,13 @@ bool activate(const std::string& path, const std::optional<std::string>& uri) {
     const auto name = busName(path);
     if (!name)
         return false;
-    const ObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    const auto bus = sharedBus();
     if (!bus || g_dbus_connection_is_closed(bus.get()))
         return false;
-    // The shared connection would end the whole program together with the bus.
-    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     std::string object = '/' + *name;
     std::ranges::replace(object, '.', '/');
     std::ranges::replace(object, '-', '_');
-    const std::array<const char*, 1> uris = {uri ? uri->c_str() : nullptr};
+    const std::array<const char*, 2> uris = {uri ? uri->c_str() : nullptr, nullptr};
     GVariant* arguments =
         uri ? g_variant_new("(^asa{sv})", uris.data(), nullptr) : g_variant_new("(a{sv})", nullptr);
     g_dbus_connection_call(bus.get(), name->c_str(), object.c_str(), "org.freedesktop.Application",
@@ -153,6 +159,12 @@ bool activate(const std::string& path, const std::optional<std::string>& uri) {
 }
 
 } // namespace
+
+bool mayBeDesktopEntry(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_size <= largestEntry;
+}
 
 std::string expandEntryLocation(const std::string& exec, const std::string& path) {
     std::string result;
@@ -177,8 +189,7 @@ std::string execBehind(const std::vector<std::string>& prefix, const std::string
 }
 
 void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri) {
-    // Reading a pipe would wait for its writer.
-    if (!isRegularFile(path))
+    if (!mayBeDesktopEntry(path))
         return;
     const Entry entry(g_desktop_app_info_new_from_filename(path.c_str()));
     if (!entry)

@@ -7,6 +7,10 @@
 
 namespace kestrel::linux_shell {
 
+/// Whether the file at `path` is one to be read as a desktop entry: a regular file, since a pipe
+/// would wait for its writer, and not of a size that fills the memory.
+bool mayBeDesktopEntry(const std::string& path);
+
 /// Launches the entry in the file at the absolute path `path`, handing it `uri` when there is one.
 /// An entry that needs a terminal gets the user's own; one that is activated over the session bus
 /// is, and falls back to its command line when the bus knows no such service or cannot start it.

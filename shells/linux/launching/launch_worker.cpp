@@ -6,73 +6,121 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr auto patience = std::chrono::seconds(2);
+using Clock = std::chrono::steady_clock;
+using Lock = std::unique_lock<std::mutex>;
 
 } // namespace
 
-struct LaunchWorker::State {
-    GlibMainContext context{g_main_context_new()};
+/// Shared with the threads: one that runs the jobs, those that it has replaced and, while jobs wait
+/// behind a running one, a deputy that may have to replace it. The mutex guards all that changes.
+struct LaunchWorker::State : std::enable_shared_from_this<State> {
+    explicit State(std::chrono::milliseconds limit) : patience(limit) {}
+
+    const std::chrono::milliseconds patience;
     std::mutex mutex;
-    std::condition_variable finished;
+    std::condition_variable changed;
     std::deque<std::function<void()>> jobs;
+    GMainContext* context = nullptr; ///< of the thread that runs the jobs, and which one that is
+    Clock::time_point started;       ///< when the running job has begun
+    bool busy = false;
+    bool hasDeputy = false;
     bool stopping = false;
     bool done = false;
 
-    /// Runs what is queued; false once there is nothing left and the owner is gone.
-    bool runJobs() {
-        for (;;) {
-            std::function<void()> job;
-            {
-                const std::lock_guard lock(mutex);
-                if (jobs.empty())
-                    return !stopping;
-                job = std::move(jobs.front());
-                jobs.pop_front();
-            }
-            job();
-        }
+    void appointDeputy() {
+        if (busy && !jobs.empty() && !std::exchange(hasDeputy, true))
+            std::thread([state = shared_from_this()] { state->deputise(); }).detach();
     }
 
-    void run() {
-        g_main_context_push_thread_default(context.get());
-        while (runJobs())
-            g_main_context_iteration(context.get(), TRUE);
-        g_main_context_pop_thread_default(context.get());
-        const std::lock_guard lock(mutex);
-        done = true;
-        finished.notify_all();
+    void runJob(Lock& lock) {
+        std::function<void()> job = std::move(jobs.front());
+        jobs.pop_front();
+        busy = true;
+        started = Clock::now();
+        appointDeputy();
+        changed.notify_all();
+        lock.unlock();
+        job();
+        job = nullptr;
+        lock.lock();
+    }
+
+    /// Until the end, or until another thread has replaced this one.
+    void runJobs() {
+        const GlibMainContext own(g_main_context_new());
+        g_main_context_push_thread_default(own.get());
+        Lock lock(mutex);
+        context = own.get();
+        while (!jobs.empty() || !stopping) {
+            if (jobs.empty()) {
+                lock.unlock();
+                g_main_context_iteration(own.get(), TRUE);
+                lock.lock();
+                continue;
+            }
+            runJob(lock);
+            if (context != own.get())
+                break;
+            busy = false;
+            changed.notify_all();
+        }
+        if (context == own.get()) {
+            context = nullptr;
+            done = true;
+            changed.notify_all();
+        }
+        lock.unlock();
+        g_main_context_pop_thread_default(own.get());
+    }
+
+    /// Waits until nothing waits any longer. True when the running job takes too long for that.
+    bool mustReplace() {
+        Lock lock(mutex);
+        while (!jobs.empty()) {
+            if (busy && Clock::now() >= started + patience) {
+                context = nullptr;
+                busy = hasDeputy = false;
+                return true;
+            }
+            changed.wait_until(lock, busy ? started + patience : Clock::now() + patience);
+        }
+        hasDeputy = false;
+        return false;
+    }
+
+    void deputise() {
+        if (mustReplace())
+            runJobs();
     }
 };
 
-LaunchWorker::LaunchWorker()
-    : state_(std::make_shared<State>()), thread_([state = state_] { state->run(); }) {}
+LaunchWorker::LaunchWorker(std::chrono::milliseconds patience)
+    : state_(std::make_shared<State>(patience)) {
+    std::thread([state = state_] { state->runJobs(); }).detach();
+}
 
 LaunchWorker::~LaunchWorker() {
-    bool done = false;
-    {
-        std::unique_lock lock(state_->mutex);
-        state_->stopping = true;
-        g_main_context_wakeup(state_->context.get());
-        done = state_->finished.wait_for(lock, patience, [this] { return state_->done; });
-    }
-    if (done)
-        thread_.join();
-    else
-        thread_.detach();
+    Lock lock(state_->mutex);
+    state_->stopping = true;
+    if (state_->context != nullptr)
+        g_main_context_wakeup(state_->context);
+    state_->changed.wait_for(lock, state_->patience + state_->patience / 4,
+                             [this] { return state_->done; });
 }
 
 void LaunchWorker::async(std::function<void()> job) {
-    {
-        const std::lock_guard lock(state_->mutex);
-        state_->jobs.push_back(std::move(job));
-    }
-    g_main_context_wakeup(state_->context.get());
+    const std::lock_guard lock(state_->mutex);
+    state_->jobs.push_back(std::move(job));
+    if (state_->context != nullptr)
+        g_main_context_wakeup(state_->context);
+    state_->appointDeputy();
 }
 
 } // namespace kestrel::linux_shell

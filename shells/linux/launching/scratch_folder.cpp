@@ -23,7 +23,8 @@ constexpr std::string_view namePrefix = "kestrel-launch-";
 
 /// Every name that this program puts into a scratch folder. The scripts in terminal/ remove the
 /// same ones.
-constexpr std::array<const char*, 5> fileNames = {"run", "cmd", "bashrc", ".zshenv", "init.fish"};
+constexpr std::array<const char*, 6> fileNames = {"run",    "shell",   "cmd",
+                                                  "bashrc", ".zshenv", "init.fish"};
 
 /// A file descriptor that closes itself.
 class Descriptor {

@@ -14,10 +14,12 @@ void openTerminalWindow(StartScript script, std::string_view text) {
     if (!terminal)
         return;
     const bool typed = script == StartScript::command;
-    const std::array<ScratchFile, 5> files = {{
+    const std::string shell = userShell();
+    const std::array<ScratchFile, 6> files = {{
         {.name = "run",
          .bytes = typed ? terminal_scripts::run : terminal_scripts::runFile,
          .executable = true},
+        {.name = "shell", .bytes = shell},
         {.name = "cmd", .bytes = text},
         {.name = "bashrc", .bytes = terminal_scripts::bashrc},
         {.name = ".zshenv", .bytes = terminal_scripts::zshenv},

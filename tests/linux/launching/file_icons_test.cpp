@@ -6,12 +6,15 @@
 #include <QPixmap>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cstdlib>
 
 namespace kestrel::linux_shell {
 namespace {
 
 namespace fs = std::filesystem;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
 
 /// One for all tests of this program, as in any Qt program.
 class ApplicationEnvironment : public testing::Environment {
@@ -65,7 +68,7 @@ class FileIconsTest : public LaunchingTest {
         return files() / name;
     }
 
-    FileIcons icons_;
+    FileIcons icons_{{}, seconds(20)};
 
   private:
     fs::path themes_;
@@ -162,6 +165,32 @@ TEST_F(FileIconsTest, ManyFilesAreRemembered) {
     useTheme({"text-x-generic"});
     for (int i = 0; i < 1200; ++i)
         ASSERT_EQ(nameFor("/nowhere/" + std::to_string(i)), "text-x-generic");
+}
+
+TEST_F(FileIconsTest, AnAnswerThatComesLateIsShownNextTime) {
+    useTheme({"folder", "text-x-generic", "application-x-executable"});
+    std::atomic<int> changes = 0;
+    FileIcons icons([&changes] { ++changes; }, milliseconds(0));
+    const auto name = [&icons, this] { return icons.iconForFile(files()).name().toStdString(); };
+    const std::string first = name();
+    EXPECT_TRUE(first == "folder" || first == "text-x-generic") << first;
+    if (first != "folder") {
+        EXPECT_TRUE(waitUntil([&changes] { return changes > 0; }));
+        EXPECT_EQ(name(), "folder");
+    }
+    // What is known is shown while the file system is asked whether it still is so.
+    for (int i = 0; i < 50; ++i)
+        EXPECT_EQ(name(), "folder");
+    EXPECT_LE(changes, 1);
+}
+
+TEST_F(FileIconsTest, AnEntryOfASizeThatFillsTheMemoryIsNotRead) {
+    useTheme({"bird", "text-x-generic", "unknown"});
+    const std::string entry = make("huge.desktop", "[Desktop Entry]\nIcon=bird\n");
+    fs::resize_file(entry, std::uintmax_t{1} << 40);
+    EXPECT_NE(nameFor(entry), "bird");
+    fs::resize_file(entry, 26);
+    EXPECT_EQ(nameFor(entry), "bird");
 }
 
 TEST_F(FileIconsTest, ABareSessionFallsBackToAFullTheme) {

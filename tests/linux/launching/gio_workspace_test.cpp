@@ -207,6 +207,13 @@ TEST_F(GioWorkspaceTest, BadDesktopEntriesStartNothing) {
     expectNothingElse();
 }
 
+TEST_F(GioWorkspaceTest, AnEntryOfASizeThatFillsTheMemoryStartsNothing) {
+    const std::string entry = makeEntry("huge.desktop", "Exec=" + recorder() + "\n");
+    fs::resize_file(entry, std::uintmax_t{1} << 40);
+    openApplication(entry);
+    expectNothingElse();
+}
+
 TEST_F(GioWorkspaceTest, HiddenEntriesAreLaunchedSinceTheUserChoseThem) {
     openApplication(
         makeEntry("hidden.desktop", "Hidden=true\nNoDisplay=true\nExec=" + recorder() + "\n"));

@@ -1,5 +1,6 @@
 // Entries that are activated over the session bus, with a private bus.
 
+#include "shells/linux/launching/desktop_entry.h"
 #include "shells/linux/launching/gio_workspace.h"
 #include "shells/linux/launching/glib_ptr.h"
 #include "tests/linux/launching/launching_fixture.h"
@@ -110,6 +111,17 @@ TEST_F(SessionBusTest, ARunningApplicationIsActivatedAndNotStartedAgain) {
     EXPECT_TRUE(records().empty());
 }
 
+TEST_F(SessionBusTest, ARunningApplicationOpensADocument) {
+    RunningApplication application(g_test_dbus_get_bus_address(bus), "org.example.Editor",
+                                   "/org/example/Editor");
+    const std::string entry = makeEntry("org.example.Editor.desktop",
+                                        "DBusActivatable=true\nExec=" + recorder() + " %u\n");
+    worker->async([entry] { launchDesktopEntry(entry, "file:///tmp/a%20b"); });
+    EXPECT_EQ(application.waitForCalls(),
+              std::vector<std::string>{"Open(['file:///tmp/a%20b'], {})"});
+    EXPECT_TRUE(records().empty());
+}
+
 TEST_F(SessionBusTest, AMissingServiceFallsBackToTheCommandLine) {
     openApplication(makeEntry("org.example.Missing.desktop",
                               "DBusActivatable=true\nExec=" + recorder() + " a\n"));
@@ -135,6 +147,19 @@ TEST_F(SessionBusTest, AnApplicationActivatedRightBeforeTheEndIsStillActivated) 
         makeEntry("org.example.App.desktop", "DBusActivatable=true\nExec=" + recorder() + "\n"));
     worker.reset();
     EXPECT_EQ(application.waitForCalls(), std::vector<std::string>{"Activate({},)"});
+}
+
+TEST_F(SessionBusTest, AnEntryThatWasLaunchedDoesNotTieTheProgramToTheBus) {
+    const ObjectPtr<GDBusConnection> shared(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    for (const std::string lines : {"", "DBusActivatable=true\n"}) {
+        SCOPED_TRACE(lines);
+        g_dbus_connection_set_exit_on_close(shared.get(), TRUE);
+        openApplication(
+            makeEntry("org.example.Missing.desktop", lines + "Exec=" + recorder() + "\n"));
+        waitForRecord();
+        EXPECT_FALSE(g_dbus_connection_get_exit_on_close(shared.get()));
+        forgetRecords();
+    }
 }
 
 } // namespace

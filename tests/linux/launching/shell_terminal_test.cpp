@@ -1,12 +1,15 @@
 #include "shells/linux/launching/shell_terminal.h"
 
+#include "shells/linux/launching/gio_workspace.h"
 #include "tests/linux/launching/launching_fixture.h"
 
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -271,6 +274,36 @@ TEST_F(ShellTerminalTest, AShellThatDoesNotExistIsReplaced) {
     installTerminal("xterm");
     run("echo ran > ~/out");
     EXPECT_TRUE(homeFileBecomes("out", "ran\n"));
+}
+
+TEST_F(ShellTerminalTest, TheShellIsOursWhateverTheTerminalHasInItsEnvironment) {
+    for (const std::string name : {"ours", "theirs"})
+        writeFile(files() / name, "#!/bin/sh\necho " + name + " $SHELL > ~/out\n", 0755);
+    ::setenv("SHELL", (files() / "ours").c_str(), 1);
+    installTerminal("behind");
+    writeFile(programs() / "xterm",
+              "#!/bin/sh\nSHELL='" + (files() / "theirs").string() + "' exec behind \"$@\"\n",
+              0755);
+    ::setenv("TERMINAL", "xterm", 1);
+    const std::string expected = "ours " + (files() / "ours").string() + "\n";
+    run("true");
+    EXPECT_TRUE(homeFileBecomes("out", expected));
+    EXPECT_TRUE(scratchIsGone());
+    fs::remove(home() / "out");
+    writeFile(files() / "file.sh", "true\n", 0755);
+    {
+        LaunchWorker worker;
+        GioWorkspace(worker).openFile((files() / "file.sh").string());
+    }
+    EXPECT_TRUE(homeFileBecomes("out", expected));
+    EXPECT_TRUE(scratchIsGone());
+}
+
+TEST_F(ShellTerminalTest, WithoutAVariableTheLoginShellIsTaken) {
+    ::unsetenv("SHELL");
+    installTerminal("xterm");
+    run("echo $SHELL > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", std::string(::getpwuid(::getuid())->pw_shell) + "\n"));
 }
 
 TEST_F(ShellTerminalTest, WithoutATerminalNothingIsLeftBehind) {

@@ -1,0 +1,129 @@
+#include "shells/linux/launching/file_look.h"
+
+#include "shells/linux/launching/child_process.h"
+#include "shells/linux/launching/desktop_entry.h"
+#include "shells/linux/launching/glib_ptr.h"
+
+#include <sys/stat.h>
+
+#include <initializer_list>
+#include <string_view>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+FileStamp stampOf(const struct stat& status) {
+    return {.exists = true,
+            .device = status.st_dev,
+            .inode = status.st_ino,
+            .mode = status.st_mode,
+            .size = status.st_size,
+            .seconds = status.st_mtim.tv_sec,
+            .nanoseconds = status.st_mtim.tv_nsec};
+}
+
+bool isRegularFile(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+void addPicture(FileLook& look, const std::string& path) {
+    if (isRegularFile(path))
+        look.picture = path;
+}
+
+/// What to show where the theme has none of the icon's own names.
+void addFallback(FileLook& look, std::initializer_list<const char*> names, const char* picture) {
+    look.names.insert(look.names.end(), names.begin(), names.end());
+    look.fallback = picture;
+}
+
+/// GIO lists symbolic variants among the names; those are single-coloured glyphs.
+void addThemed(FileLook& look, GThemedIcon* icon) {
+    for (const char* const* name = g_themed_icon_get_names(icon); *name != nullptr; ++name)
+        if (!std::string_view(*name).ends_with("-symbolic"))
+            look.names.emplace_back(*name);
+}
+
+void addIconOfType(FileLook& look, const std::string& path) {
+    const ObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
+    const ObjectPtr<GFileInfo> info(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,
+                                                      G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+    GIcon* icon = info ? g_file_info_get_icon(info.get()) : nullptr;
+    if (icon != nullptr && G_IS_THEMED_ICON(icon)) {
+        addThemed(look, G_THEMED_ICON(icon));
+    } else if (icon != nullptr && G_IS_FILE_ICON(icon)) {
+        const GlibText picture(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon))));
+        if (picture)
+            addPicture(look, picture.get());
+    }
+}
+
+std::string entryString(GKeyFile* file, const char* key) {
+    const GlibText value(
+        g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    return value ? std::string(value.get()) : std::string();
+}
+
+/// An Icon key is a path or a name in the theme. Some entries add a suffix to the name.
+void addIconOfKey(FileLook& look, std::string name) {
+    if (name.starts_with('/')) {
+        addPicture(look, name);
+        return;
+    }
+    for (const std::string_view suffix : {".png", ".svg", ".xpm"})
+        if (name.ends_with(suffix))
+            name.resize(name.size() - suffix.size());
+    if (!name.empty())
+        look.names.push_back(name);
+}
+
+/// False for a file that is no desktop entry. Read by hand: GIO has no object for an entry whose
+/// program is not installed, and the row still needs its picture.
+bool addIconOfEntry(FileLook& look, const std::string& path) {
+    if (!mayBeDesktopEntry(path))
+        return false;
+    const GlibKeyFile file(g_key_file_new());
+    if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr) ||
+        !g_key_file_has_group(file.get(), G_KEY_FILE_DESKTOP_GROUP))
+        return false;
+    addIconOfKey(look, entryString(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
+    const std::string categories = entryString(file.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES);
+    if (categories.find("TerminalEmulator") != std::string::npos)
+        addFallback(look, {"utilities-terminal"}, "terminal");
+    else
+        addFallback(look, {"application-x-executable"}, "executable");
+    return true;
+}
+
+void addIconOfExisting(FileLook& look, const std::string& path) {
+    const mode_t mode = look.stamp.mode;
+    if (path.ends_with(".desktop") && addIconOfEntry(look, path))
+        return;
+    addIconOfType(look, path);
+    if (S_ISDIR(mode))
+        addFallback(look, {"folder", "inode-directory"}, "folder");
+    else if (S_ISREG(mode) && (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0)
+        addFallback(look, {"application-x-executable"}, "executable");
+    else
+        addFallback(look, {"text-x-generic", "unknown"}, "document");
+}
+
+} // namespace
+
+std::optional<FileLook> lookAtFile(const std::string& path, const std::optional<FileStamp>& known) {
+    FileLook look;
+    struct stat status {};
+    if (isUsablePath(path) && ::stat(path.c_str(), &status) == 0)
+        look.stamp = stampOf(status);
+    if (known && *known == look.stamp)
+        return std::nullopt;
+    if (look.stamp.exists)
+        addIconOfExisting(look, path);
+    else
+        addFallback(look, {"unknown", "text-x-generic"}, "document");
+    return look;
+}
+
+} // namespace kestrel::linux_shell

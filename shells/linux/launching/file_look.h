@@ -1,0 +1,37 @@
+#pragma once
+// What a file looks like on a desktop, as far as the file system knows: the names of its icon.
+// Needs no toolkit, may be asked on any thread, and blocks for as long as the file system does.
+
+#include <sys/types.h>
+
+#include <ctime>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrel::linux_shell {
+
+/// Tells one state of a file from another.
+struct FileStamp {
+    bool exists = false;
+    dev_t device = 0;
+    ino_t inode = 0;
+    mode_t mode = 0;
+    off_t size = 0;
+    time_t seconds = 0;
+    long nanoseconds = 0;
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+struct FileLook {
+    FileStamp stamp;
+    std::string picture;               ///< the absolute path of a picture; empty for none
+    std::vector<std::string> names;    ///< of themed icons, the best first
+    std::string fallback = "document"; ///< the picture built into the program for want of those
+};
+
+/// Nothing when the file is as it was at `known`. A path that names nothing, or nothing readable,
+/// looks like a document of unknown type.
+std::optional<FileLook> lookAtFile(const std::string& path, const std::optional<FileStamp>& known);
+
+} // namespace kestrel::linux_shell
