@@ -24,7 +24,7 @@ namespace kestrel::tests {
 class UnwatchedCloud final : public Cloud {
   public:
     UnwatchedCloud(linux_shell::FileOperations& operations, const std::string& directory)
-        : store_(operations, directory + "/cloud") {}
+        : store_(operations, directory + "/cloud", /*watchedKey=*/{}) {}
 
     bool hasIdentityToken() override { return store_.synchronize(); }
     CloudKeyValueStore* defaultStore() override { return &store_; }
