@@ -392,6 +392,14 @@ class Desktop(Session):
         header_size, width, height, stride, colors = (header[i] for i in (0, 4, 5, 12, 19))
         return Picture.from_server(data[header_size + colors * 12:], width, height, stride)
 
+    def settled_picture(self, rect):
+        """What is in `rect` of the screen, once nothing is being painted there any longer."""
+        def settled():
+            picture = self.picture().cut(rect)
+            time.sleep(0.2)     # a window is shown before it is painted
+            return picture if picture == self.picture().cut(rect) else None
+        return wait_for(settled, what="a picture that stays")
+
     def icon_rect(self, limit=10):
         """Where the status icon is, waited for until it stays there: from the fake host, which says
         so; from the window of Xfce's tray, which is off the screen while it is empty; else from

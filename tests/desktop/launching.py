@@ -95,7 +95,7 @@ class LaunchingTest(DesktopTest):
         store_before_start(self.desktop, [item(kind, title, text, identity(i))
                                           for i, (kind, title, text) in enumerate(items, 1)])
         return self.start_kestrel({"TERMINAL": self.terminal, "SHELL": "/bin/sh",
-                                   **(environment or {})}, tracer)
+                                   **(environment or {})}, tracer=tracer)
 
     def recording(self):
         """The words of a shell command that records how it was started; more may follow."""

@@ -120,6 +120,16 @@ class Kestrel:
         self.activate()
         return self.wait_for_popover()
 
+    def settle_popover(self):
+        """Opens the popover unless it is there, after calls that may have opened or closed it and
+        that the screen need not show yet."""
+        for _ in range(3):
+            try:
+                return self.wait_for_popover(limit=3)
+            except AssertionError:
+                self.activate()
+        return self.wait_for_popover()
+
     def rows(self):
         """The titles in the one list that is shown."""
         items = self.accessible.find("list", self.word("Items"))

@@ -1,6 +1,7 @@
 """How the windows behave in the hands of a user: sizes, hovering, what survives what."""
 from case import DesktopTest
 from hands import APP, COMMAND, FILE, PointerHands
+from images import Rect
 from program import encoded, item, store_before_start
 
 THREE = [item(*fields, f"00000000-0000-4000-8000-{i:012X}") for i, fields in enumerate((
@@ -134,22 +135,17 @@ class WindowsTest(DesktopTest):
 
     # Hovering and clicking where nothing is.
 
-    def changed_by(self, action, rect):
-        """The part of `rect` that an action changes on the screen, relative to it."""
-        before = self.desktop.picture().cut(rect)
-        action()
-        return self.wait_until(lambda: before.difference(self.desktop.picture().cut(rect)),
-                               "a change on the screen")
-
     def test_row_of_the_popover_is_lit_while_the_pointer_is_over_it(self):
         kestrel = self.start(THREE)
         self.desktop.move(5, 400)
         kestrel.open_popover()
         row = kestrel.accessible.find("list item", "Bravo").rect
-        before = self.desktop.picture().cut(row)
-        lit = self.changed_by(lambda: self.desktop.move(*row.center), row)
+        before = self.desktop.settled_picture(row)
+        self.desktop.move(*row.center)
         # Four points stay free on both sides, and the whole height is lit.
-        self.assertEqual((lit.x, lit.width, lit.height), (4, row.width - 8, row.height))
+        lit = Rect(4, 0, row.width - 8, row.height)
+        self.wait_until(lambda: before.difference(self.desktop.picture().cut(row)) == lit,
+                        "the highlight")
         self.desktop.move(row.x + 20, row.y + row.height + 10)
         self.wait_until(lambda: not before.difference(self.desktop.picture().cut(row)),
                         "the highlight to go")
@@ -158,16 +154,20 @@ class WindowsTest(DesktopTest):
         kestrel = self.start_with_window(THREE)
         row = kestrel.accessible.find("list item", "Bravo").rect
         button = kestrel.row_button("Bravo").rect
-        before = self.desktop.picture().cut(button)
-        shown = self.changed_by(lambda: self.desktop.move(row.x + 60, row.center[1]), button)
-        self.assertGreater(shown.width, 8)
+        before = self.desktop.settled_picture(button)
+
+        def is_shown():
+            change = before.difference(self.desktop.picture().cut(button))
+            return change is not None and change.width > 8
+
+        self.desktop.move(row.x + 60, row.center[1])
+        self.wait_until(is_shown, "the button")
         self.desktop.move(row.x + 60, self.window.rect.y + 330)
         self.wait_until(lambda: not before.difference(self.desktop.picture().cut(button)),
                         "the button to go")
         kestrel.click_row("Bravo")
         self.desktop.click(row.x + 60, self.window.rect.y + 330)
-        self.wait_until(lambda: before.difference(self.desktop.picture().cut(button)),
-                        "the button of the committed row")
+        self.wait_until(is_shown, "the button of the committed row")
 
     def test_nothing_in_the_empty_popover_reacts_but_the_footer(self):
         kestrel = self.start()

@@ -76,8 +76,7 @@ class BusTest(DesktopTest):
         self.assertFalse(os.path.exists(self.desktop.path("home", "canary")))
         self.assertEqual(self.kestrel.stored(), encoded(self.items))
         self.assertTrue(self.kestrel.process.is_running)
-        if not self.kestrel.popover():
-            self.kestrel.open_popover()
+        self.kestrel.settle_popover()
         self.kestrel.wait_for_rows(["Mark"])
 
     def test_bus_offers_activation_and_nothing_else(self):

@@ -77,8 +77,8 @@ class LaunchesTest(DesktopTest):
         user = log[2].split()[1]
         self.assertEqual(sorted(log[2:]), sorted(
             [f"700 {user} {folder}", f"700 {user} {folder}/run"]
-            + [f"600 {user} {folder}/{name}" for name in ("cmd", "bashrc", ".zshenv",
-                                                         "init.fish")]))
+            + [f"600 {user} {folder}/{name}" for name in ("shell", "cmd", "bashrc",
+                                                         ".zshenv", "init.fish")]))
         self.wait_until(lambda: not os.path.exists(folder), "the scratch folder to go")
         return os.path.dirname(folder)
 

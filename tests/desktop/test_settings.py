@@ -134,8 +134,11 @@ class SettingsTest(DesktopTest):
         if path is None:
             self.desktop.key("Escape")
         else:
-            self.kestrel.click_on("text", "File name:")
+            name = tree.find("text", "File name:")
+            self.desktop.click(*name.rect.center)
+            self.wait_until(lambda: "focused" in name.states, "the keyboard focus")
             self.desktop.type(path)
+            self.wait_until(lambda: name.text == path, "the typed path")
             self.desktop.key("Return")
         self.wait_until(lambda: not tree.find_all("push button", "Open"), "the dialog to close")
 
