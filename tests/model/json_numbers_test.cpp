@@ -8,6 +8,8 @@ namespace kestrel {
 
 namespace {
 
+using Replacement = std::pair<std::string, std::string>;
+
 TEST(JsonNumbersTest, EveryWellFormedNumberBecomesZero) {
     for (const std::string number :
          {"0", "-0", "7", "10", "-10", "1.5", "0.0", "-0.50", "1e5", "1E5", "1e+5", "1e-05",
@@ -28,16 +30,15 @@ TEST(JsonNumbersTest, DigitsInStringsStay) {
 }
 
 TEST(JsonNumbersTest, WhatStandsAroundANumberStays) {
-    using Pair = std::pair<std::string, std::string>;
     for (const auto& [text, zeroed] : {
-             Pair("", ""),
-             Pair(" [ 12 , true,false ,null ] ", " [ 0 , true,false ,null ] "),
-             Pair(R"({"\\":12,"b":[-3.5e7,"4"]})", R"({"\\":0,"b":[0,"4"]})"),
-             Pair("[+1]", "[+0]"), // no number either way
-             Pair("[.5]", "[.0]"),
-             Pair("12x", "0x"),
-             Pair("true1", "true0"),
-             Pair("1 2", "0 0"),
+             Replacement("", ""),
+             Replacement(" [ 12 , true,false ,null ] ", " [ 0 , true,false ,null ] "),
+             Replacement(R"({"\\":12,"b":[-3.5e7,"4"]})", R"({"\\":0,"b":[0,"4"]})"),
+             Replacement("[+1]", "[+0]"), // no number either way
+             Replacement("[.5]", "[.0]"),
+             Replacement("12x", "0x"),
+             Replacement("true1", "true0"),
+             Replacement("1 2", "0 0"),
          })
         EXPECT_EQ(withNumbersZeroed(text), zeroed) << text;
 }

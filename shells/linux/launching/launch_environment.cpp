@@ -9,4 +9,9 @@ void forgetStartupTokens() {
     ::unsetenv("DESKTOP_STARTUP_ID");
 }
 
+std::string environmentVariable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
 } // namespace kestrel::linux_shell

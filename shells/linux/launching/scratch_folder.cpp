@@ -1,6 +1,7 @@
 #include "shells/linux/launching/scratch_folder.h"
 
 #include "shells/linux/launching/child_process.h"
+#include "shells/linux/launching/launch_environment.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -47,11 +48,6 @@ class Descriptor {
 struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
 };
-
-std::string variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
 
 bool hasPlainCharacters(std::string_view path) {
     return path.starts_with('/') && std::ranges::all_of(path, [](char character) {
@@ -119,10 +115,10 @@ bool isLeftover(int base, const char* name, std::chrono::seconds age) {
 } // namespace
 
 std::vector<std::string> scratchBases() {
-    std::string cache = variable("XDG_CACHE_HOME");
+    std::string cache = environmentVariable("XDG_CACHE_HOME");
     if (!cache.starts_with('/'))
         cache = homeFolder() + "/.cache";
-    return {variable("XDG_RUNTIME_DIR"), variable("TMPDIR"), "/tmp", cache};
+    return {environmentVariable("XDG_RUNTIME_DIR"), environmentVariable("TMPDIR"), "/tmp", cache};
 }
 
 std::optional<std::string> makeScratchFolder(std::span<const std::string> bases,

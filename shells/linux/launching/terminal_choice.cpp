@@ -1,10 +1,10 @@
 #include "shells/linux/launching/terminal_choice.h"
 
 #include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/launching/launch_environment.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <span>
 
 namespace kestrel::linux_shell {
@@ -89,11 +89,6 @@ std::optional<TerminalCommand> findForDesktop(const TerminalSurroundings& surrou
     return std::nullopt;
 }
 
-std::string variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 } // namespace
 
 std::vector<std::string> TerminalCommand::prefix() const {
@@ -135,9 +130,9 @@ TerminalSurroundings processSurroundings() {
                 const GlibText resolved(::realpath(path.c_str(), nullptr));
                 return resolved ? std::string(resolved.get()) : path;
             },
-        .terminal = variable("TERMINAL"),
-        .currentDesktop = variable("XDG_CURRENT_DESKTOP"),
-        .wayland = !variable("WAYLAND_DISPLAY").empty(),
+        .terminal = environmentVariable("TERMINAL"),
+        .currentDesktop = environmentVariable("XDG_CURRENT_DESKTOP"),
+        .wayland = !environmentVariable("WAYLAND_DISPLAY").empty(),
     };
 }
 

@@ -12,6 +12,9 @@
 
 namespace kestrel::linux_shell {
 
+/// How many links one path may lead through: as many as Linux follows itself (path_resolution(7)).
+inline constexpr int linkLimit = 40;
+
 class FileOperations {
   public:
     virtual ~FileOperations() = default;

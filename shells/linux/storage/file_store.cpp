@@ -18,7 +18,6 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr mode_t ownerReadsAndWrites = 0600;
-constexpr int linkLimit = 40;
 constexpr int attemptLimit = 20;
 constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 

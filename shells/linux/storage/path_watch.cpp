@@ -1,5 +1,6 @@
 #include "shells/linux/storage/path_watch.h"
 
+#include "shells/linux/storage/file_operations.h"
 #include "shells/linux/storage/temporary_name.h"
 
 #include <algorithm>
@@ -24,7 +25,6 @@ constexpr std::uint32_t selfEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
 constexpr std::uint32_t linkEvents = selfEvents | IN_ATTRIB;
 constexpr std::uint32_t valueEvents =
     nameEvents | selfEvents | IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
-constexpr int linkLimit = 40;
 /// Walks down the path before it is taken for one that never rests.
 constexpr int walkLimit = 8;
 /// Reads per batch, so that a writer that never rests cannot hold up the main thread.
@@ -46,7 +46,7 @@ std::string join(const std::string& directory, const std::string& name) {
     return directory.ends_with('/') ? directory + name : directory + "/" + name;
 }
 
-std::string parentOf(const std::string& directory) {
+std::string directoryAbove(const std::string& directory) {
     const std::size_t slash = directory.rfind('/');
     return slash == 0 ? "/" : directory.substr(0, slash);
 }
@@ -137,7 +137,7 @@ bool PathWatch::step(Walk& walk) {
     const std::string name = std::move(walk.rest.front());
     walk.rest.pop_front();
     if (name == "..") {
-        walk.directory = parentOf(walk.directory);
+        walk.directory = directoryAbove(walk.directory);
         return true;
     }
 
@@ -178,7 +178,7 @@ bool PathWatch::followLink(Walk& walk, const std::string& path) {
 /// only when they let go. Its parent tells at once. Those above cannot be removed before it.
 void PathWatch::watchEnd(Walk& walk) {
     const std::string& end = walk.directory;
-    const int number = end == "/" ? -1 : watch(walk, parentOf(end), IN_DELETE);
+    const int number = end == "/" ? -1 : watch(walk, directoryAbove(end), IN_DELETE);
     if (number >= 0)
         walk.watches[number].ofPath.push_back(end.substr(end.rfind('/') + 1));
 }

@@ -77,8 +77,8 @@ TEST_F(PopoverWindowTest, OpensAtTheIcon) {
 
 TEST_F(PopoverWindowTest, WithoutAnIconOpensInTheTopRightCorner) {
     open();
-    const QRect screen = popover.screen()->availableGeometry();
-    EXPECT_EQ(contentOnScreen().topRight(), screen.topRight() + QPoint(-4, 4));
+    const QRect available = popover.screen()->availableGeometry();
+    EXPECT_EQ(contentOnScreen().topRight(), available.topRight() + QPoint(-4, 4));
 }
 
 TEST_F(PopoverWindowTest, EscapeCloses) {

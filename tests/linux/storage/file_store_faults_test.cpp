@@ -27,9 +27,9 @@ using linux_shell::MissingDirectory;
 using linux_shell::systemFileOperations;
 using Names = std::vector<std::string>;
 
-enum class Start { nothingThere, valueThere, valueBehindALink, staleTemporaryThere };
+enum class StoredBefore { nothingThere, valueThere, valueBehindALink, staleTemporaryThere };
 
-void PrintTo(Start start, std::ostream* out) {
+void PrintTo(StoredBefore start, std::ostream* out) {
     const char* const names[] = {"nothing there", "a value there", "a value behind a link",
                                  "a stale temporary there"};
     *out << names[static_cast<int>(start)];
@@ -38,19 +38,19 @@ void PrintTo(Start start, std::ostream* out) {
 /// One directory prepared for a write of "new", and what may be found afterwards.
 class Scene {
   public:
-    explicit Scene(Start start) : start_(start) {
-        if (start == Start::nothingThere)
+    explicit Scene(StoredBefore start) : start_(start) {
+        if (start == StoredBefore::nothingThere)
             return;
         old = "old";
         fs::create_directories(directory);
-        if (start == Start::valueBehindALink) {
+        if (start == StoredBefore::valueBehindALink) {
             fs::create_directory(folder / "common");
             writeInPlace(folder / "common/list", *old);
             fs::create_symlink("../../common/list", directory + "/launcherItems");
             return;
         }
         writeInPlace(directory + "/launcherItems", *old);
-        if (start == Start::staleTemporaryThere) {
+        if (start == StoredBefore::staleTemporaryThere) {
             stale = linux_shell::nextTemporaryName("launcherItems");
             writeInPlace(directory + "/" + *stale, "half");
         }
@@ -87,14 +87,15 @@ class Scene {
         EXPECT_EQ(value(), "third");
         stale.reset();
         EXPECT_EQ(litter(), Names{});
-        EXPECT_EQ(fs::is_symlink(directory + "/launcherItems"), start_ == Start::valueBehindALink);
+        EXPECT_EQ(fs::is_symlink(directory + "/launcherItems"),
+                  start_ == StoredBefore::valueBehindALink);
     }
 
   private:
-    Start start_;
+    StoredBefore start_;
 };
 
-class FileStoreFaultsTest : public testing::TestWithParam<Start> {
+class FileStoreFaultsTest : public testing::TestWithParam<StoredBefore> {
   protected:
     /// How many calls a write makes when all goes well.
     static int callsOfAWrite() {
@@ -203,8 +204,9 @@ TEST_P(FileStoreFaultsTest, AFailedReadGivesNothingRatherThanAPart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Starts, FileStoreFaultsTest,
-                         testing::Values(Start::nothingThere, Start::valueThere,
-                                         Start::valueBehindALink, Start::staleTemporaryThere));
+                         testing::Values(StoredBefore::nothingThere, StoredBefore::valueThere,
+                                         StoredBefore::valueBehindALink,
+                                         StoredBefore::staleTemporaryThere));
 
 } // namespace
 } // namespace kestrel::tests

@@ -12,14 +12,14 @@
 namespace kestrel::linux_shell {
 
 namespace {
-constexpr int sidePadding = 6; // pixels, on top of the two that the line edit keeps
+constexpr int textMargin = 6; // pixels, on top of the two that the line edit keeps
 }
 
 RoundedField::RoundedField(const style::Font& font, const QString& placeholder, const QString& name,
                            QWidget* parent)
     : QLineEdit(parent), font_(font) {
     setFrame(false);
-    setTextMargins(sidePadding, 0, sidePadding, 0);
+    setTextMargins(textMargin, 0, textMargin, 0);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setPlaceholderText(placeholder);
     setAccessibleName(name);
