@@ -1,5 +1,7 @@
 """The running program as its user meets it: its windows, its rows and buttons, its stored list."""
+import functools
 import json
+import mmap
 import os
 import re
 
@@ -9,6 +11,15 @@ from processes import wait_for
 BUS_NAME = "app.kestrel.Kestrel"
 UUID = re.compile(r"[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}")
 POPOVER_WIDTH = 240
+
+
+@functools.cache
+def has_sanitizer():
+    """Whether the program was built with a sanitizer, which keeps freed memory to find its uses and
+    needs descriptors of its own."""
+    with open(os.environ["KESTREL_PROGRAM"], "rb") as file, \
+            mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ) as data:
+        return any(data.find(name) >= 0 for name in (b"__asan_init", b"__tsan_init"))
 
 
 def popover_height(count):
