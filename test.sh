@@ -53,8 +53,8 @@ need() {
     fi
 }
 
-# later NAME COMMAND...: a step that begins when the ones before it have ended, at the lowest priority:
-# tests mostly wait, and leave processors idle. `collect NAME` waits for it and counts it.
+# later NAME COMMAND...: a step that begins when the ones before it have ended, and runs only while a
+# processor is idle otherwise: tests mostly wait. `collect NAME` waits for it and counts it.
 laters=()
 later() {
     mkdir -p build/later
@@ -76,7 +76,7 @@ run_laters() {
 }
 start_laters() {
     set -m
-    (renice -n 19 "$BASHPID" >/dev/null; run_laters) </dev/null &
+    (chrt --idle --pid 0 "$BASHPID" >/dev/null; run_laters) </dev/null &
     set +m
     laters_pid=$!
     trap 'kill -- "-$laters_pid" 2>/dev/null' EXIT

@@ -9,7 +9,7 @@ import dbus
 import dbus.bus
 
 from images import Rect
-from processes import wait_for
+from processes import PATIENCE, wait_for
 
 PREFIX = "org.a11y.atspi."
 CALL_LIMIT = 5
@@ -136,7 +136,7 @@ class Accessibility:
         return [node for application in self.applications()
                 for node in application.find_all(role, name)]
 
-    def find(self, role=None, name=None, limit=8):
+    def find(self, role=None, name=None, limit=PATIENCE):
         """The first such node, waited for."""
         return wait_for(lambda: self.find_all(role, name), limit, f"{role} {name!r} to be shown")[0]
 

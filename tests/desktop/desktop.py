@@ -27,7 +27,7 @@ import dbus.bus
 from accessibility import Accessibility
 from images import Picture, Rect
 from panels import WATCHER, Look, start_panel
-from processes import ProcessGroup, wait_for
+from processes import PATIENCE, ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
@@ -371,10 +371,10 @@ class Desktop(Session):
                 return window
         return None
 
-    def wait_for_window(self, role=None, title=None, limit=8):
+    def wait_for_window(self, role=None, title=None, limit=PATIENCE):
         return wait_for(lambda: self.window(role, title), limit, f"the window {role or title}")
 
-    def wait_for_no_window(self, role=None, title=None, limit=8):
+    def wait_for_no_window(self, role=None, title=None, limit=PATIENCE):
         wait_for(lambda: not self.window(role, title), limit, f"the window {role or title} to go")
 
     def focused_window(self):

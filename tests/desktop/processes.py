@@ -12,6 +12,8 @@ import threading
 import time
 import uuid
 
+# How long, in seconds, what a test waits for may take on a busy machine before it counts as failed.
+PATIENCE = 20
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None)
@@ -21,7 +23,7 @@ class Timeout(AssertionError):
     """A condition did not come true within its limit."""
 
 
-def wait_for(condition, limit=8.0, what="a condition", pause=0.02):
+def wait_for(condition, limit=PATIENCE, what="a condition", pause=0.02):
     """Asks `condition` until it gives something true and returns that; `Timeout` after `limit`
     seconds."""
     end = time.monotonic() + limit
@@ -72,11 +74,11 @@ class Process:
         """The exit status, or None while it runs."""
         return self._popen.poll()
 
-    def wait(self, limit=8):
+    def wait(self, limit=PATIENCE):
         """Waits for its end and returns the exit status."""
         return self._popen.wait(limit)
 
-    def wait_for_line(self, pattern, limit=8):
+    def wait_for_line(self, pattern, limit=PATIENCE):
         """The match of the first line of output that `pattern` is found in."""
         def look():
             ended = not self.is_running and not self._reader.is_alive()

@@ -6,7 +6,7 @@ import os
 import re
 
 from images import Rect
-from processes import wait_for
+from processes import PATIENCE, wait_for
 
 BUS_NAME = "app.kestrel.Kestrel"
 UUID = re.compile(r"[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}")
@@ -86,7 +86,7 @@ class Kestrel:
     def stored_items(self):
         return json.loads(self.stored() or b"[]")
 
-    def wait_for_stored(self, items, limit=8):
+    def wait_for_stored(self, items, limit=PATIENCE):
         """Waits until the stored bytes are exactly those of `items`, in the cloud folder too where
         there is one, and returns the items with the ids that they have got.
 
@@ -117,7 +117,7 @@ class Kestrel:
     def popover(self):
         return self.desktop.window(role="popover")
 
-    def wait_for_popover(self, limit=8):
+    def wait_for_popover(self, limit=PATIENCE):
         return self.desktop.wait_for_window(role="popover", limit=limit)
 
     def wait_for_no_popover(self):
