@@ -75,7 +75,17 @@ class CloudCase(DesktopTest):
         data = encoded(items(*titles))
         self.put(data)
         self.kestrel.wait_for_rows(list(titles))
-        self.wait_until(lambda: self.kestrel.stored() == data, "the list in the local store")
+        self.wait_for_local(data)
+
+    def wait_for_local(self, data):
+        """A list is the local one, and so is the date, which is written after it."""
+        def date_is_newer():
+            list_age, date_age = (os.stat(os.path.join(self.data, name)).st_mtime_ns
+                                  for name in ("launcherItems", "lastLocalSync"))
+            return date_age >= list_age
+
+        self.wait_until(lambda: self.kestrel.stored() == data and date_is_newer(),
+                        "the list in the local store")
 
     def assert_cloud(self, records):
         """Both stores hold exactly those items."""

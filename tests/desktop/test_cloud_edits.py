@@ -102,8 +102,7 @@ class EditsTest(CloudCase):
         self.desktop.click(*kestrel.row_button("Bravo").rect.center)
         kestrel.accessible.find("menu item", "Delete")
         self.put(encoded(items("Alpha", "Charlie")))
-        self.wait_until(lambda: kestrel.stored() == encoded(items("Alpha", "Charlie")),
-                        "the list in the local store")
+        self.wait_for_local(encoded(items("Alpha", "Charlie")))
         before = self.state()
         if kestrel.accessible.find_all("menu item", "Delete"):
             kestrel.click_on("menu item", "Delete")
@@ -120,8 +119,7 @@ class EditsTest(CloudCase):
         for step in range(1, 9):
             self.desktop.move(first.center[0], first.center[1] + step * first.height // 4)
         self.put(encoded(items("Delta", "Echo")))
-        self.wait_until(lambda: kestrel.stored() == encoded(items("Delta", "Echo")),
-                        "the list in the local store")
+        self.wait_for_local(encoded(items("Delta", "Echo")))
         self.desktop.move(last.center[0], last.y + last.height - 2)
         self.desktop.release()
         # Whatever the drag was worth, the list is the one that arrived, in some order.
