@@ -48,7 +48,11 @@ class Tour:
         return True
 
     def picture(self, name):
-        self.desktop.picture().save(self.pictures / f"{self.count:02}-{name}.png")
+        try:
+            picture = self.desktop.settled_picture(self.desktop.bounds)
+        except AssertionError:      # something moves on
+            picture = self.desktop.picture()
+        picture.save(self.pictures / f"{self.count:02}-{name}.png")
 
     # What the items start leaves a mark that tells the terminal it ran in.
 

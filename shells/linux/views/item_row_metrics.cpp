@@ -20,6 +20,13 @@ constexpr double kerningReserve = 1.05; // letters next to each other may stand 
 constexpr unsigned char firstPrintable = 0x20;
 constexpr unsigned char lastPrintable = 0x7E;
 
+bool hasLineBreak(std::string_view title) {
+    const auto contains = [title](std::string_view text) {
+        return title.find(text) != std::string_view::npos;
+    };
+    return contains("\n") || contains("\u2028") || contains("\u2029");
+}
+
 } // namespace
 
 ItemRowColumns itemRowColumns(const QString& badge, int width) {
@@ -51,12 +58,12 @@ ItemRowMetrics::ItemRowMetrics(int width) {
 
 // A byte other than printable ASCII counts as a letter of the greatest width.
 bool ItemRowMetrics::surelyFits(std::string_view title, int width) const {
+    if (hasLineBreak(title)) {
+        return false;
+    }
     double sum = 0;
     for (const char byte : title) {
         const auto letter = static_cast<unsigned char>(byte);
-        if (letter == '\n') {
-            return false;
-        }
         const bool printable = letter >= firstPrintable && letter <= lastPrintable;
         sum += printable ? advances_[letter] : widest_;
     }

@@ -63,9 +63,10 @@ TEST_F(ItemRowWidgetTest, ALongTitleWrapsAndMakesItsRowHigher) {
 }
 
 TEST_F(ItemRowWidgetTest, TheQuickHeightIsTheLaidOutOne) {
-    const std::vector<std::string> texts{"",          "Editor",    "AV To. WA, fi ffl jjj",
-                                         "Übersicht", "日本語",    "two\nlines",
-                                         "M",         "\t\x01\x7f"};
+    const std::vector<std::string> texts{"",          "Editor",     "AV To. WA, fi ffl jjj",
+                                         "Übersicht", "日本語",     "two\nlines",
+                                         "M",         "\t\x01\x7f", "a\u2028b",
+                                         "a\u2029b"};
     const QFont font = fontFor(item_row_style::title.font);
     for (const int width : {220, 300, 480, 900}) {
         const ItemRowMetrics metrics(width);
