@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Measures how long the program with 100,000 items keeps its main thread from anything else.
 
     benchmarks/load.py [BUILD_FOLDER]        (build/bench, by default)

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Measures the whole program against a bare Qt program that shows only a tray icon.
 
     benchmarks/process.py [BUILD_FOLDER]        (build/bench, by default)
