@@ -26,9 +26,8 @@ class PointerCatcher final : public QWidget {
     /// Covers the screens; every click on them is the window's from now on, until it is hidden.
     void cover();
 
-    /// Covers the screens and calls `found` once, within a second, with the pointer's true
-    /// position: where it was found last when that takes longer, and nothing when it never was.
-    /// Hiding the window calls it off.
+    /// Covers the screens and calls `found` once: with the pointer's true position, or with nothing
+    /// when that has not come to light within a second. Hiding the window calls it off.
     void find(std::function<void(std::optional<QPoint>)> found);
 
   protected:

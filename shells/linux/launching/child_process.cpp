@@ -1,12 +1,13 @@
 #include "shells/linux/launching/child_process.h"
 
+#include "shells/linux/launching/launch_environment.h"
+
 #include <fcntl.h>
 #include <glib.h>
 #include <pwd.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 
 namespace kestrel::linux_shell {
 
@@ -15,7 +16,7 @@ namespace {
 /// The absolute path in the variable `name`, or in that field of the user's entry among the
 /// accounts, or `otherwise`.
 std::string pathFrom(const char* name, char* passwd::*field, const char* otherwise) {
-    if (const char* value = std::getenv(name); value != nullptr && value[0] == '/')
+    if (std::string value = environmentVariable(name); value.starts_with('/'))
         return value;
     std::vector<char> buffer(16384);
     struct passwd entry {};

@@ -54,6 +54,11 @@ struct FileIcons::Answers {
         const std::lock_guard lock(mutex);
         return late.contains(path);
     }
+
+    bool areAnyLate() {
+        const std::lock_guard lock(mutex);
+        return !late.empty();
+    }
 };
 
 struct FileIcons::Cache {
@@ -88,9 +93,11 @@ void FileIcons::ask(const std::string& path) {
     std::optional<FileStamp> stamp;
     if (const auto known = cache_->byPath.find(path); known != cache_->byPath.end())
         stamp = known->second.look.stamp;
+    // Rows of one dead mount come together, and their waits would add up.
+    const auto patience = answers_->areAnyLate() ? patience_ / 10 : patience_;
     const bool inTime = cache_->thread.run(
         [path, stamp, answers = answers_] { answers->add(path, lookAtFile(path, stamp)); },
-        patience_);
+        patience);
     if (inTime)
         return;
     const std::lock_guard lock(answers_->mutex);

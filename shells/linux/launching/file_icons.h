@@ -17,7 +17,8 @@ namespace kestrel::linux_shell {
 /// mount, must not stop the popover.
 class FileIcons {
   public:
-    /// How long a redraw waits for the file system.
+    /// How long a redraw waits for the file system; a tenth of it while an earlier question is
+    /// still unanswered.
     static constexpr std::chrono::milliseconds usualPatience{50};
 
     /// Gives Qt a fallback theme when the session has none worth the name: hicolor, the theme of a
