@@ -299,8 +299,8 @@ class Desktop(Session):
             raise RuntimeError("the X server did not start:\n" + "\n".join(server.lines))
         self.environment.update(DISPLAY=":" + number, XDG_SESSION_TYPE="x11", GDK_BACKEND="x11")
         self._xlib = _Xlib(self.environment["DISPLAY"])
-        # The first key from a test makes its keyboard the server's, whereupon a window manager takes
-        # its shortcuts anew and may miss one: it had better come before there is any.
+        # The first key from a test makes its keyboard the server's, whereupon a window manager
+        # takes its shortcuts anew and may miss one: it had better come before there is any.
         self.run("xdotool", "key", "Shift_L")
 
     def _start_window_manager(self, name, compositor):

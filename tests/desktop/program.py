@@ -77,6 +77,12 @@ class Kestrel:
         except FileNotFoundError:
             return None
 
+    def own_memory(self):
+        """What the program has written to memory and shares with nobody, in KiB. Pages that it only
+        reads do not count: they are its own or not as other programs come and go."""
+        with open(f"/proc/{self.process.pid}/smaps_rollup", encoding="ascii") as file:
+            return next(int(line.split()[1]) for line in file if line.startswith("Private_Dirty:"))
+
     def is_stored(self, data):
         """Whether the stores hold exactly these bytes: the local one, and the cloud folder where
         there is one."""

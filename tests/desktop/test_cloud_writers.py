@@ -97,12 +97,6 @@ class WritersTest(CloudCase):
         self.assert_takes_in(encoded(items(*LISTS[0])), LISTS[0])
         self.assertEqual(sorted(os.listdir(self.cloud)), sorted([*names, "launcherItems"]))
 
-    def memory(self):
-        """The program's own memory, in KiB."""
-        with open(f"/proc/{self.kestrel.process.pid}/smaps_rollup", encoding="ascii") as file:
-            fields = dict(line.split(":", 1) for line in file if ":" in line.split(" ")[0])
-        return sum(int(fields[name].split()[0]) for name in ("Private_Dirty", "Private_Clean"))
-
     def test_popover_answers_through_ten_thousand_changes_and_shows_the_last(self):
         kestrel = self.start_with_popover(*LISTS[0])
         kestrel.activate()
@@ -130,7 +124,7 @@ class WritersTest(CloudCase):
                 self.assertLessEqual(set(wait_for(kestrel.rows)), set(itertools.chain(*LISTS)))
                 self.desktop.key("Escape")
                 kestrel.wait_for_no_popover()
-                sizes.append((written[0], self.memory()))
+                sizes.append((written[0], kestrel.own_memory()))
             wait_for(lambda: written[0] >= 10_000, 40, "ten thousand changes")
         finally:
             finish.set()
@@ -141,4 +135,4 @@ class WritersTest(CloudCase):
         self.assert_takes_in(encoded(items(*last)), last)
         # From the third opening on: until then pictures and glyphs are taken in.
         if not has_sanitizer():
-            self.assertLess(self.memory() - sizes[2][1], 2048, sizes)
+            self.assertLess(kestrel.own_memory() - sizes[2][1], 2048, sizes)

@@ -33,12 +33,6 @@ class LongLaunchesTest(LaunchingTest):
         except FileNotFoundError:
             return []
 
-    def memory(self):
-        """What the program keeps of its own, in KiB."""
-        with open(f"/proc/{self.kestrel.process.pid}/smaps_rollup", encoding="utf-8") as file:
-            fields = dict(line.split()[:2] for line in file if line.startswith("Private_"))
-        return sum(map(int, fields.values()))
-
     def click_rows(self, count, rows):
         """Clicks on one of the first rows after the other, as soon as the popover is there."""
         for i in range(count):
@@ -57,7 +51,7 @@ class LongLaunchesTest(LaunchingTest):
         warm = len(names)
         self.click_rows(warm, len(names))
         self.wait_until(lambda: len(self.log()) == warm, "the first launches")
-        before = len(descriptors(self.kestrel.process.pid)), self.memory()
+        before = len(descriptors(self.kestrel.process.pid)), self.kestrel.own_memory()
 
         self.click_rows(COUNT, len(names))
         wait_for(lambda: len(self.log()) >= warm + COUNT, 30, "all launches")
@@ -69,11 +63,11 @@ class LongLaunchesTest(LaunchingTest):
         self.assertIn(started, [clicked[i:] + clicked[:i] for i in range(COUNT)])
         self.wait_until(lambda: len(descriptors(self.kestrel.process.pid)) <= before[0],
                         "no more descriptors than before")
-        self.assertLess(self.memory(), before[1] + MEMORY_MARGIN)
+        self.assertLess(self.kestrel.own_memory(), before[1] + MEMORY_MARGIN)
 
     def start_with_stalls(self, items, paths, calls, delay):
-        """Starts the program so that each of the system's `calls` about one of the paths, or any, takes
-        `delay` seconds, as on a network mount that is gone."""
+        """Starts the program so that each of the system's `calls` about one of the paths, or any,
+        takes `delay` seconds, as on a network mount that is gone."""
         command = ["strace", "-f", "--seccomp-bpf", "-o", self.desktop.path("strace.log"),
                    "-e", f"trace={calls}", "-e", f"inject={calls}:delay_enter={delay}s"]
         for path in paths:

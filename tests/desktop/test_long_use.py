@@ -119,12 +119,9 @@ class LongUseTest(DesktopTest):
         """What may not grow, each time in the same state."""
         process = pathlib.Path(f"/proc/{self.kestrel.process.pid}")
 
-        def kib(file, name):
-            return next(int(line.split()[1]) for line in (process / file).read_text().splitlines()
-                        if line.startswith(name + ":"))
         resources, pixmap_bytes = self.hands.resources(self.popover)
         time.sleep(0.5)
-        return {"memory": kib("smaps_rollup", "Private_Dirty"), "rss": kib("status", "VmRSS"),
+        return {"memory": self.kestrel.own_memory(),
                 "descriptors": len(list((process / "fd").iterdir())),
                 "threads": len(list((process / "task").iterdir())),
                 "X resources": resources, "pixmap bytes": pixmap_bytes,
