@@ -127,9 +127,11 @@ class LaunchesTest(LaunchingTest):
             ("shebang", "#!/bin/sh\n"), ("plain.command", ""), ("plain.sh", ""),
             ("-rf a 'b' \"c\" $d %f.sh", "#!/bin/sh\n"), ("two\nlines", "#!/bin/sh\n"))]
         kinds += [(self.elf("program"), "terminal"), (home, "folder"),
-                  (self.script("shebang.txt", 0o644), "text"), (self.script("no-bit.sh", 0o644), "text"),
+                  (self.script("shebang.txt", 0o644), "text"),
+                  (self.script("no-bit.sh", 0o644), "text"),
                   (self.desktop.write("home/bit.txt", "a text\n", 0o755), "text"),
-                  (self.desktop.write("home/-a 'b' \"c\" $d %f\n\u00fc\u4e2d.txt", "a text\n"), "text"),
+                  (self.desktop.write("home/-a 'b' \"c\" $d %f\n\u00fc\u4e2d.txt",
+                                       "a text\n"), "text"),
                   (self.desktop.write("home/octets", b"\0\1\2\xff"), "octets"),
                   (self.entry("entry.desktop", f"Exec={viewer} entry"), "entry"),
                   ("/", "folder")]
