@@ -85,7 +85,7 @@ void Shell::applicationDidFinishLaunching() {
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
     auto* item = statusBar_.item();
     QTimer::singleShot(panelPatience, item, [this, item] {
-        if (!item->hasHadPanel()) {
+        if (!item->hasBeenShown()) {
             reopen();
         }
     });
