@@ -278,15 +278,14 @@ class PlasmaTest(PanelRounds):
 
     # Dark and light.
 
-    def ground(self):
-        """The colour that fills most of the popover."""
-        data = self.desktop.picture().cut(self.content()).data
-        colors = collections.Counter(data[at:at + 3] for at in range(0, len(data), 3))
-        return tuple(colors.most_common(1)[0][0])
-
     def wait_for_ground(self, is_dark):
-        self.wait_until(lambda: (max(self.ground()) < 100) == is_dark,
-                        f"a popover that is {'dark' if is_dark else 'light'}")
+        """Until most of the popover is dark, or light."""
+        def is_so():
+            data = self.desktop.picture().cut(self.content()).data
+            colors = collections.Counter(data[at:at + 3] for at in range(0, len(data), 3))
+            color, count = colors.most_common(1)[0]
+            return (max(color) < 100) == is_dark and 6 * count > len(data)
+        self.wait_until(is_so, f"a popover that is {'dark' if is_dark else 'light'}")
 
     def assert_follows_dark_and_light(self):
         self.start()
@@ -334,6 +333,9 @@ class WaylandTest(PlasmaTest):
 
     def test_icon_and_clicks_in_plasma_on_wayland(self):
         self.assert_icon_and_clicks()
+        self.click(HELD_LONG)       # may have been the right button, for all that is told
+        self.assert_stays(lambda: not self.kestrel.popover())
+        self.assert_toggles()
 
     def test_places_in_plasma_on_wayland(self):
         self.assert_places()
