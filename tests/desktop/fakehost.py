@@ -39,7 +39,7 @@ class Watcher(dbus.service.Object):
 
     def __init__(self, bus, bar):
         self.owners = {}
-        self.bar = bar
+        self.bus, self.bar = bus, bar
         super().__init__(bus, "/StatusNotifierWatcher")
         bus.add_signal_receiver(self.owner_changed, "NameOwnerChanged", "org.freedesktop.DBus")
 
@@ -60,8 +60,15 @@ class Watcher(dbus.service.Object):
         self.owners[item] = str(sender)
         say("registered", item=item)
         self.StatusNotifierItemRegistered(item)
-        if self.bar:
-            GLib.idle_add(self.bar.add, item)
+        GLib.idle_add(self.bar.add if self.bar else self.fetch, item)
+
+    def fetch(self, item):
+        """Reads the item, as a host does that shows it."""
+        name, path = item.split("/", 1)
+        self.bus.get_object(name, "/" + path, introspect=False).GetAll(
+            ITEM, dbus_interface=dbus.PROPERTIES_IFACE, reply_handler=lambda _: None,
+            error_handler=lambda error: say("error", what=str(error)))
+        return False
 
     @dbus.service.method(WATCHER, in_signature="s")
     def RegisterStatusNotifierHost(self, _service):
@@ -104,6 +111,7 @@ class Bar:
     """A panel along the whole edge of the screen, with the icons at its right."""
 
     def __init__(self, bus, options):
+        gi.require_version("Gdk", "3.0")
         gi.require_version("Gtk", "3.0")
         from gi.repository import Gdk, GdkPixbuf, Gtk
         self.gtk, self.pixbuf, self.gdk = Gtk, GdkPixbuf, Gdk
