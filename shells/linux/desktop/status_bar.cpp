@@ -70,6 +70,8 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     settling_.setInterval(panelSettles);
     connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
     connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
+    connect(&notifier_, &StatusNotifierItem::activationTokenProvided, this,
+            &LinuxStatusItem::activationTokenProvided);
     connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::clicked);
     qApp->installEventFilter(this);
     choosePanel();

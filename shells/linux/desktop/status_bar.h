@@ -71,6 +71,10 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     PopoverAnchor anchor() const;
     void updateIcon();
 
+  Q_SIGNALS:
+    /// The panel lets what is done after the next click raise other windows.
+    void activationTokenProvided(const QString& token);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -71,6 +71,10 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
   public Q_SLOTS:
     // Several panels send rubbish coordinates, so none are used.
     void Activate(int x, int y);
+    /// Called before Activate by panels that can hand their right to raise windows on.
+    void ProvideXdgActivationToken(const QString& token) {
+        Q_EMIT item_.activationTokenProvided(token);
+    }
     // The icon has no menu and no other actions; a panel that has no object to call for them
     // makes up one of its own.
     void SecondaryActivate(int x, int y) {

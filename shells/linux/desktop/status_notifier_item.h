@@ -33,6 +33,9 @@ class StatusNotifierItem final : public QObject {
 
   Q_SIGNALS:
     void hasHostChanged();
+    /// What the user does with the next click may raise other windows by this token of a Wayland
+    /// compositor. Some panels send an empty one.
+    void activationTokenProvided(const QString& token);
     /// The user clicked the icon with the main button.
     void activated();
     /// For the panel: fetch the icon again.

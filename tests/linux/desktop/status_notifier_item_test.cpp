@@ -129,6 +129,18 @@ TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {
     EXPECT_FALSE(property(QStringLiteral("Menu")).isValid());
 }
 
+TEST_F(StatusNotifierItemTest, PassesOnThePanelsActivationToken) {
+    startPanel();
+    startItem();
+    ASSERT_TRUE(waitForItems(1));
+    QString provided;
+    QObject::connect(&*item, &StatusNotifierItem::activationTokenProvided, &*item,
+                     [&provided](const QString& token) { provided = token; });
+    call(QStringLiteral("ProvideXdgActivationToken"), {QStringLiteral("token")});
+    EXPECT_EQ(provided, QStringLiteral("token"));
+    EXPECT_EQ(activations, 0);
+}
+
 TEST_F(StatusNotifierItemTest, OnlyActivateActivates) {
     startPanel();
     startItem();

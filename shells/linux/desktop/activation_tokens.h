@@ -1,0 +1,55 @@
+#pragma once
+// Where launches get what lets the launched application come to the front: the token that the panel
+// has handed over with the click on the icon, and a start-up id of our own.
+//
+// A native Wayland program gets no tokens of its own: Qt 6.4 has no public call for them. There the
+// panel's is all there is.
+
+#include "shells/linux/desktop/startup_notification.h"
+#include "shells/linux/launching/activation.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace kestrel::linux_shell {
+
+/// Main thread only.
+class ActivationTokens final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Announces a launch at a time of the X server: see announceLaunch.
+    using Announcement = std::function<std::string(std::uint32_t time)>;
+
+    explicit ActivationTokens(Announcement announce = announceLaunch);
+
+    /// The panel's token for what the user does next. It replaces one that was not used.
+    void provide(const QString& token);
+
+    /// The token belongs to what is done in this window, and lapses when the window is hidden.
+    void setWindow(QObject* window) { window_ = window; }
+
+    /// For the launch that is being made now. The panel's token is given once; without one, the id
+    /// of our own also serves as the token in a Wayland session.
+    Activation take();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    std::uint32_t serverTime() const;
+
+    Announcement announce_;
+    QPointer<QObject> window_;
+    std::string token_;
+    std::uint32_t lastInput_ = 0; ///< the X server's time of the last key or button
+    QElapsedTimer sinceInput_;
+};
+
+} // namespace kestrel::linux_shell
