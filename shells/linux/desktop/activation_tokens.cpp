@@ -6,6 +6,11 @@
 #include <utility>
 
 namespace kestrel::linux_shell {
+namespace {
+
+bool isWaylandSession() { return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"); }
+
+} // namespace
 
 ActivationTokens::ActivationTokens(Announcement announce) : announce_(std::move(announce)) {
     qApp->installEventFilter(this);
@@ -14,11 +19,14 @@ ActivationTokens::ActivationTokens(Announcement announce) : announce_(std::move(
 void ActivationTokens::provide(const QString& token) { token_ = token.toStdString(); }
 
 Activation ActivationTokens::take() {
-    Activation activation{.token = std::exchange(token_, {}), .startupId = announce_(serverTime())};
-    if (activation.token.empty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-        activation.token = activation.startupId;
+    // GTK up to 4.8, and applications behind GLib up to 2.74, look at the start-up id alone, on
+    // Wayland too, so both are the same there.
+    if (!token_.empty()) {
+        const std::string token = std::exchange(token_, {});
+        return {.token = token, .startupId = token};
     }
-    return activation;
+    const std::string id = announce_(serverTime());
+    return {.token = isWaylandSession() ? id : std::string(), .startupId = id};
 }
 
 bool ActivationTokens::eventFilter(QObject* watched, QEvent* event) {

@@ -35,8 +35,8 @@ class ActivationTokens final : public QObject {
     /// The token belongs to what is done in this window, and lapses when the window is hidden.
     void setWindow(QObject* window) { window_ = window; }
 
-    /// For the launch that is being made now. The panel's token is given once; without one, the id
-    /// of our own also serves as the token in a Wayland session.
+    /// For the launch that is being made now: the panel's token, given once, else a new start-up id
+    /// of our own, which in a Wayland session also serves as the token.
     Activation take();
 
   protected:

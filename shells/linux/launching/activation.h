@@ -12,7 +12,7 @@ namespace kestrel::linux_shell {
 /// Each part may be empty: the desktop then decides alone whether the application gets the focus.
 struct Activation {
     std::string token;     ///< for a Wayland compositor
-    std::string startupId; ///< for an X11 window manager
+    std::string startupId; ///< for an X11 window manager, and for what knows no token
 
     /// What a program that is started with this finds in its environment: names and values.
     std::vector<std::pair<const char*, std::string>> environment() const;
