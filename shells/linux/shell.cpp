@@ -88,7 +88,7 @@ void Shell::applicationDidFinishLaunching() {
                      &ActivationTokens::provide);
     activationTokens_.setWindow(viewHosts_.popover());
     QTimer::singleShot(panelPatience, item, [this, item] {
-        if (!item->hasHadPanel()) {
+        if (!item->hasBeenShown()) {
             reopen();
         }
     });

@@ -1,12 +1,12 @@
 #include "shells/linux/desktop/startup_notification.h"
 
+#include "shells/linux/desktop/x11_connection.h"
+
 #include <QGuiApplication>
 #include <QTimer>
 
 #include <chrono>
-#include <cstdlib>
 #include <memory>
-#include <xcb/xcb.h>
 
 #define SN_API_NOT_YET_FROZEN // the library's own condition for its use
 #include <libsn/sn.h>
@@ -32,11 +32,6 @@ using StartupPtr = std::unique_ptr<T, StartupRelease>;
 // Qt reports errors of the X server and goes on: there is nothing to keep from the library.
 void noErrorTrap(SnDisplay*, xcb_connection_t*) {}
 
-xcb_connection_t* toolkitConnection() {
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
-
 StartupPtr<SnDisplay> startupDisplay(xcb_connection_t* connection) {
     return StartupPtr<SnDisplay>(sn_xcb_display_new(connection, noErrorTrap, noErrorTrap));
 }
@@ -44,13 +39,15 @@ StartupPtr<SnDisplay> startupDisplay(xcb_connection_t* connection) {
 /// Returns once the server has passed on all that it was told: what we start next may speak to the
 /// window manager by another way.
 void waitForServer(xcb_connection_t* connection) {
-    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    const auto cookie = xcb_get_input_focus(connection);
+    const x11::Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, cookie, nullptr));
 }
 
 } // namespace
 
 std::string announceLaunch(std::uint32_t time) {
-    auto* connection = toolkitConnection();
+    auto* connection = x11::connection();
     if (connection == nullptr || time == 0) {
         return {};
     }
@@ -68,7 +65,7 @@ std::string announceLaunch(std::uint32_t time) {
 }
 
 void completeStartup(const std::string& id) {
-    auto* connection = toolkitConnection();
+    auto* connection = x11::connection();
     if (connection == nullptr || id.empty()) {
         return;
     }
