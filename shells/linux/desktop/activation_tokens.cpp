@@ -12,17 +12,20 @@ bool isWaylandSession() { return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
 
 } // namespace
 
-ActivationTokens::ActivationTokens(Announcement announce) : announce_(std::move(announce)) {
+ActivationTokens::ActivationTokens(Announcement announce, CompositorToken askCompositor)
+    : announce_(std::move(announce)), askCompositor_(std::move(askCompositor)) {
     qApp->installEventFilter(this);
 }
 
 void ActivationTokens::provide(const QString& token) { token_ = token.toStdString(); }
 
 Activation ActivationTokens::take() {
+    // KWin forgets the panel's as soon as the popover has the keyboard.
+    const std::string panels = std::exchange(token_, {});
+    const std::string own = askCompositor_();
     // GTK up to 4.8, and applications behind GLib up to 2.74, look at the start-up id alone, on
     // Wayland too, so both are the same there.
-    if (!token_.empty()) {
-        const std::string token = std::exchange(token_, {});
+    if (const std::string& token = own.empty() ? panels : own; !token.empty()) {
         return {.token = token, .startupId = token};
     }
     const std::string id = announce_(serverTime());

@@ -1,11 +1,10 @@
 #pragma once
-// Where launches get what lets the launched application come to the front: the token that the panel
-// has handed over with the click on the icon, and a start-up id of our own.
-//
-// A native Wayland program gets no tokens of its own: Qt 6.4 has no public call for them. There the
-// panel's is all there is.
+// Where launches get what lets the launched application come to the front: a token of the
+// compositor's, the one that the panel has handed over with the click on the icon, or a start-up id
+// of our own.
 
 #include "shells/linux/desktop/startup_notification.h"
+#include "shells/linux/desktop/wayland_token.h"
 #include "shells/linux/launching/activation.h"
 
 #include <QElapsedTimer>
@@ -27,7 +26,11 @@ class ActivationTokens final : public QObject {
     /// Announces a launch at a time of the X server: see announceLaunch.
     using Announcement = std::function<std::string(std::uint32_t time)>;
 
-    explicit ActivationTokens(Announcement announce = announceLaunch);
+    /// A token of the compositor's for the launch that is being made; empty when it gives none.
+    using CompositorToken = std::function<std::string()>;
+
+    explicit ActivationTokens(Announcement announce = announceLaunch,
+                              CompositorToken askCompositor = tokenOfKWin);
 
     /// The panel's token for what the user does next. It replaces one that was not used.
     void provide(const QString& token);
@@ -35,8 +38,8 @@ class ActivationTokens final : public QObject {
     /// The token belongs to what is done in this window, and lapses when the window is hidden.
     void setWindow(QObject* window) { window_ = window; }
 
-    /// For the launch that is being made now: the panel's token, given once, else a new start-up id
-    /// of our own, which in a Wayland session also serves as the token.
+    /// For the launch that is being made now: the compositor's token, else the panel's, given once,
+    /// else a new start-up id of our own, which in a Wayland session also serves as the token.
     Activation take();
 
   protected:
@@ -46,6 +49,7 @@ class ActivationTokens final : public QObject {
     std::uint32_t serverTime() const;
 
     Announcement announce_;
+    CompositorToken askCompositor_;
     QPointer<QObject> window_;
     std::string token_;
     std::uint32_t lastInput_ = 0; ///< the X server's time of the last key or button

@@ -28,10 +28,12 @@ class ActivationTokensTest : public testing::Test {
     std::vector<std::uint32_t> announced;
     std::string id;
     QObject window;
+    std::string ofCompositor;
     ActivationTokens tokens{[this](std::uint32_t time) {
-        announced.push_back(time);
-        return id;
-    }};
+                                announced.push_back(time);
+                                return id;
+                            },
+                            [this] { return ofCompositor; }};
 };
 
 TEST_F(ActivationTokensTest, ThePanelsTokenIsUsedOnce) {
@@ -72,6 +74,15 @@ TEST_F(ActivationTokensTest, AnAnnouncementHasTheTimeOfTheLastInput) {
     EXPECT_GE(announced[2], announced[1]);
 }
 
+TEST_F(ActivationTokensTest, TheCompositorsTokenIsBetterThanThePanels) {
+    ofCompositor = "compositor's";
+    tokens.provide(QStringLiteral("panel's"));
+    EXPECT_EQ(tokens.take().token, "compositor's");
+    ofCompositor.clear();
+    EXPECT_EQ(tokens.take().token, "");
+    EXPECT_EQ(announced.size(), 1U);
+}
+
 TEST_F(ActivationTokensTest, ThePanelsTokenNeedsNoAnnouncement) {
     id = "id";
     tokens.provide(QStringLiteral("token"));
@@ -90,6 +101,7 @@ TEST_F(ActivationTokensTest, TheIdIsTheTokenInAWaylandSessionAlone) {
 TEST_F(ActivationTokensTest, WithoutX11NothingIsAnnounced) {
     EXPECT_EQ(announceLaunch(5000000), "");
     completeStartup("id");
+    EXPECT_EQ(tokenOfKWin(), "");
 }
 
 } // namespace
