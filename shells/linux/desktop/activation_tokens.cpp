@@ -1,8 +1,12 @@
 #include "shells/linux/desktop/activation_tokens.h"
 
+#include "shells/linux/desktop/kwin_tokens.h"
+#include "shells/linux/desktop/startup_notification.h"
+
 #include <QCoreApplication>
 #include <QInputEvent>
 
+#include <memory>
 #include <utility>
 
 namespace kestrel::linux_shell {
@@ -11,6 +15,10 @@ namespace {
 bool isWaylandSession() { return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"); }
 
 } // namespace
+
+ActivationTokens::ActivationTokens()
+    : ActivationTokens(announceLaunch,
+                       [kwin = std::make_shared<KWinTokens>()] { return kwin->take(); }) {}
 
 ActivationTokens::ActivationTokens(Announcement announce, CompositorToken askCompositor)
     : announce_(std::move(announce)), askCompositor_(std::move(askCompositor)) {

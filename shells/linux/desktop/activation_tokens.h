@@ -3,8 +3,6 @@
 // compositor's, the one that the panel has handed over with the click on the icon, or a start-up id
 // of our own.
 
-#include "shells/linux/desktop/startup_notification.h"
-#include "shells/linux/desktop/wayland_token.h"
 #include "shells/linux/launching/activation.h"
 
 #include <QElapsedTimer>
@@ -23,14 +21,15 @@ class ActivationTokens final : public QObject {
     Q_OBJECT
 
   public:
-    /// Announces a launch at a time of the X server: see announceLaunch.
+    /// Announces a launch at a time of the X server and gives its id: see announceLaunch.
     using Announcement = std::function<std::string(std::uint32_t time)>;
 
     /// A token of the compositor's for the launch that is being made; empty when it gives none.
     using CompositorToken = std::function<std::string()>;
 
-    explicit ActivationTokens(Announcement announce = announceLaunch,
-                              CompositorToken askCompositor = tokenOfKWin);
+    /// Asks the X server and KWin.
+    ActivationTokens();
+    ActivationTokens(Announcement announce, CompositorToken askCompositor);
 
     /// The panel's token for what the user does next. It replaces one that was not used.
     void provide(const QString& token);

@@ -1,5 +1,8 @@
 #include "shells/linux/desktop/activation_tokens.h"
 
+#include "shells/linux/desktop/kwin_tokens.h"
+#include "shells/linux/desktop/startup_notification.h"
+
 #include <QCoreApplication>
 #include <QHideEvent>
 #include <QKeyEvent>
@@ -101,7 +104,7 @@ TEST_F(ActivationTokensTest, TheIdIsTheTokenInAWaylandSessionAlone) {
 TEST_F(ActivationTokensTest, WithoutX11NothingIsAnnounced) {
     EXPECT_EQ(announceLaunch(5000000), "");
     completeStartup("id");
-    EXPECT_EQ(tokenOfKWin(), "");
+    EXPECT_EQ(KWinTokens().take(), "");
 }
 
 } // namespace

@@ -147,7 +147,7 @@ TEST_F(StatusNotifierItemTest, PassesOnThePanelsActivationToken) {
                      [&provided](const QString& token) { provided = token; });
     call(QStringLiteral("ProvideXdgActivationToken"), {QStringLiteral("token")});
     EXPECT_EQ(provided, QStringLiteral("token"));
-    EXPECT_EQ(activations, 0);
+    EXPECT_TRUE(activations.isEmpty());
 }
 
 TEST_F(StatusNotifierItemTest, OnlyActivateActivates) {

@@ -1,4 +1,4 @@
-#include "shells/linux/desktop/wayland_token.h"
+#include "shells/linux/desktop/kwin_tokens.h"
 
 #include "shells/linux/desktop/current_desktop.h"
 #include "xdg-activation-v1-client-protocol.h"
@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <wayland-client.h>
 
 namespace kestrel::linux_shell {
@@ -86,35 +87,54 @@ bool roundTrip(wl_display* display) {
 
 } // namespace
 
-std::string tokenOfKWin() {
-    if (!currentDesktopIs(u"KDE")) {
-        return {};
-    }
-    constexpr wl_registry_listener globalsListener{.global = globalAdded,
-                                                   .global_remove = globalRemoved};
-    constexpr xdg_activation_token_v1_listener tokenListener{.done = tokenDone};
-    const WaylandPtr<wl_display> display(wl_display_connect(nullptr));
-    if (!display) {
-        return {};
-    }
+struct KWinTokens::Connection {
+    WaylandPtr<wl_display> display;
     Globals globals;
-    const WaylandPtr<wl_registry> registry(wl_display_get_registry(display.get()));
-    wl_registry_add_listener(registry.get(), &globalsListener, &globals);
-    if (!roundTrip(display.get()) || !globals.activation || !globals.seat) {
+    WaylandPtr<wl_registry> registry;
+};
+
+KWinTokens::KWinTokens() {
+    static constexpr wl_registry_listener listener{.global = globalAdded,
+                                                   .global_remove = globalRemoved};
+    WaylandPtr<wl_display> display(currentDesktopIs(u"KDE") ? wl_display_connect(nullptr)
+                                                            : nullptr);
+    if (!display) {
+        return;
+    }
+    connection_ = std::make_unique<Connection>();
+    connection_->display = std::move(display);
+    connection_->registry.reset(wl_display_get_registry(connection_->display.get()));
+    wl_registry_add_listener(connection_->registry.get(), &listener, &connection_->globals);
+    wl_display_flush(connection_->display.get());
+}
+
+KWinTokens::~KWinTokens() = default;
+
+std::string KWinTokens::take() {
+    constexpr xdg_activation_token_v1_listener listener{.done = tokenDone};
+    if (!connection_) {
+        return {};
+    }
+    auto* display = connection_->display.get();
+    const Globals& globals = connection_->globals;
+    if (!roundTrip(display) || !globals.activation || !globals.seat) {
+        if (wl_display_get_error(display) != 0) {
+            connection_.reset();
+        }
         return {};
     }
     std::string result;
     const WaylandPtr<xdg_activation_token_v1> token(
         xdg_activation_v1_get_activation_token(globals.activation.get()));
-    xdg_activation_token_v1_add_listener(token.get(), &tokenListener, &result);
+    xdg_activation_token_v1_add_listener(token.get(), &listener, &result);
     // The token lapses when a window is activated that was used after this serial, as the one
-    // beneath the popover is. A connection without windows has seen no serial; this one is later
-    // than all.
+    // beneath the popover may be. A connection without windows has seen no serial; this one is
+    // later than all.
     xdg_activation_token_v1_set_serial(token.get(), std::numeric_limits<std::uint32_t>::max(),
                                        globals.seat.get());
-    // Without an application there is no bouncing icon.
+    // Without an application's name there is no bouncing icon.
     xdg_activation_token_v1_commit(token.get());
-    const bool isGranted = roundTrip(display.get()) && !result.starts_with("not-granted");
+    const bool isGranted = roundTrip(display) && !result.starts_with("not-granted");
     return isGranted ? result : std::string();
 }
 
