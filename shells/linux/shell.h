@@ -3,6 +3,7 @@
 // application object, which outlives it.
 
 #include "app/app_delegate.h"
+#include "shells/linux/desktop/activation_tokens.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
@@ -54,6 +55,7 @@ class Shell {
     std::string dataDirectory_;
     FileUserDefaults userDefaults_;
     FolderCloud cloud_;
+    ActivationTokens activationTokens_;
     LaunchWorker launchWorker_;
     GioWorkspace workspace_;
     ShellTerminal terminal_;
