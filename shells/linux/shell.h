@@ -3,6 +3,7 @@
 // application object, which outlives it.
 
 #include "app/app_delegate.h"
+#include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/status_bar.h"
@@ -53,6 +54,7 @@ class Shell {
     ShellTerminal terminal_;
     FileIcons fileIcons_;
     QtApplication application_;
+    Appearance appearance_;
     LinuxStatusBar statusBar_;
     KestrelSymbolImages symbolImages_;
     QtWindowServer windowServer_;
