@@ -41,8 +41,9 @@ class ColorFiles {
     ColorFiles() {
         add(QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation,
                                       QStringLiteral("kdeglobals")));
-        // A scheme that nobody chose may be known by its name only.
-        const QString scheme = text(QStringLiteral("General/ColorScheme"));
+        // A scheme that nobody chose may be known by its name only, in the group "General", which
+        // the toolkit takes for none.
+        const QString scheme = text(QStringLiteral("ColorScheme"));
         if (!scheme.isEmpty()) {
             add({QStandardPaths::locate(QStandardPaths::GenericDataLocation,
                                         QStringLiteral("color-schemes/%1.colors").arg(scheme))});

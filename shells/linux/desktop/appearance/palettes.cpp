@@ -9,6 +9,7 @@ namespace {
 constexpr double placeholderShare = 0.62; // of the text colour, where there is no readable one
 constexpr double disabledShare = 0.45;
 constexpr double leastPlaceholderContrast = 3;
+constexpr double leastHighContrast = 20; // black on white has 21
 
 QColor blend(const QColor& under, const QColor& over, double share) {
     const auto channel = [share](int below, int above) {
@@ -149,6 +150,11 @@ QPalette paletteFor(ColorScheme scheme, Contrast contrast) {
         return paletteOf(isDark ? highContrastDarkColors() : highContrastLightColors());
     }
     return paletteOf(isDark ? darkColors() : lightColors());
+}
+
+bool isHighContrast(const QPalette& palette) {
+    return contrastRatio(palette.color(QPalette::Active, QPalette::Window),
+                         palette.color(QPalette::Active, QPalette::WindowText)) > leastHighContrast;
 }
 
 double contrastRatio(const QColor& one, const QColor& other) {

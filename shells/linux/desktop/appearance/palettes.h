@@ -32,6 +32,10 @@ QPalette paletteOf(const PaletteColors& colors);
 
 QPalette paletteFor(ColorScheme scheme, Contrast contrast);
 
+/// True of plain black and white, be it of this program's or of a desktop's making: the user wants
+/// nothing faint.
+bool isHighContrast(const QPalette& palette);
+
 /// From 1 to 21, as the Web Content Accessibility Guidelines define it for opaque colours.
 double contrastRatio(const QColor& one, const QColor& other);
 
