@@ -7,8 +7,6 @@
 namespace kestrel::linux_shell {
 namespace {
 
-using enum ColorScheme;
-
 struct Theme {
     const char* name;
     DesktopLook look;
@@ -16,7 +14,7 @@ struct Theme {
 
 TEST(DesktopLookTest, NamesOfThemesTellWhatTheyCan) {
     const DesktopLook nothing;
-    const DesktopLook isDark{.scheme = dark};
+    const DesktopLook isDark{.scheme = ColorScheme::dark};
     const std::vector<Theme> table{
         {"Adwaita", nothing},
         {"Adwaita-dark", isDark},
@@ -30,7 +28,7 @@ TEST(DesktopLookTest, NamesOfThemesTellWhatTheyCan) {
         {"Solarized", nothing},
         {"", nothing},
         {"HighContrast", {.scheme = std::nullopt, .contrast = Contrast::high}},
-        {"HighContrastInverse", {.scheme = dark, .contrast = Contrast::high}},
+        {"HighContrastInverse", {.scheme = ColorScheme::dark, .contrast = Contrast::high}},
     };
     for (const auto& [name, look] : table) {
         EXPECT_EQ(lookOfTheme(QString::fromLatin1(name)), look) << name;
@@ -38,14 +36,16 @@ TEST(DesktopLookTest, NamesOfThemesTellWhatTheyCan) {
 }
 
 TEST(DesktopLookTest, FirstSchemeCountsAndHighContrastOfAny) {
-    const DesktopLook isDark{.scheme = dark};
-    const DesktopLook isLight{.scheme = light};
+    const DesktopLook isDark{.scheme = ColorScheme::dark};
+    const DesktopLook isLight{.scheme = ColorScheme::light};
     const DesktopLook isHigh{.scheme = std::nullopt, .contrast = Contrast::high};
     EXPECT_EQ(merged(isDark, isLight), isDark);
     EXPECT_EQ(merged({}, isLight), isLight);
     EXPECT_EQ(merged(isDark, {}), isDark);
-    EXPECT_EQ(merged(isDark, isHigh), (DesktopLook{.scheme = dark, .contrast = Contrast::high}));
-    EXPECT_EQ(merged(isHigh, isDark), (DesktopLook{.scheme = dark, .contrast = Contrast::high}));
+    EXPECT_EQ(merged(isDark, isHigh),
+              (DesktopLook{.scheme = ColorScheme::dark, .contrast = Contrast::high}));
+    EXPECT_EQ(merged(isHigh, isDark),
+              (DesktopLook{.scheme = ColorScheme::dark, .contrast = Contrast::high}));
 }
 
 } // namespace

@@ -6,7 +6,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 const QString portalObject = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString appearanceKeys = QStringLiteral("org.freedesktop.appearance");
 
 } // namespace
 
@@ -23,7 +23,7 @@ FakePortal::~FakePortal() {
 
 void FakePortal::set(const QString& key, const QVariant& value) {
     settings.insert(key, value);
-    Q_EMIT SettingChanged(appearance, key, QDBusVariant(value));
+    Q_EMIT SettingChanged(appearanceKeys, key, QDBusVariant(value));
 }
 
 FakePortal::Namespaces FakePortal::ReadAll(const QStringList& namespaces) {
@@ -31,7 +31,8 @@ FakePortal::Namespaces FakePortal::ReadAll(const QStringList& namespaces) {
     if (!answers) {
         setDelayedReply(true);
     }
-    return namespaces.contains(appearance) ? Namespaces{{appearance, settings}} : Namespaces();
+    return namespaces.contains(appearanceKeys) ? Namespaces{{appearanceKeys, settings}}
+                                               : Namespaces();
 }
 
 } // namespace kestrel::linux_shell
