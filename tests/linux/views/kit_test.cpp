@@ -193,6 +193,7 @@ TEST(RoundedFieldTest, FollowsThePaletteThatChangesUnderIt) {
     QApplication::processEvents();
     EXPECT_EQ(field.palette().color(QPalette::Text), dark.color(QPalette::Text));
     EXPECT_EQ(field.palette().color(QPalette::Base), QColor(Qt::transparent));
+    EXPECT_EQ(field.palette().color(QPalette::PlaceholderText), placeholderColor(dark));
     QApplication::setPalette(QPalette());
     QApplication::processEvents();
     EXPECT_EQ(field.palette().color(QPalette::Text), QApplication::palette().color(QPalette::Text));

@@ -48,6 +48,10 @@ class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
 };
 
 TEST_F(MenuPopoverWidgetTest, PaletteThatChangesUnderItLeavesNothingOfTheOldOne) {
+    LauncherItem pathless = first; // a symbol stands for it
+    pathless.path.reset();
+    manager.items.assign({pathless, second});
+    turnEventLoop();
     show();
     const QImage light = widget->grab().toImage();
     QApplication::setPalette(paletteFor(ColorScheme::dark, Contrast::normal));

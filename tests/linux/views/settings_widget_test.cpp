@@ -47,6 +47,10 @@ TEST_F(SettingsWidgetTest, ToolbarButtonsShowTheirLabelAsTooltipAndName) {
 }
 
 TEST_F(SettingsWidgetTest, PaletteThatChangesUnderItLeavesNothingOfTheOldOne) {
+    LauncherItem pathless = first; // a symbol stands for it
+    pathless.path.reset();
+    manager.items.assign({pathless, second});
+    turnEventLoop();
     const QImage light = widget->grab().toImage();
     for (const auto contrast : {Contrast::normal, Contrast::high}) {
         QApplication::setPalette(paletteFor(ColorScheme::dark, contrast));

@@ -119,13 +119,13 @@ ColorScheme schemeOf(const PaletteColors& colors) {
 
 // Any program may send the signal, as the desktop's own do; it only says when to read the files.
 KdeColors::KdeColors(const QDBusConnection& bus) {
-    read();
     if (auto connection = bus; connection.isConnected()) {
         connection.connect(QString(), QStringLiteral("/KGlobalSettings"),
                            QStringLiteral("org.kde.KGlobalSettings"),
                            QStringLiteral("notifyChange"), this,
                            SLOT(globalSettingsChanged(int, int)));
     }
+    read();
 }
 
 void KdeColors::globalSettingsChanged(int what, int detail) {

@@ -46,7 +46,10 @@ class KdeColorsTest : public testing::Test {
         return colors.palette() ? colors.palette()->color(role) : QColor();
     }
 
+    /// Says that colours have changed, to a program that by then listens.
     void notify(int what) {
+        callAndWait(program, QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
         auto message = QDBusMessage::createSignal(QStringLiteral("/KGlobalSettings"),
                                                   QStringLiteral("org.kde.KGlobalSettings"),
                                                   QStringLiteral("notifyChange"));
