@@ -6,24 +6,32 @@
 #include <QPoint>
 #include <QRect>
 
+#include <optional>
+
 namespace kestrel::linux_shell {
 
+/// In device-independent pixels of the screen.
 struct PopoverAnchor {
     enum class Kind {
-        icon,          ///< the icon covers `icon`, in screen coordinates
+        icon,          ///< the icon covers `icon`
         pointer,       ///< the icon is somewhere around `point`, where it was clicked
-        hiddenPointer, ///< it was clicked just now, in a place the X server has not been told
-        corner,        ///< there is no icon: the top right corner of the screen with the pointer
+        panel,         ///< it was clicked at `point`: on a panel or in what a panel has folded out
+        hiddenPointer, ///< it was clicked just now, in a place the X server has not been told; the
+                       ///< time before that it was at `point`, if that was ever known
+        corner,        ///< nothing is known of it: the end of the panel, where icons are
     };
     Kind kind = Kind::corner;
     QRect icon;
-    QPoint point;
+    std::optional<QPoint> point;
 };
 
 class AnchoredButton : public StatusBarButton {
   public:
     /// Asked anew at each opening.
     virtual PopoverAnchor anchor() const = 0;
+
+    /// The hidden pointer of the last click has come to light.
+    virtual void setClickedPoint(QPoint point) = 0;
 };
 
 } // namespace kestrel::linux_shell

@@ -31,13 +31,19 @@ void PointerCatcher::prepare() {
     winId();
 }
 
-void PointerCatcher::cover() {
+void PointerCatcher::cover(const QRect& hole) {
     QRect everything;
     const auto screens = QGuiApplication::screens();
     for (const auto* screen : screens) {
         everything |= screen->geometry();
     }
     setGeometry(everything);
+    if (hole.isEmpty()) {
+        clearMask();
+    } else {
+        const QPoint origin = everything.topLeft();
+        setMask(QRegion(everything.translated(-origin)) - hole.translated(-origin));
+    }
     show();
 }
 
@@ -50,7 +56,7 @@ void PointerCatcher::find(std::function<void(std::optional<QPoint>)> found) {
     falsePosition_ = QCursor::pos();
     sinceStart_.start();
     looking_.start();
-    cover();
+    cover(QRect());
 }
 
 void PointerCatcher::look() {

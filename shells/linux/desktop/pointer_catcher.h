@@ -23,8 +23,9 @@ class PointerCatcher final : public QWidget {
     /// Does ahead of time what the first covering would otherwise spend its time on.
     void prepare();
 
-    /// Covers the screens; every click on them is the window's from now on, until it is hidden.
-    void cover();
+    /// Covers the screens but for `hole`, in device-independent pixels, which may be empty: every
+    /// click on them is the window's from now on, until it is hidden.
+    void cover(const QRect& hole);
 
     /// Covers the screens and calls `found` once: with the pointer's true position, or with nothing
     /// when that has not come to light within a second. Hiding the window calls it off.

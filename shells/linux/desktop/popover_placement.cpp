@@ -92,6 +92,41 @@ QRect iconAround(QPoint pointer, const ScreenArea& screen) {
     return {pointer - QPoint(half, half), QSize(2 * half, 2 * half)};
 }
 
+QList<QRect> keptFree(const ScreenArea& screen) {
+    const QRect& whole = screen.whole;
+    const QRect& available = screen.available;
+    QRect above = whole;
+    above.setBottom(available.top() - 1);
+    QRect below = whole;
+    below.setTop(available.bottom() + 1);
+    QRect before = whole;
+    before.setRight(available.left() - 1);
+    QRect behind = whole;
+    behind.setLeft(available.right() + 1);
+    QList<QRect> strips;
+    for (const QRect& strip : {above, below, before, behind}) {
+        if (!strip.isEmpty()) {
+            strips.append(strip);
+        }
+    }
+    return strips;
+}
+
+QRect iconOnPanel(QPoint pointer, const ScreenArea& screen) {
+    const auto panels = keptFree(screen);
+    if (panels.isEmpty()) {
+        return iconAround(pointer, screen);
+    }
+    const auto nearestIn = [pointer](const QRect& panel) {
+        return QPoint(std::clamp(pointer.x(), panel.left(), panel.right()),
+                      std::clamp(pointer.y(), panel.top(), panel.bottom()));
+    };
+    const auto distance = [&](const QRect& panel) {
+        return (nearestIn(panel) - pointer).manhattanLength();
+    };
+    return {nearestIn(*std::ranges::min_element(panels, {}, distance)), QSize(1, 1)};
+}
+
 QRect placedAtIcon(const QRect& icon, QSize size, const ScreenArea& screen) {
     const QPoint center = icon.center();
     int x = center.x() - size.width() / 2;
@@ -119,9 +154,28 @@ QRect placedAtIcon(const QRect& icon, QSize size, const ScreenArea& screen) {
         size};
 }
 
-QRect placedInCorner(QSize size, const ScreenArea& screen) {
-    const QRect inside = screen.available;
-    return {QPoint(inside.left() + inside.width() - gap - size.width(), inside.top() + gap), size};
+QRect placedAtPanelEnd(QSize size, const ScreenArea& screen, Qt::LayoutDirection direction) {
+    const QRect& inside = screen.available;
+    const int left = inside.left() + gap;
+    const int right = inside.left() + inside.width() - gap - size.width();
+    const int top = inside.top() + gap;
+    const int bottom = inside.top() + inside.height() - gap - size.height();
+    const int end = direction == Qt::RightToLeft ? left : right;
+    const auto panels = keptFree(screen);
+    if (panels.isEmpty()) {
+        return {{end, top}, size};
+    }
+    switch (nearest(panels.front().center(), screen.whole).edge) {
+    case Edge::top:
+        return {{end, top}, size};
+    case Edge::bottom:
+        return {{end, bottom}, size};
+    case Edge::left:
+        return {{left, bottom}, size};
+    case Edge::right:
+        return {{right, bottom}, size};
+    }
+    return {{end, top}, size};
 }
 
 } // namespace kestrel::linux_shell

@@ -1,6 +1,7 @@
 #include "shells/linux/desktop/popover_window.h"
 
 #include "shells/linux/desktop/popover_frame.h"
+#include "shells/linux/desktop/popover_placement.h"
 #include "shells/linux/desktop/x11.h"
 
 #include <QApplication>
@@ -12,14 +13,12 @@
 #include <QStyle>
 #include <QWindow>
 
-#include <chrono>
 #include <cmath>
 #include <optional>
 
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr std::chrono::milliseconds grabInterval{20};
 constexpr int fadeTime = 120; // milliseconds
 
 // The toolkit learns late that the keyboard has left a popup, and then closes every popup, also
@@ -29,12 +28,11 @@ constexpr int staleCloseTime = 150; // milliseconds
 // A bar of a Wayland session covers every X11 window, and some sessions do not tell where it is.
 constexpr int unknownBarHeight = 40; // pixels
 
+ScreenArea areaOf(const QScreen& screen) { return {screen.geometry(), screen.availableGeometry()}; }
+
 ScreenArea areaAround(QPoint point) {
-    auto* screen = QGuiApplication::screenAt(point);
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
-    }
-    ScreenArea area{screen->geometry(), screen->availableGeometry()};
+    const auto* screen = QGuiApplication::screenAt(point);
+    auto area = areaOf(screen != nullptr ? *screen : *QGuiApplication::primaryScreen());
     const auto panels = x11::panels();
     for (const QRect& panel : panels) {
         if (panel.contains(point)) {
@@ -44,41 +42,60 @@ ScreenArea areaAround(QPoint point) {
     return area;
 }
 
+/// The screen that has a panel, as far as that is told; else that with the pointer.
+ScreenArea areaWithPanel() {
+    const auto screens = QGuiApplication::screens();
+    for (const auto* screen : screens) {
+        auto area = areaOf(*screen);
+        const auto panels = x11::panels();
+        for (const QRect& panel : panels) {
+            if (area.whole.contains(panel.center())) {
+                area = withoutPanel(area, panel);
+            }
+        }
+        if (area.available != area.whole) {
+            return area;
+        }
+    }
+    auto area = areaAround(QCursor::pos());
+    if (x11::isXWayland()) {
+        area.available.adjust(0, unknownBarHeight, -unknownBarHeight, 0);
+    }
+    return area;
+}
+
 QRect placed(const PopoverAnchor& anchor, QSize size) {
     switch (anchor.kind) {
     case PopoverAnchor::Kind::icon:
         return placedAtIcon(anchor.icon, size, areaAround(anchor.icon.center()));
     case PopoverAnchor::Kind::pointer: {
-        auto area = areaAround(anchor.point);
+        auto area = areaAround(*anchor.point);
         if (x11::isXWayland() && area.available == area.whole) {
-            area = withoutBarsAround(anchor.point, area);
+            area = withoutBarsAround(*anchor.point, area);
         }
-        return placedAtIcon(iconAround(anchor.point, area), size, area);
+        return placedAtIcon(iconAround(*anchor.point, area), size, area);
+    }
+    case PopoverAnchor::Kind::panel: {
+        const auto area = areaAround(*anchor.point);
+        return placedAtIcon(iconOnPanel(*anchor.point, area), size, area);
     }
     case PopoverAnchor::Kind::hiddenPointer:
     case PopoverAnchor::Kind::corner:
         break;
     }
-    auto area = areaAround(QCursor::pos());
-    if (x11::isXWayland() && area.available == area.whole) {
-        area.available.adjust(0, unknownBarHeight, -unknownBarHeight, 0);
-    }
-    return placedInCorner(size, area);
+    return placedAtPanelEnd(size, areaWithPanel(), QGuiApplication::layoutDirection());
 }
 
 } // namespace
 
 PopoverWindow::PopoverWindow()
-    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint) {
+    : input_(PopoverInput::forSession(*this, [this] { performClose(); })) {
+    setWindowFlags(input_->windowFlags());
     setAttribute(Qt::WA_NoMouseReplay);
+    setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(QStringLiteral("Kestrel"));
     setWindowRole(QStringLiteral("popover"));
-    if (x11::isXWayland()) {
-        catcher_ = std::make_unique<PointerCatcher>([this] { performClose(); });
-    }
-    grabRetry_.setInterval(grabInterval);
-    connect(&grabRetry_, &QTimer::timeout, this, &PopoverWindow::grabInput);
     fade_.setTargetObject(this);
     fade_.setPropertyName("windowOpacity");
     fade_.setDuration(fadeTime);
@@ -109,41 +126,31 @@ void PopoverWindow::setContentSize(Size size) {
     layOut();
 }
 
-bool PopoverWindow::isShown() const {
-    return isVisible() || (catcher_ != nullptr && catcher_->isVisible());
-}
+bool PopoverWindow::isShown() const { return isVisible() || input_->isSearching(); }
 
 // The icon's panel decides on which side of the icon there is room.
 void PopoverWindow::showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) {
     Q_UNUSED(preferredEdge)
-    const auto* anchored = dynamic_cast<const AnchoredButton*>(&button);
-    open(anchored != nullptr ? anchored->anchor() : PopoverAnchor{});
-}
-
-void PopoverWindow::open(const PopoverAnchor& anchor) {
-    if (catcher_ == nullptr) {
-        showAt(placed(anchor, contentSize_));
-        return;
-    }
+    auto* anchored = dynamic_cast<AnchoredButton*>(&button);
+    const auto anchor = anchored != nullptr ? anchored->anchor() : PopoverAnchor{};
     if (anchor.kind != PopoverAnchor::Kind::hiddenPointer) {
-        catcher_->cover();
         showAt(placed(anchor, contentSize_));
         return;
     }
-    catcher_->find([this](std::optional<QPoint> pointer) {
-        const auto found =
-            pointer
-                ? PopoverAnchor{.kind = PopoverAnchor::Kind::pointer, .icon = {}, .point = *pointer}
-                : PopoverAnchor{};
-        showAt(placed(found, contentSize_));
+    input_->findPointer([this, anchored, last = anchor.point](std::optional<QPoint> pointer) {
+        if (pointer) {
+            anchored->setClickedPoint(*pointer);
+        } else {
+            pointer = last;
+        }
+        const auto kind = pointer ? PopoverAnchor::Kind::pointer : PopoverAnchor::Kind::corner;
+        showAt(placed({.kind = kind, .icon = {}, .point = pointer}, contentSize_));
     });
 }
 
 void PopoverWindow::performClose() {
     hide();
-    if (catcher_ != nullptr) {
-        catcher_->hide();
-    }
+    input_->end();
 }
 
 void PopoverWindow::prepare() {
@@ -151,9 +158,7 @@ void PopoverWindow::prepare() {
     ensurePolished();
     winId();
     grab();
-    if (catcher_ != nullptr) {
-        catcher_->prepare();
-    }
+    input_->prepare();
 }
 
 QRect PopoverWindow::contentRect() const { return {QPoint(margin_, margin_), contentSize_}; }
@@ -177,12 +182,11 @@ void PopoverWindow::layOut() {
 void PopoverWindow::showAt(const QRect& content) {
     layOut();
     move(content.topLeft() - QPoint(margin_, margin_));
+    input_->begin(content, {margin_, margin_, margin_, margin_});
     fadeIn();
     show();
     raise();
-    if (!x11::isAvailable()) {
-        activateWindow();
-    }
+    input_->take();
     if (controller_ != nullptr && controller_->widget() != nullptr) {
         controller_->widget()->setFocus(Qt::PopupFocusReason);
     }
@@ -206,30 +210,11 @@ void PopoverWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     pressedOutside_ = false;
     sinceShown_.start();
-    if (x11::isAvailable()) {
-        grabRetry_.start();
-    }
-}
-
-// A panel that reports the press of a button holds the pointer until its release, and the toolkit
-// does not notice that its own grab was refused; without one a click elsewhere is never seen.
-void PopoverWindow::grabInput() {
-    if (x11::isMouseButtonDown()) {
-        return;
-    }
-    grabRetry_.stop();
-    if (auto* window = windowHandle()) {
-        window->setKeyboardGrabEnabled(true);
-        window->setMouseGrabEnabled(true);
-    }
 }
 
 void PopoverWindow::hideEvent(QHideEvent* event) {
-    grabRetry_.stop();
     fade_.stop();
-    if (catcher_ != nullptr) {
-        catcher_->hide();
-    }
+    input_->end();
     QWidget::hideEvent(event);
 }
 

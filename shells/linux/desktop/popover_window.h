@@ -5,13 +5,11 @@
 
 #include "platform/popover.h"
 #include "shells/linux/desktop/anchored_button.h"
-#include "shells/linux/desktop/pointer_catcher.h"
-#include "shells/linux/desktop/popover_placement.h"
+#include "shells/linux/desktop/popover_input.h"
 #include "shells/linux/desktop/widget_controller.h"
 
 #include <QElapsedTimer>
 #include <QPropertyAnimation>
-#include <QTimer>
 #include <QWidget>
 
 namespace kestrel::linux_shell {
@@ -49,21 +47,18 @@ class PopoverWindow final : public QWidget, public Popover {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void open(const PopoverAnchor& anchor);
     void showAt(const QRect& content);
     void layOut();
-    void grabInput();
     void fadeIn();
     QRect contentRect() const;
 
     std::unique_ptr<WidgetController> controller_;
-    std::unique_ptr<PointerCatcher> catcher_;
+    std::unique_ptr<PopoverInput> input_;
     QSize contentSize_{0, 0};
     int margin_ = 0;
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     bool animates_ = false;
     bool pressedOutside_ = false;
-    QTimer grabRetry_;
     QElapsedTimer sinceShown_;
     QPropertyAnimation fade_;
 };

@@ -1,20 +1,18 @@
 #include "shells/linux/desktop/status_bar.h"
 
-#include "shells/linux/desktop/template_icon.h"
+#include "shells/linux/desktop/current_desktop.h"
+#include "shells/linux/desktop/panel_color.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QPalette>
+#include <QScreen>
 
-#include <algorithm>
-#include <array>
 #include <chrono>
+#include <utility>
 
 namespace kestrel::linux_shell {
 namespace {
-
-// The sizes in pixels that panels show icons at, on plain and on dense screens.
-constexpr std::array<int, 6> iconSizes{16, 22, 24, 32, 48, 64};
 
 const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
 
@@ -24,12 +22,14 @@ constexpr QColor neutral(0x8C, 0x8C, 0x8C);
 /// True on the desktops whose panels paint symbolic icons in their own colours. Others take the
 /// drawing as it is, near black, even on a dark panel: they are better served with pixels.
 bool panelTintsThemedIcons() {
-    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
-    return desktops.contains(QLatin1String("KDE")) || desktops.contains(QLatin1String("GNOME"));
+    return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") || currentDesktopIs(u"X-Cinnamon");
 }
 
-// Panels that know both protocols often offer the older one first.
-constexpr std::chrono::milliseconds notifierHeadStart{1000};
+// Panels that know both protocols often offer one of them a little earlier.
+constexpr std::chrono::milliseconds headStart{1000};
+constexpr std::chrono::milliseconds dockingTime{1000};
+
+constexpr std::chrono::milliseconds buttonInterval{20};
 
 // A panel paints its background some time after the icon, and anew when its theme changes.
 constexpr std::chrono::milliseconds panelSettles{300};
@@ -37,12 +37,12 @@ constexpr std::chrono::milliseconds panelSettles{300};
 } // namespace
 
 void LinuxStatusButton::setImage(std::shared_ptr<Image> image) {
-    image_ = std::move(image);
+    item_.images_.setImage(std::move(image));
     item_.updateIcon();
 }
 
 void LinuxStatusButton::setImageIsTemplate(bool isTemplate) {
-    isTemplate_ = isTemplate;
+    item_.images_.setIsTemplate(isTemplate);
     item_.updateIcon();
 }
 
@@ -52,154 +52,206 @@ void LinuxStatusButton::setAction(std::function<void(StatusBarButton&)> action) 
 
 PopoverAnchor LinuxStatusButton::anchor() const { return item_.anchor(); }
 
+void LinuxStatusButton::setClickedPoint(QPoint point) {
+    item_.clickedPoint_ = point;
+    item_.clickedKind_ = PopoverAnchor::Kind::pointer;
+}
+
 void LinuxStatusButton::sendAction() {
     if (action_) {
         action_(*this);
     }
 }
 
+// The indicators of GNOME's shell activate an item only at a double click; an icon that its tray
+// takes in gets every click. Everywhere else StatusNotifierItem is the better protocol.
 LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer renderer)
-    : renderer_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
+    : images_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
           panelColor_.reset();
+          isTrayDeaf_ = false;
           choosePanel();
-      }) {
-    patience_.setSingleShot(true);
-    patience_.setInterval(notifierHeadStart);
-    connect(&patience_, &QTimer::timeout, this, &LinuxStatusItem::showXEmbedIcon);
-    settling_.setSingleShot(true);
+      }),
+      first_(currentDesktopIs(u"GNOME") ? Protocol::xembed : Protocol::notifier) {
+    if (currentDesktopIs(u"KDE") && x11::isXWayland()) {
+        outputs_ = std::make_unique<KWinOutputs>(bus);
+    }
+    for (QTimer* timer : {&headStart_, &docking_, &settling_}) {
+        timer->setSingleShot(true);
+    }
+    headStart_.setInterval(headStart);
+    docking_.setInterval(dockingTime);
+    longPress_.setInterval(buttonInterval);
     settling_.setInterval(panelSettles);
+    connect(&headStart_, &QTimer::timeout, this, [this] { use(offered()); });
+    connect(&docking_, &QTimer::timeout, this, [this] {
+        isTrayDeaf_ = true;
+        choosePanel();
+    });
     connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
     connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
-    connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::clicked);
+    connect(&notifier_, &StatusNotifierItem::hostKnown, this, &LinuxStatusItem::panelKnown);
+    connect(&notifier_, &StatusNotifierItem::shown, this, &LinuxStatusItem::noteShown);
+    connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::notifierClicked);
+    connect(&notifier_, &StatusNotifierItem::menuWanted, this,
+            &LinuxStatusItem::notifierMenuWanted);
     qApp->installEventFilter(this);
+    // Where it comes first, it need not wait until a panel has told of itself.
+    notifier_.setOffered(first_ == Protocol::notifier);
     choosePanel();
 }
 
-bool LinuxStatusItem::hasPanel() const { return notifier_.hasHost() || x11::hasTray(); }
+bool LinuxStatusItem::isWithoutPanel() const {
+    return notifier_.knowsHost() && offered() == Protocol::none;
+}
+
+LinuxStatusItem::Protocol LinuxStatusItem::offered() const {
+    const bool hasTray = x11::hasTray() && !isTrayDeaf_;
+    if (notifier_.hasHost() && (first_ == Protocol::notifier || !hasTray)) {
+        return Protocol::notifier;
+    }
+    return hasTray ? Protocol::xembed : Protocol::none;
+}
+
+void LinuxStatusItem::choosePanel() {
+    const Protocol best = offered();
+    if (best == Protocol::none || best == first_) {
+        use(best);
+    } else if (best != protocol_ && !headStart_.isActive()) {
+        headStart_.start();
+    }
+}
+
+void LinuxStatusItem::use(Protocol protocol) {
+    headStart_.stop();
+    if (protocol == protocol_) {
+        return;
+    }
+    protocol_ = protocol;
+    clickedPoint_.reset();
+    docking_.stop();
+    xembed_.reset();
+    notifier_.setOffered(protocol == Protocol::notifier || first_ == Protocol::notifier);
+    if (protocol == Protocol::xembed) {
+        dock();
+    } else if (protocol == Protocol::notifier) {
+        settling_.start();
+    }
+}
+
+void LinuxStatusItem::dock() {
+    panelColor_.reset();
+    xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
+    docking_.start();
+    connect(xembed_.get(), &XEmbedIcon::docked, this, [this] {
+        docking_.stop();
+        noteShown();
+    });
+    const auto leave = [this] {
+        use(Protocol::none);
+        choosePanel();
+    };
+    connect(xembed_.get(), &XEmbedIcon::undocked, this, leave, Qt::QueuedConnection);
+    connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
+    connect(xembed_.get(), &XEmbedIcon::painted, &settling_, qOverload<>(&QTimer::start));
+}
+
+void LinuxStatusItem::noteShown() { hasBeenShown_ = true; }
+
+// The panels of these desktops say truly where the icon was clicked. Others pass zeros, or a place
+// inside the icon.
+std::optional<QPoint> LinuxStatusItem::placeToldBy(QPoint place) const {
+    if (!currentDesktopIs(u"KDE") && !currentDesktopIs(u"GNOME")) {
+        return std::nullopt;
+    }
+    const QPoint told =
+        x11::independentOfDevice(outputs_ != nullptr ? outputs_->onServer(place) : place);
+    return QGuiApplication::screenAt(told) != nullptr ? std::optional(told) : std::nullopt;
+}
+
+void LinuxStatusItem::notifierClicked(QPoint place) {
+    if (const auto told = placeToldBy(place)) {
+        clickedPoint_ = told;
+        clickedKind_ = PopoverAnchor::Kind::panel;
+        clicked();
+        return;
+    }
+    // The X server inside a Wayland session does not know where the pointer is over a panel.
+    isHiddenClick_ = x11::isXWayland();
+    if (!isHiddenClick_) {
+        button_.setClickedPoint(QCursor::pos());
+    }
+    clicked();
+    isHiddenClick_ = false;
+}
+
+// Plasma's panel asks for the menu also when the main button has been held for most of a second.
+// Inside a Wayland session nobody tells which button that was.
+void LinuxStatusItem::notifierMenuWanted(QPoint place) {
+    if (!currentDesktopIs(u"KDE") || x11::isXWayland() || !x11::isLeftButtonAloneDown()) {
+        return;
+    }
+    longPress_.disconnect();
+    connect(&longPress_, &QTimer::timeout, this, [this, place] {
+        if (!x11::isMouseButtonDown()) {
+            longPress_.stop();
+            notifierClicked(place);
+        }
+    });
+    longPress_.start();
+}
 
 void LinuxStatusItem::clicked() {
-    lastClick_ = QCursor::pos();
     sampleBackground();
-    isClick_ = true;
     button_.sendAction();
-    isClick_ = false;
 }
 
 PopoverAnchor LinuxStatusItem::anchor() const {
     using enum PopoverAnchor::Kind;
-    // The X server inside a Wayland session knows neither the panel nor where the pointer is over
-    // it.
-    if (x11::isXWayland()) {
-        return {.kind = isClick_ ? hiddenPointer : corner, .icon = {}, .point = {}};
+    if (isHiddenClick_) {
+        return {.kind = hiddenPointer, .icon = {}, .point = clickedPoint_};
     }
-    const QRect docked = xembed_ != nullptr ? xembed_->geometry() : QRect();
+    const QRect docked = xembed_ != nullptr ? xembed_->rectOnScreen() : QRect();
     if (!docked.isEmpty()) {
         return {.kind = icon, .icon = docked, .point = {}};
     }
-    if (lastClick_ && hasPanel()) {
-        return {.kind = pointer, .icon = {}, .point = *lastClick_};
+    if (clickedPoint_) {
+        return {.kind = clickedKind_, .icon = {}, .point = clickedPoint_};
     }
     return {};
-}
-
-// StatusNotifierItem is the better protocol: the icon moves to it whenever it is offered.
-void LinuxStatusItem::choosePanel() {
-    hasHadPanel_ = hasHadPanel_ || hasPanel();
-    if (notifier_.hasHost()) {
-        patience_.stop();
-        xembed_.reset();
-        settling_.start();
-        return;
-    }
-    lastClick_.reset();
-    if (xembed_ == nullptr && x11::hasTray() && !patience_.isActive()) {
-        patience_.start();
-    }
-}
-
-void LinuxStatusItem::showXEmbedIcon() {
-    if (notifier_.hasHost() || !x11::hasTray()) {
-        return;
-    }
-    panelColor_.reset();
-    xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
-    connect(xembed_.get(), &XEmbedIcon::activated, this, &LinuxStatusItem::clicked);
-    connect(xembed_.get(), &XEmbedIcon::painted, &settling_, qOverload<>(&QTimer::start));
 }
 
 // A panel that does not name its colours is looked at: its corners, or those of the icon in it,
 // show the background. A change of colour paints the icon again and has this look once more, which
 // then finds no other.
 void LinuxStatusItem::sampleBackground() {
-    if (QApplication::activePopupWidget() != nullptr) {
+    if (QApplication::activePopupWidget() != nullptr || x11::isXWayland()) {
         return;
     }
-    const auto color = colorOn(xembed_ != nullptr ? QList{xembed_->geometry()} : likelyPanels());
+    const auto color = colorOn(
+        xembed_ != nullptr ? QList{xembed_->rectOnScreen()} : likelyPanels(clickedPoint_),
+        panelColor_);
     if (color != panelColor_) {
         panelColor_ = color;
         updateIcon();
     }
 }
 
-// The icon is in the panel that was clicked; before any click, in any.
-QList<QRect> LinuxStatusItem::likelyPanels() const {
-    auto panels = x11::panels();
-    const auto clicked = std::ranges::find_if(
-        panels, [this](const QRect& panel) { return lastClick_ && panel.contains(*lastClick_); });
-    return clicked != panels.end() ? QList{*clicked} : panels;
-}
-
-// None where one colour does not do for all of them.
-std::optional<QColor> LinuxStatusItem::colorOn(const QList<QRect>& panels) const {
-    std::optional<QColor> color;
-    for (const QRect& panel : panels) {
-        const QImage background = seenAt(panel);
-        if (background.isNull()) {
-            return panelColor_;
-        }
-        const QColor contrasting = contrastingColor(background);
-        if (color && *color != contrasting) {
-            return std::nullopt;
-        }
-        color = contrasting;
-    }
-    return color ? color : panelColor_;
-}
-
-QImage LinuxStatusItem::drawn(int pixels, const QColor& color) const {
-    if (button_.image() == nullptr) {
-        QImage nothing(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-        nothing.fill(Qt::transparent);
-        return nothing;
-    }
-    const QImage image = renderer_(*button_.image(), pixels);
-    return button_.isTemplate() ? tinted(image, color) : image;
-}
-
 void LinuxStatusItem::updateIcon() {
-    if (button_.image() == nullptr) {
+    if (images_.isEmpty()) {
         return;
     }
-    QList<QImage> images;
-    for (const int size : iconSizes) {
-        images.append(drawn(size, panelColor_.value_or(neutral)));
-    }
     const bool isThemed =
-        button_.isTemplate() && panelTintsThemedIcons() && QIcon::hasThemeIcon(themeName);
-    notifier_.setIcon(images, isThemed ? themeName : QString());
+        images_.isTemplate() && panelTintsThemedIcons() && QIcon::hasThemeIcon(themeName);
+    notifier_.setIcon(images_.drawn(panelColor_.value_or(neutral)),
+                      isThemed ? themeName : QString());
     if (xembed_ != nullptr) {
         xembed_->setIcon(xembedIcon());
     }
 }
 
 QIcon LinuxStatusItem::xembedIcon() const {
-    const QColor color = x11::trayForeground().value_or(
-        panelColor_.value_or(QApplication::palette().color(QPalette::WindowText)));
-    QIcon icon;
-    for (const int size : iconSizes) {
-        icon.addPixmap(QPixmap::fromImage(drawn(size, color)));
-    }
-    return icon;
+    return iconOf(images_.drawn(x11::trayForeground().value_or(
+        panelColor_.value_or(QApplication::palette().color(QPalette::WindowText)))));
 }
 
 bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {

@@ -1,19 +1,19 @@
 #pragma once
-// The status area of whatever panel the desktop has: the icon appears in it by
-// StatusNotifierItem, else by XEmbed, as soon as such a panel is there.
+// The status area of whatever panel the desktop has: the icon appears in it as soon as such a panel
+// is there, by the protocol that works best there.
 
 #include "platform/status_bar.h"
 #include "shells/linux/desktop/anchored_button.h"
+#include "shells/linux/desktop/kwin_outputs.h"
+#include "shells/linux/desktop/status_icon_images.h"
 #include "shells/linux/desktop/status_notifier_item.h"
 #include "shells/linux/desktop/x11.h"
 #include "shells/linux/desktop/xembed_icon.h"
 
+#include <QColor>
 #include <QDBusConnection>
-#include <QImage>
-#include <QList>
 #include <QObject>
 #include <QPointer>
-#include <QRect>
 #include <QTimer>
 
 #include <functional>
@@ -21,9 +21,6 @@
 #include <optional>
 
 namespace kestrel::linux_shell {
-
-/// Draws an image as a square of so many pixels.
-using IconRenderer = std::function<QImage(const Image&, int pixels)>;
 
 class LinuxStatusItem;
 
@@ -41,15 +38,12 @@ class LinuxStatusButton final : public AnchoredButton {
     void sendActionOn(EventMask mask) override { static_cast<void>(mask); }
 
     PopoverAnchor anchor() const override;
+    void setClickedPoint(QPoint point) override;
 
-    const Image* image() const { return image_.get(); }
-    bool isTemplate() const { return isTemplate_; }
     void sendAction();
 
   private:
     LinuxStatusItem& item_;
-    std::shared_ptr<Image> image_;
-    bool isTemplate_ = false;
     std::function<void(StatusBarButton&)> action_;
 };
 
@@ -61,40 +55,58 @@ class LinuxStatusItem final : public QObject, public StatusItem {
 
     StatusBarButton* button() override { return &button_; }
 
-    /// True while a panel shows the icon, or is about to.
-    bool hasPanel() const;
+    /// True once a panel has shown the icon; it may be restarting.
+    bool hasBeenShown() const { return hasBeenShown_; }
 
-    /// True once there has been such a panel; it may be restarting.
-    bool hasHadPanel() const { return hasHadPanel_; }
+    /// True while there is certainly no panel that could show the icon.
+    bool isWithoutPanel() const;
 
-    /// Without a click, the popover goes where the icon is known to be, else into the corner.
-    PopoverAnchor anchor() const;
-    void updateIcon();
+  Q_SIGNALS:
+    /// It is certain from now on whether there is a panel.
+    void panelKnown();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    friend class LinuxStatusButton;
+
+    enum class Protocol { none, notifier, xembed };
+
+    Protocol offered() const;
     void choosePanel();
-    void showXEmbedIcon();
+    void use(Protocol protocol);
+    void dock();
+    void noteShown();
+
+    std::optional<QPoint> placeToldBy(QPoint place) const;
+    void notifierClicked(QPoint place);
+    void notifierMenuWanted(QPoint place);
     void clicked();
+    PopoverAnchor anchor() const;
+
     void sampleBackground();
-    QList<QRect> likelyPanels() const;
-    std::optional<QColor> colorOn(const QList<QRect>& panels) const;
-    QImage drawn(int pixels, const QColor& color) const;
+    void updateIcon();
     QIcon xembedIcon() const;
 
-    IconRenderer renderer_;
+    StatusIconImages images_;
     LinuxStatusButton button_;
     StatusNotifierItem notifier_;
     x11::TrayArrivals arrivals_;
-    QTimer patience_;
-    QTimer settling_;
+    std::unique_ptr<KWinOutputs> outputs_; ///< null where places need no translation
     std::unique_ptr<XEmbedIcon> xembed_;
+    Protocol protocol_ = Protocol::none;
+    Protocol first_;           ///< which of two that are offered is taken
+    bool isTrayDeaf_ = false;  ///< the panel that there is takes no icons by XEmbed after all
+    bool hasBeenShown_ = false;
+    QTimer headStart_; ///< of the first protocol before the second is settled for
+    QTimer docking_;   ///< how long a panel may take to take the icon in
+    QTimer longPress_; ///< runs while the main button is still held
+    QTimer settling_;
     std::optional<QColor> panelColor_; ///< that stands out from the panel, once it was seen
-    std::optional<QPoint> lastClick_;
-    bool isClick_ = false;
-    bool hasHadPanel_ = false;
+    std::optional<QPoint> clickedPoint_;
+    PopoverAnchor::Kind clickedKind_ = PopoverAnchor::Kind::pointer; ///< of `clickedPoint_`
+    bool isHiddenClick_ = false;
 };
 
 /// Main thread only.

@@ -58,7 +58,13 @@ StatusNotifierAdaptor::StatusNotifierAdaptor(StatusNotifierItem& item)
     });
 }
 
+QString StatusNotifierAdaptor::iconName() const {
+    Q_EMIT item_.shown();
+    return item_.themeName();
+}
+
 StatusNotifierImages StatusNotifierAdaptor::iconPixmap() const {
+    Q_EMIT item_.shown();
     StatusNotifierImages images;
     for (const auto& image : item_.images()) {
         images.append(statusNotifierImage(image));
@@ -70,10 +76,8 @@ StatusNotifierToolTip StatusNotifierAdaptor::toolTip() const {
     return {.iconName = {}, .images = {}, .title = title(), .description = {}};
 }
 
-void StatusNotifierAdaptor::Activate(int x, int y) {
-    Q_UNUSED(x)
-    Q_UNUSED(y)
-    Q_EMIT item_.activated();
-}
+void StatusNotifierAdaptor::Activate(int x, int y) { Q_EMIT item_.activated(QPoint(x, y)); }
+
+void StatusNotifierAdaptor::ContextMenu(int x, int y) { Q_EMIT item_.menuWanted(QPoint(x, y)); }
 
 } // namespace kestrel::linux_shell

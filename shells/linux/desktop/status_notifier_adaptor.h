@@ -5,6 +5,7 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
+#include <QDBusObjectPath>
 
 namespace kestrel::linux_shell {
 
@@ -41,6 +42,7 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages IconPixmap READ iconPixmap)
     Q_PROPERTY(QString IconAccessibleDesc READ title)
@@ -61,7 +63,11 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     QString status() const { return QStringLiteral("Active"); }
     int windowId() const { return 0; }
     bool itemIsMenu() const { return false; }
-    QString iconName() const { return item_.themeName(); }
+
+    /// Some panels leave out an item that names no menu. This is the name by which the others know
+    /// that there is none.
+    QDBusObjectPath menu() const { return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")); }
+    QString iconName() const;
     StatusNotifierImages iconPixmap() const;
     // Some panels write an error for each of the protocol's pictures that an item does not have.
     QString nothing() const { return {}; }
@@ -69,15 +75,11 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     StatusNotifierToolTip toolTip() const;
 
   public Q_SLOTS:
-    // Several panels send rubbish coordinates, so none are used.
     void Activate(int x, int y);
-    // The icon has no menu and no other actions; a panel that has no object to call for them
-    // makes up one of its own.
+    void ContextMenu(int x, int y);
+    // The icon has no other actions; a panel that has no object to call for them makes up one of
+    // its own.
     void SecondaryActivate(int x, int y) {
-        Q_UNUSED(x)
-        Q_UNUSED(y)
-    }
-    void ContextMenu(int x, int y) {
         Q_UNUSED(x)
         Q_UNUSED(y)
     }

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <utility>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -38,10 +39,9 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus)
                        .arg(QCoreApplication::applicationPid())) {
     new StatusNotifierAdaptor(*this);
     if (!bus_.isConnected()) {
+        knowsHost_ = true;
         return;
     }
-    bus_.registerObject(itemPath, this);
-    bus_.registerService(serviceName_);
     connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this,
             &StatusNotifierItem::watcherCame);
     connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this,
@@ -53,8 +53,19 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus)
     watcherCame();
 }
 
-StatusNotifierItem::~StatusNotifierItem() {
-    if (bus_.isConnected()) {
+StatusNotifierItem::~StatusNotifierItem() { setOffered(false); }
+
+// Panels follow the name: they let an icon go together with it.
+void StatusNotifierItem::setOffered(bool isOffered) {
+    if (isOffered == isOffered_ || !bus_.isConnected()) {
+        return;
+    }
+    isOffered_ = isOffered;
+    if (isOffered_) {
+        bus_.registerObject(itemPath, this);
+        bus_.registerService(serviceName_);
+        offer();
+    } else {
         bus_.unregisterService(serviceName_);
         bus_.unregisterObject(itemPath);
     }
@@ -67,10 +78,17 @@ void StatusNotifierItem::setIcon(QList<QImage> images, const QString& themeName)
 }
 
 void StatusNotifierItem::watcherCame() {
+    offer();
+    askForHost();
+}
+
+void StatusNotifierItem::offer() {
+    if (!isOffered_) {
+        return;
+    }
     auto call = watcherCall(watcherService, QLatin1String("RegisterStatusNotifierItem"));
     call << serviceName_;
     bus_.asyncCall(call);
-    askForHost();
     QTimer::singleShot(barStartTime, this, &StatusNotifierItem::iconChanged);
 }
 
@@ -86,6 +104,9 @@ void StatusNotifierItem::askForHost() {
         answer->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *answer;
         setHasHost(!reply.isError() && reply.value().variant().toBool());
+        if (!std::exchange(knowsHost_, true)) {
+            Q_EMIT hostKnown();
+        }
     });
 }
 

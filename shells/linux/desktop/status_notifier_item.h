@@ -1,12 +1,13 @@
 #pragma once
-// The program's icon in panels that follow the StatusNotifierItem protocol over D-Bus. It offers
-// itself to whatever panel there is, and again to each that comes later.
+// The program's icon in panels that follow the StatusNotifierItem protocol over D-Bus. While it is
+// offered, it offers itself to whatever panel there is, and again to each that comes later.
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QImage>
 #include <QList>
 #include <QObject>
+#include <QPoint>
 #include <QString>
 
 namespace kestrel::linux_shell {
@@ -24,6 +25,13 @@ class StatusNotifierItem final : public QObject {
     /// True once a panel has said that it shows such icons, until it leaves the bus.
     bool hasHost() const { return hasHost_; }
 
+    /// True once it is certain whether there is such a panel.
+    bool knowsHost() const { return knowsHost_; }
+
+    /// Shows the icon in such panels, or takes it away from them. Not offered at first.
+    void setOffered(bool isOffered);
+
+
     /// The same picture in several sizes, ready to draw, and the name under which the icon theme
     /// has it; panels that know the theme then tint it themselves. An empty name is allowed.
     void setIcon(QList<QImage> images, const QString& themeName);
@@ -33,13 +41,22 @@ class StatusNotifierItem final : public QObject {
 
   Q_SIGNALS:
     void hasHostChanged();
-    /// The user clicked the icon with the main button.
-    void activated();
+    /// A panel has fetched the icon, which one that leaves it out does not do.
+    void shown();
+    /// It is certain for the first time whether there is a panel.
+    void hostKnown();
+    /// The user clicked the icon with the main button. `place` is what the panel says of where that
+    /// was, in pixels of the screen; not every panel's word can be trusted.
+    void activated(QPoint place);
+    /// The panel wants the icon's menu shown; its user clicked with another button, or held the main
+    /// one down for long.
+    void menuWanted(QPoint place);
     /// For the panel: fetch the icon again.
     void iconChanged();
 
   private:
     void watcherCame();
+    void offer();
     void watcherLeft();
     void askForHost();
     void setHasHost(bool hasHost);
@@ -54,6 +71,8 @@ class StatusNotifierItem final : public QObject {
     QList<QImage> images_;
     QString themeName_;
     bool hasHost_ = false;
+    bool knowsHost_ = false;
+    bool isOffered_ = false;
 };
 
 } // namespace kestrel::linux_shell

@@ -1,90 +1,24 @@
 #include "shells/linux/desktop/x11.h"
 
+#include "shells/linux/desktop/x11_connection.h"
+
 #include <QGuiApplication>
-#include <QScreen>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
-#include <vector>
-#include <xcb/xcb.h>
 
 namespace kestrel::linux_shell::x11 {
 namespace {
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Reply = std::unique_ptr<T, Free>;
-
-xcb_connection_t* connection() {
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* c, std::string_view name) {
-    const auto cookie = xcb_intern_atom(c, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(c, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
-xcb_window_t selectionOwner(xcb_connection_t* c, std::string_view selection) {
-    const Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, atom(c, selection)), nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-}
-
 xcb_window_t trayWindow(xcb_connection_t* c) { return selectionOwner(c, "_NET_SYSTEM_TRAY_S0"); }
 
-xcb_window_t rootWindow(xcb_connection_t* c) {
-    return xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
-}
-
-/// The values of a window's property of 32-bit numbers; none when it has no such property.
-std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
-                                  std::string_view property, xcb_atom_t type) {
-    constexpr std::uint32_t most = 4096;
-    const auto cookie = xcb_get_property(c, 0, window, atom(c, property), type, 0, most);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
-    if (!reply || reply->format != 32) {
-        return {};
+unsigned pointerButtons() {
+    auto* c = connection();
+    if (c == nullptr) {
+        return 0;
     }
-    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + reply->value_len};
-}
-
-/// Where a window is on the root window; empty when it is not shown.
-QRect rectOf(xcb_connection_t* c, xcb_window_t window) {
-    const auto root = rootWindow(c);
-    const auto stateCookie = xcb_get_window_attributes(c, window);
-    const auto sizeCookie = xcb_get_geometry(c, window);
-    const auto placeCookie = xcb_translate_coordinates(c, window, root, 0, 0);
-    const Reply<xcb_get_window_attributes_reply_t> state(
-        xcb_get_window_attributes_reply(c, stateCookie, nullptr));
-    const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, sizeCookie, nullptr));
-    const Reply<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(c, placeCookie, nullptr));
-    if (!state || !size || !place || state->map_state != XCB_MAP_STATE_VIEWABLE) {
-        return {};
-    }
-    return {place->dst_x, place->dst_y, size->width, size->height};
-}
-
-/// A rectangle of the server's pixels in the toolkit's, which scales each screen about its corner.
-QRect independentOfDevice(const QRect& rect) {
-    const auto screens = QGuiApplication::screens();
-    for (const auto* screen : screens) {
-        const QPoint corner = screen->geometry().topLeft();
-        const qreal scale = screen->devicePixelRatio();
-        if (QRectF(corner, QSizeF(screen->size()) * scale).contains(rect.center())) {
-            return QRectF(corner + QPointF(rect.topLeft() - corner) / scale,
-                          QSizeF(rect.size()) / scale)
-                .toRect();
-        }
-    }
-    return rect;
+    const Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
+    return reply ? reply->mask : 0U;
 }
 
 } // namespace
@@ -131,20 +65,45 @@ QList<QRect> panels() {
     return found;
 }
 
+QPoint independentOfDevice(QPoint point) {
+    return independentOfDevice(QRect(point, QSize(1, 1))).topLeft();
+}
+
 bool isCompositing() {
     auto* c = connection();
     return c != nullptr && (isXWayland() || selectionOwner(c, "_NET_WM_CM_S0") != XCB_WINDOW_NONE);
 }
 
 bool isMouseButtonDown() {
+    constexpr unsigned buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    return (pointerButtons() & buttons) != 0;
+}
+
+bool isLeftButtonAloneDown() {
+    constexpr unsigned buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    return (pointerButtons() & buttons) == XCB_BUTTON_MASK_1;
+}
+
+bool trayBlends() {
     auto* c = connection();
     if (c == nullptr) {
         return false;
     }
-    const Reply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
-    constexpr unsigned buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    return reply && (reply->mask & buttons) != 0;
+    const auto visual = values(c, trayWindow(c), "_NET_SYSTEM_TRAY_VISUAL", XCB_ATOM_VISUALID);
+    if (visual.empty()) {
+        return false;
+    }
+    auto* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+    for (auto depth = xcb_screen_allowed_depths_iterator(screen); depth.rem != 0;
+         xcb_depth_next(&depth)) {
+        for (auto type = xcb_depth_visuals_iterator(depth.data); type.rem != 0;
+             xcb_visualtype_next(&type)) {
+            if (type.data->visual_id == visual.front()) {
+                return depth.data->depth == 32;
+            }
+        }
+    }
+    return false;
 }
 
 TrayArrivals::TrayArrivals(std::function<void()> arrived) : arrived_(std::move(arrived)) {

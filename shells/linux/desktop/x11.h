@@ -25,15 +25,24 @@ bool hasTray();
 /// The colour in which that panel wants template icons drawn, when it says so.
 std::optional<QColor> trayForeground();
 
+/// True when that panel shows what is behind an icon's transparent parts.
+bool trayBlends();
+
 /// Where the panels of the desktop stand, in device-independent pixels; none of a Wayland
 /// session's.
 QList<QRect> panels();
+
+/// A point in pixels of the screens in device-independent ones.
+QPoint independentOfDevice(QPoint point);
 
 /// True while translucent windows are blended; without it they show black.
 bool isCompositing();
 
 /// True while the left, middle or right mouse button is held, wherever the pointer is.
 bool isMouseButtonDown();
+
+/// True while the left one is held, and no other.
+bool isLeftButtonAloneDown();
 
 /// Calls `arrived` each time a panel starts to accept icons by the XEmbed protocol. Main thread
 /// only; costs nothing while no panel comes.
