@@ -52,6 +52,7 @@ Shell::Shell(QApplication& application)
       terminal_(launchWorker_, [this] { return activationTokens_.take(); }),
       fileIcons_([this] { mainQueue_.async(showLateIcons); }),
       application_(application),
+      appearance_(QDBusConnection::sessionBus()),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
       viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       delegate_({.store = {.mainQueue = mainQueue_,

@@ -4,6 +4,7 @@
 
 #include "app/app_delegate.h"
 #include "shells/linux/desktop/activation_tokens.h"
+#include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
@@ -61,6 +62,7 @@ class Shell {
     ShellTerminal terminal_;
     FileIcons fileIcons_;
     QtApplication application_;
+    Appearance appearance_;
     LinuxStatusBar statusBar_;
     KestrelSymbolImages symbolImages_;
     QtWindowServer windowServer_;
