@@ -21,8 +21,8 @@ namespace {
 // What the core stores the list under; the cloud folder is watched for it.
 constexpr const char* listKey = "launcherItems";
 
-// A panel that starts with the session may need this long. When none has shown the icon by then, the
-// popover shows that the program runs.
+// A panel that starts with the session may need this long. When none has shown the icon by then,
+// the popover shows that the program runs.
 constexpr std::chrono::seconds panelPatience{4};
 
 // The session has enough to do while it starts.
@@ -104,6 +104,9 @@ void Shell::applicationDidFinishLaunching() {
     QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
                      &ActivationTokens::provide);
     activationTokens_.setWindow(viewHosts_.popover());
+    const auto follow = [this, item] { item->setColorScheme(appearance_.colorScheme()); };
+    QObject::connect(&appearance_, &Appearance::colorSchemeChanged, item, follow);
+    follow();
     QTimer::singleShot(panelPatience, item, [this, item] {
         if (!item->hasBeenShown()) {
             showOnce();

@@ -42,8 +42,8 @@ class Shell {
     /// The user has started the program once more: the popover opens.
     void reopen();
 
-    /// The user has started this program by hand: the popover opens as soon as it is certain that no
-    /// panel shows the icon.
+    /// The user has started this program by hand: the popover opens as soon as it is certain that
+    /// no panel shows the icon.
     void showWithoutPanel();
 
   private:
