@@ -21,8 +21,8 @@ namespace {
 // What the core stores the list under; the cloud folder is watched for it.
 constexpr const char* listKey = "launcherItems";
 
-// A panel that starts with the session may need this long. When none has shown the icon by then, the
-// popover shows that the program runs.
+// A panel that starts with the session may need this long. When none has shown the icon by then,
+// the popover shows that the program runs.
 constexpr std::chrono::seconds panelPatience{4};
 
 // The session has enough to do while it starts.
@@ -48,10 +48,11 @@ Shell::Shell(QApplication& application)
     : dataDirectory_(dataDirectoryPath().value_or(std::string())),
       userDefaults_(dataDirectory_),
       cloud_(dataDirectory_, listKey),
-      workspace_(launchWorker_),
-      terminal_(launchWorker_),
+      workspace_(launchWorker_, [this] { return activationTokens_.take(); }),
+      terminal_(launchWorker_, [this] { return activationTokens_.take(); }),
       fileIcons_([this] { mainQueue_.async(showLateIcons); }),
       application_(application),
+      appearance_(QDBusConnection::sessionBus()),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
       viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       delegate_({.store = {.mainQueue = mainQueue_,
@@ -100,6 +101,12 @@ void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
     auto* item = statusBar_.item();
+    QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
+                     &ActivationTokens::provide);
+    activationTokens_.setWindow(viewHosts_.popover());
+    const auto follow = [this, item] { item->setColorScheme(appearance_.colorScheme()); };
+    QObject::connect(&appearance_, &Appearance::colorSchemeChanged, item, follow);
+    follow();
     QTimer::singleShot(panelPatience, item, [this, item] {
         if (!item->hasBeenShown()) {
             showOnce();

@@ -3,6 +3,8 @@
 // application object, which outlives it.
 
 #include "app/app_delegate.h"
+#include "shells/linux/desktop/activation_tokens.h"
+#include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
@@ -40,8 +42,8 @@ class Shell {
     /// The user has started the program once more: the popover opens.
     void reopen();
 
-    /// The user has started this program by hand: the popover opens as soon as it is certain that no
-    /// panel shows the icon.
+    /// The user has started this program by hand: the popover opens as soon as it is certain that
+    /// no panel shows the icon.
     void showWithoutPanel();
 
   private:
@@ -54,11 +56,13 @@ class Shell {
     std::string dataDirectory_;
     FileUserDefaults userDefaults_;
     FolderCloud cloud_;
+    ActivationTokens activationTokens_;
     LaunchWorker launchWorker_;
     GioWorkspace workspace_;
     ShellTerminal terminal_;
     FileIcons fileIcons_;
     QtApplication application_;
+    Appearance appearance_;
     LinuxStatusBar statusBar_;
     KestrelSymbolImages symbolImages_;
     QtWindowServer windowServer_;

@@ -18,7 +18,9 @@ constexpr int longestAnswer = 3000; // milliseconds
 } // namespace
 
 SingleInstance::SingleInstance(const QDBusConnection& bus, const Startup& startup)
-    : bus_(bus), startup_(startup), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
+    : bus_(bus),
+      startup_(startup),
+      isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
     new ApplicationAdaptor(*this);
     // They speak of this process and must not reach those that it launches.
     qunsetenv("DBUS_STARTER_BUS_TYPE");

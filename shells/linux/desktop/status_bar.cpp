@@ -2,6 +2,7 @@
 
 #include "shells/linux/desktop/current_desktop.h"
 #include "shells/linux/desktop/panel_color.h"
+#include "shells/linux/desktop/template_icon.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -16,13 +17,14 @@ namespace {
 
 const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
 
-// Readable on a light panel and on a dark one, for panels that cannot be looked at.
+// Readable on a light panel and on a dark one.
 constexpr QColor neutral(0x8C, 0x8C, 0x8C);
 
 /// True on the desktops whose panels paint symbolic icons in their own colours. Others take the
 /// drawing as it is, near black, even on a dark panel: they are better served with pixels.
 bool panelTintsThemedIcons() {
-    return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") || currentDesktopIs(u"X-Cinnamon");
+    return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") ||
+           currentDesktopIs(u"X-Cinnamon");
 }
 
 // Panels that know both protocols often offer one of them a little earlier.
@@ -66,7 +68,10 @@ void LinuxStatusButton::sendAction() {
 // The indicators of GNOME's shell activate an item only at a double click; an icon that its tray
 // takes in gets every click. Everywhere else StatusNotifierItem is the better protocol.
 LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer renderer)
-    : images_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
+    : images_(std::move(renderer)),
+      button_(*this),
+      notifier_(bus),
+      arrivals_([this] {
           panelColor_.reset();
           isTrayDeaf_ = false;
           choosePanel();
@@ -89,6 +94,8 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     });
     connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
     connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
+    connect(&notifier_, &StatusNotifierItem::activationTokenProvided, this,
+            &LinuxStatusItem::activationTokenProvided);
     connect(&notifier_, &StatusNotifierItem::hostKnown, this, &LinuxStatusItem::panelKnown);
     connect(&notifier_, &StatusNotifierItem::shown, this, &LinuxStatusItem::noteShown);
     connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::notifierClicked);
@@ -98,6 +105,13 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     // Where it comes first, it need not wait until a panel has told of itself.
     notifier_.setOffered(first_ == Protocol::notifier);
     choosePanel();
+}
+
+void LinuxStatusItem::setColorScheme(std::optional<ColorScheme> scheme) {
+    if (scheme != scheme_) {
+        scheme_ = scheme;
+        updateIcon();
+    }
 }
 
 bool LinuxStatusItem::isWithoutPanel() const {
@@ -227,9 +241,9 @@ void LinuxStatusItem::sampleBackground() {
     if (QApplication::activePopupWidget() != nullptr || x11::isXWayland()) {
         return;
     }
-    const auto color = colorOn(
-        xembed_ != nullptr ? QList{xembed_->rectOnScreen()} : likelyPanels(clickedPoint_),
-        panelColor_);
+    const auto color =
+        colorOn(xembed_ != nullptr ? QList{xembed_->rectOnScreen()} : likelyPanels(clickedPoint_),
+                panelColor_);
     if (color != panelColor_) {
         panelColor_ = color;
         updateIcon();
@@ -242,11 +256,24 @@ void LinuxStatusItem::updateIcon() {
     }
     const bool isThemed =
         images_.isTemplate() && panelTintsThemedIcons() && QIcon::hasThemeIcon(themeName);
-    notifier_.setIcon(images_.drawn(panelColor_.value_or(neutral)),
-                      isThemed ? themeName : QString());
+    notifier_.setIcon(images_.drawn(notifierColor()), isThemed ? themeName : QString());
     if (xembed_ != nullptr) {
         xembed_->setIcon(xembedIcon());
     }
+}
+
+// The bar of GNOME's shell is dark whatever programs are to be.
+QColor LinuxStatusItem::notifierColor() const {
+    if (panelColor_) {
+        return *panelColor_;
+    }
+    if (currentDesktopIs(u"GNOME")) {
+        return colorOnDark;
+    }
+    if (scheme_) {
+        return *scheme_ == ColorScheme::dark ? colorOnDark : colorOnLight;
+    }
+    return neutral;
 }
 
 QIcon LinuxStatusItem::xembedIcon() const {
