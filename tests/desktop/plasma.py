@@ -1,18 +1,19 @@
 """A throw-away KDE Plasma session: KWin, plasmashell with its default panel, and what they need.
 
-    with PlasmaDesktop("wayland") as desktop:
-        desktop.start([desktop.install(program)])
+    with PlasmaDesktop("wayland", program) as desktop:
+        desktop.start([desktop.program])
         desktop.click(*desktop.icon_rect().center)
 
-Plasma refuses to be root. So the session runs as an account that exists only in a mount namespace of
-its own, which only root can make: `missing()` says where that, or Plasma, cannot be had. On X11 it
-is what a login starts; on Wayland KWin shows its one output as a window that fills the virtual
-screen, and the pointer, the keyboard and the pixels are that screen's in both. All places are told
-in pixels of that screen.
+Plasma refuses to be root. So the session runs as an account that exists only in a mount namespace,
+which only root can make: `missing()` says where that, or Plasma, cannot be had. On X11 it is what a
+login starts; on Wayland KWin shows its one output as a window that fills the virtual screen, and the
+pointer, the keyboard and the pixels are that screen's in both. All places are told in pixels of that
+screen.
 """
 import contextlib
 import json
 import os
+import pathlib
 import re
 import shutil
 import signal
@@ -33,6 +34,8 @@ from images import Rect
 from panels import WATCHER
 from processes import PATIENCE, wait_for
 
+PACKAGING = pathlib.Path(__file__).resolve().parents[2] / "packaging"
+ENTRY = "app.kestrel.Kestrel.desktop"
 ACCOUNT, USER_ID = "plasma", 4711
 TOOLS = ("Xvfb", "xdotool", "unshare", "setpriv", "plasmashell", "startplasma-x11", "kwin_x11",
          "kwin_wayland_wrapper", "Xwayland")
@@ -106,8 +109,12 @@ class ShellAccessibility(Accessibility):
 
     def shell(self, role):
         """What the shell shows of that role."""
-        return [found for node, name in self._named() if name in SHELL
-                for found in node.find_all(role)]
+        found = []
+        for node, name in self._named():
+            if name in SHELL:
+                with contextlib.suppress(dbus.DBusException):       # it ends, or has just started
+                    found += node.find_all(role)
+        return found
 
     def _named(self):
         for node in super().applications():
@@ -136,11 +143,12 @@ class PlasmaBar(Bar):
 
 
 class PlasmaDesktop(Desktop):
-    """session: "x11" or "wayland"; width, height: the desktop's size in its own units; scale: how
-    many pixels make one of those; xwayland_scale: the same as X11 programs of the Wayland session
-    see it, who paint themselves as large then (by default at the scale of the desktop)."""
+    """session: "x11" or "wayland"; program: the path of one to install; width, height: the desktop's
+    size in its own units; scale: how many pixels make one of those; xwayland_scale: at which scale
+    X11 programs in the Wayland session have to paint themselves: the compositor enlarges what is
+    then still missing (by default: nothing)."""
 
-    def __init__(self, session, width=1280, height=800, scale=1, xwayland_scale=None):
+    def __init__(self, session, program, width=1280, height=800, scale=1, xwayland_scale=None):
         Session.__init__(self)
         self.session, self.scale = session, scale
         self.bounds = Rect(0, 0, round(width * scale), round(height * scale))
@@ -151,6 +159,7 @@ class PlasmaDesktop(Desktop):
         self._count = 0
         try:
             self._set_up(xwayland_scale or scale)
+            self.program = self._install(program)
             self._start_server()
             self._screen = dict(self.environment)
             self.environment["XDG_SESSION_TYPE"] = session
@@ -170,14 +179,17 @@ class PlasmaDesktop(Desktop):
     # The account and its files.
 
     def _set_up(self, x_scale):
-        for name, line in (("passwd", f"{ACCOUNT}:x:{USER_ID}:{USER_ID}::{self.path('home')}:/bin/sh"),
-                           ("group", f"{ACCOUNT}:x:{USER_ID}:")):
+        for folder in (self.folder, *(self.path(name) for name in os.listdir(self.folder))):
+            os.chown(folder, USER_ID, USER_ID)
+        line = f"{ACCOUNT}:x:{USER_ID}:"
+        for name, more in (("passwd", f"{USER_ID}::{self.path('home')}:/bin/sh"), ("group", "")):
             with open("/etc/" + name, encoding="utf-8") as file:
-                self.write(name, file.read() + line + "\n")
+                self.write(name, f"{file.read()}{line}{more}\n")
         for name, text in SETTINGS.items():
             self.write("config/" + name, text)
         for name in set(os.listdir(AUTOSTART)) - STARTED:
-            self.write("config/autostart/" + name, "[Desktop Entry]\nType=Application\nHidden=1\n")
+            self.write("config/autostart/" + name,
+                       "[Desktop Entry]\nType=Application\nHidden=true\n")
         if self.session == "x11" and self.scale != 1:
             self.write("config/kdeglobals", f"[KScreen]\nScaleFactor={self.scale}\n"
                                             f"ScreenScaleFactors=screen={self.scale};\n")
@@ -185,19 +197,12 @@ class PlasmaDesktop(Desktop):
         elif self.session == "wayland" and x_scale != 1:
             self.write("config/kwinrc", f"[Xwayland]\nScale={x_scale}\n")
         self.environment.update(
-            USER=ACCOUNT, LOGNAME=ACCOUNT, SHELL="/bin/sh",
-            PATH=self.path("bin") + ":/usr/local/bin:/usr/bin:/bin", QT_QUICK_BACKEND="software",
+            USER=ACCOUNT, LOGNAME=ACCOUNT, SHELL="/bin/sh", QT_QUICK_BACKEND="software",
+            PATH=self.path("bin") + ":/usr/local/bin:/usr/bin:/bin",
             XDG_DATA_DIRS=self.path("share") + ":/usr/local/share:/usr/share",
             XDG_CONFIG_DIRS=self.path("config", "kdedefaults") + ":/etc/xdg",
             # The shell tells where the icons are.
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self._own(self.folder)
-
-    def _own(self, top):
-        """Gives the account what root has made below a folder."""
-        for folder, _, files in os.walk(top):
-            for path in [folder, *(os.path.join(folder, name) for name in files)]:
-                os.lchown(path, USER_ID, USER_ID)
 
     def write(self, path, content, mode=0o644):
         whole = made = super().write(path, content, mode)
@@ -206,14 +211,19 @@ class PlasmaDesktop(Desktop):
             made = os.path.dirname(made)
         return whole
 
-    def install(self, program, data):
-        """Puts a program and its folder of icons and entries where the account finds them; the
-        path that the program then has."""
-        shutil.copytree(data, self.path("share"))
-        os.makedirs(self.path("bin"), exist_ok=True)
-        path = shutil.copy(program, self.path("bin"))
-        self._own(self.path("share"))
-        self._own(self.path("bin"))
+    def _copy_program(self, path):
+        """To where the account may read it, and without the capabilities that a file may have and
+        a container may not grant."""
+        with open(path, "rb") as file:
+            return self.write("bin/" + os.path.basename(path), file.read(), 0o755)
+
+    def _install(self, program):
+        """The program with its icons and its menu entry; its path."""
+        path = self._copy_program(program)
+        for icon in PACKAGING.glob("icons/**/*.svg"):
+            self.write(f"share/{icon.relative_to(PACKAGING)}", icon.read_bytes())
+        entry = next(PACKAGING.glob(ENTRY + "*")).read_text(encoding="utf-8")
+        self.write("share/applications/" + ENTRY, entry.replace("@KESTREL_EXECUTABLE@", path))
         return path
 
     def _as_account(self, command):
@@ -267,11 +277,8 @@ class PlasmaDesktop(Desktop):
         if self.session == "x11":
             self.start_service(["startplasma-x11"])
             return
-        # The packaged file has a capability that a container may not grant; a copy has none.
-        os.makedirs(self.path("bin"))
-        shutil.copyfile(shutil.which("kwin_wayland"), self.path("bin", "kwin_wayland"))
-        os.chmod(self.path("bin", "kwin_wayland"), 0o755)
-        self._own(self.path("bin"))
+        # The wrapper starts the first one that it finds.
+        self._copy_program(shutil.which("kwin_wayland"))
         self.start_service(
             ["kwin_wayland_wrapper", "--x11-display", self.environment["DISPLAY"],
              "--width", str(width), "--height", str(height), "--scale", str(self.scale),
@@ -279,15 +286,20 @@ class PlasmaDesktop(Desktop):
              shutil.which("plasma_session") or "/usr/bin/plasma_session"], WAYLAND)
 
     def _wait_for_shell(self):
-        wait_for(lambda: self.has_bus_name("org.kde.KWin") and self.has_bus_name(WATCHER)
-                 and self.has_bus_name("org.kde.plasmashell") and self._panel(),
-                 60, "the panel", pause=0.1)
+        wait_for(self._has_panel, 60, "the panel", pause=0.1)
         names = self.bus.get_object("org.freedesktop.DBus", "/", introspect=False)
         self._shell = int(names.GetConnectionUnixProcessID(
             "org.kde.plasmashell", dbus_interface="org.freedesktop.DBus"))
         with open(f"/proc/{self._shell}/environ", encoding="utf-8") as file:
             own = dict(line.split("=", 1) for line in file.read().split("\0") if "=" in line)
         self.environment = {**own, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
+    def _has_panel(self):
+        names = ("org.kde.KWin", "org.kde.plasmashell", WATCHER)
+        try:
+            return all(self.has_bus_name(name) for name in names) and self._panel()
+        except dbus.DBusException:      # a name is there before what it offers
+            return False
 
     def kill_shell(self):
         """Ends plasmashell as a crash would."""

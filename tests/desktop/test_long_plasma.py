@@ -2,7 +2,6 @@
 panel, and what only a whole desktop can show."""
 import collections
 import os
-import pathlib
 import shlex
 import time
 
@@ -13,7 +12,6 @@ from program import POPOVER_WIDTH, item, popover_content, store_before_start
 from rounds import SHORT, PanelRounds
 from text_window import TextWindow
 
-PACKAGING = pathlib.Path(__file__).resolve().parents[2] / "packaging"
 # An icon of Plasma's own that is on the panel of every session.
 NEIGHBOUR = "Keyboard Layout"
 ITEM = "app.kestrel.Kestrel"
@@ -34,8 +32,8 @@ class PlasmaTest(PanelRounds):
             self.skipTest(reason)
 
     def start_session(self, **options):
-        self.desktop = self.enterContext(PlasmaDesktop(self.session, **options))
-        self.program = self.desktop.install(os.environ["KESTREL_PROGRAM"], PACKAGING)
+        self.desktop = self.enterContext(
+            PlasmaDesktop(self.session, os.environ["KESTREL_PROGRAM"], **options))
         self.prepare()
         self.scale = self.desktop.scale
 
@@ -45,7 +43,7 @@ class PlasmaTest(PanelRounds):
         self.start_with_bar("bottom")
 
     def start_program(self):
-        self.start_kestrel(command=[self.program])
+        self.start_kestrel(command=[self.desktop.program])
 
     def show_bar(self, edge, ground=None, monitor=0):
         self.bar = self.desktop.panel(edge)
@@ -81,6 +79,7 @@ class PlasmaTest(PanelRounds):
         return drawn(self.desktop.picture(), rect).rect
 
     def assert_icon_is_as_large_as_its_neighbour(self):
+        self.find_icon()
         mine, other = self.glyph(self.icon.rect), self.glyph(self.desktop.button(NEIGHBOUR))
         what = f"the icon is {mine[2:]} large, its neighbour {other[2:]}"
         self.assertLessEqual(max(mine[2:]), max(other[2:]) + 1, what)
@@ -121,7 +120,7 @@ class PlasmaTest(PanelRounds):
 
     def assert_second_start_opens_at(self, rect):
         """Its user has forgotten that it runs."""
-        self.assertEqual(self.desktop.start([self.program]).wait(), 0)
+        self.assertEqual(self.desktop.start([self.desktop.program]).wait(), 0)
         self.assertIsNone(self.bar.misplacement(self.content(), rect, self.slack))
         self.close()
 
