@@ -104,6 +104,7 @@ class Bar:
     """A panel along the whole edge of the screen, with the icons at its right."""
 
     def __init__(self, bus, options):
+        gi.require_version("Gdk", "3.0")    # not the newest of those that are installed
         gi.require_version("Gtk", "3.0")
         from gi.repository import Gdk, GdkPixbuf, Gtk
         self.gtk, self.pixbuf, self.gdk = Gtk, GdkPixbuf, Gdk
