@@ -18,7 +18,7 @@ ICONS = f"""["xapp-status", "systray"]
 LISTED = """imports.ui.appletManager
     .getRunningInstancesForUuid("grouped-window-list@cinnamon.org")
     .flatMap(applet => applet.appLists).flatMap(list => list.appList)
-    .flatMap(({appGroup}) => appGroup.groupState.metaWindows)
+    .flatMap(group => group.groupState.metaWindows)
     .map(window => [window.get_title(), window.get_pid()])"""
 
 

@@ -130,6 +130,10 @@ class GnomeOnX11(_Gnome, Desktop):
         self.start_shell(["gnome-shell", "--x11", "--sm-disable", "--unsafe-mode"], IS_READY)
         self._finish_start()
 
+    def ask_for_overview(self):
+        """By a click on its button: an open popover has all keys to itself."""
+        self.click(40, 16)
+
     def restart_shell(self):
         """The shell crashes and is started again."""
         self.shell.kill()
@@ -160,6 +164,10 @@ class GnomeOnWayland(_Gnome):
         except BaseException:
             self.stop()
             raise
+
+    def ask_for_overview(self):
+        self.key("Super_L")
+        self.wait_for_overview(True)
 
     # The pointer and the keyboard.
 

@@ -116,6 +116,7 @@ class ShellSession(Session):
         """The titles of a process's windows that the shell offers to switch to."""
         return [title for title, owner in self.eval(
             "global.display.get_tab_list(Meta.TabList.NORMAL_ALL, null)"
+            ".filter(window => !window.is_skip_taskbar())"
             ".map(window => [window.get_title(), window.get_pid()])") if owner == pid]
 
     def open_note(self, title, application_id=None):

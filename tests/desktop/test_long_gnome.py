@@ -29,25 +29,30 @@ class GnomeTest(ShellRounds):
         running = self.desktop.running_applications()
         self.assertEqual(self.kestrel.process.pid in running, is_running, running)
 
-    def assert_yields_to_the_overview(self):
-        """It closes when the overview comes; opened there, it can be closed all the same."""
+    def assert_closes_for_the_overview(self):
         self.assert_opens()
-        self.desktop.show_overview(True)
+        self.desktop.ask_for_overview()
         self.assert_stays_closed()
-        for assert_closable in (self.assert_closable, self.assert_closable_by_clicks):
+        self.desktop.show_overview(False)
+
+    def assert_closable_in_the_overview(self):
+        """Opened there, it can be closed by Escape and by a click on the desktop's small picture,
+        which leaves the overview."""
+        x, y, width, height = self.bar.screen
+        for place in (None, (x + width * 18 // 100, y + height // 2)):
             self.desktop.show_overview(True)
             self.click()
             self.wait_until(self.kestrel.popover, "the popover in the overview")
-            assert_closable()
+            self.assert_closable(place)
             self.desktop.show_overview(False)
 
-    def assert_lives_with_menus(self):
-        """The same with a menu of the shell's open."""
+    def assert_closable_with_menus(self):
+        """Opened while one of the shell's is open, by a second start: a click would close it."""
         for menu in ("dateMenu", "quickSettings"):
-            for assert_closable in (self.assert_closable, self.assert_closable_by_clicks):
+            for place in (None, self.elsewhere()):
                 self.desktop.open_menu(menu)
                 self.second_start()
-                assert_closable()
+                self.assert_closable(place)
                 self.desktop.close_menus()
 
     def assert_life_with_an_icon(self, desktop):
@@ -60,8 +65,9 @@ class GnomeTest(ShellRounds):
         self.assert_closes_by_clicks(self.place_in("Note"), self.elsewhere(),
                                      self.empty_place_on_the_bar())
         self.assert_other_buttons_do_nothing()
-        self.assert_yields_to_the_overview()
-        self.assert_lives_with_menus()
+        self.assert_closes_for_the_overview()
+        self.assert_closable_in_the_overview()
+        self.assert_closable_with_menus()
         self.assert_dash_shows(False)
         self.assert_only_the_settings_are_listed()
         self.desktop.set_indicators(False)
@@ -98,7 +104,7 @@ class GnomeTest(ShellRounds):
         self.start_program()
         self.find_icon()
         self.assert_opens()
-        self.assertGreater(self.ground(), 180)
+        self.wait_until(lambda: self.ground() > 180, "a light popover")
         self.desktop.set_setting("org.gnome.desktop.interface", "color-scheme", "prefer-dark")
         self.wait_until(lambda: self.ground() < 90, "a dark popover")
         self.restart()
