@@ -106,6 +106,20 @@ class _Gnome(ShellSession):
             self.eval(f"Main.panel.statusArea[{json.dumps(name)}].menu.close(); true")
         wait_for(lambda: not self.open_menus(), what="the menus to close")
 
+    def set_scale(self, scale):
+        """Makes the screen a dense one, as the control centre does; it must be large enough."""
+        name, temporary = "org.gnome.Mutter.DisplayConfig", 1
+        service = self.bus.get_object(name, "/" + name.replace(".", "/"), introspect=False)
+        serial, monitors, *_ = service.GetCurrentState(dbus_interface=name, timeout=20)
+        (connector, *_), modes, _ = monitors[0]
+        mode = next(mode[0] for mode in modes if "is-current" in mode[6])
+        screen = 0, 0, float(scale), 0, True, [(connector, mode, {})]
+        service.ApplyMonitorsConfig(serial, temporary, [screen], {}, dbus_interface=name,
+                                    signature="uua(iiduba(ssa{sv}))a{sv}", timeout=20)
+        wait_for(lambda: rf"Xft.dpi:\t{96 * scale}\n" in self.run(
+                     "xprop", "-root", "RESOURCE_MANAGER"),
+                 what="the resolution that X11 programs are told")
+
     def running_applications(self):
         """The processes that the dash shows as running."""
         return self.eval(RUNNING)
@@ -117,8 +131,8 @@ class GnomeOnX11(_Gnome, Desktop):
     variables = {"XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
                  "DESKTOP_SESSION": "gnome", "XDG_SESSION_TYPE": "x11"}
 
-    def __init__(self, has_indicators=True):
-        super().__init__(has_indicators, window_manager=None)
+    def __init__(self, has_indicators=True, width=1280, height=800):
+        super().__init__(has_indicators, window_manager=None, width=width, height=height)
         try:
             self._start_gnome()
             self.start_service([XSETTINGS])

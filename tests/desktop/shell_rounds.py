@@ -29,6 +29,10 @@ class ShellRounds(PanelRounds):
         self.bar = self.desktop.bar()
         self.prepare()
 
+    def start_program(self):
+        """At the scale that the session says."""
+        self.start_kestrel(self.environment)
+
     # Places.
 
     def elsewhere(self):

@@ -119,6 +119,22 @@ class GnomeTest(ShellRounds):
     def test_follows_dark_in_gnome_on_wayland(self):
         self.assert_follows_dark(GnomeOnWayland)
 
+    def assert_fits_a_dense_screen(self, desktop):
+        self.start_session(desktop(width=1920, height=1200))
+        self.scale = 2
+        self.desktop.set_scale(self.scale)
+        self.bar = self.desktop.bar()
+        self.start_program()
+        self.find_icon()
+        self.assert_toggles()
+        self.assert_closes_by_clicks(self.elsewhere())
+
+    def test_fits_a_dense_screen_in_gnome_on_x11(self):
+        self.assert_fits_a_dense_screen(GnomeOnX11)
+
+    def test_fits_a_dense_screen_in_gnome_on_wayland(self):
+        self.assert_fits_a_dense_screen(GnomeOnWayland)
+
 
 @unittest.skipUnless(shutil.which("gnome-shell"), "no GNOME Shell")
 class StockGnomeTest(ShellRounds):
