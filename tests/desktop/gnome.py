@@ -47,8 +47,9 @@ class _Gnome(ShellSession):
 
     service = "org.gnome.Shell", "/org/gnome/Shell"
 
-    def __init__(self, has_indicators=True, **options):
-        """`has_indicators`: whether the extension that shows status icons is there."""
+    def __init__(self, has_indicators=True, settings=None, **options):
+        """`has_indicators`: whether the extension that shows status icons is there; `settings`:
+        further ones."""
         self._has_indicators = has_indicators
         extensions = f"['{INDICATORS}']" if has_indicators else "@as []"
         self.settings = {
@@ -56,7 +57,7 @@ class _Gnome(ShellSession):
                                 "disable-user-extensions": "false",
                                 "welcome-dialog-last-shown-version": "'99'"},
             # The one about the missing lock screen would lie over the windows.
-            "org/gnome/desktop/notifications": {"show-banners": "false"}}
+            "org/gnome/desktop/notifications": {"show-banners": "false"}, **(settings or {})}
         super().__init__(**options)
 
     def _finish_start(self):
@@ -107,7 +108,8 @@ class _Gnome(ShellSession):
         wait_for(lambda: not self.open_menus(), what="the menus to close")
 
     def set_scale(self, scale):
-        """Makes the screen a dense one, as the control centre does; it must be large enough."""
+        """Makes the screen a dense one, as the control centre does; it must be large enough for
+        that. X11 programs are told of whole scales; others the shell makes without them."""
         name, temporary = "org.gnome.Mutter.DisplayConfig", 1
         service = self.bus.get_object(name, "/" + name.replace(".", "/"), introspect=False)
         serial, monitors, *_ = service.GetCurrentState(dbus_interface=name, timeout=20)
@@ -116,9 +118,10 @@ class _Gnome(ShellSession):
         screen = 0, 0, float(scale), 0, True, [(connector, mode, {})]
         service.ApplyMonitorsConfig(serial, temporary, [screen], {}, dbus_interface=name,
                                     signature="uua(iiduba(ssa{sv}))a{sv}", timeout=20)
-        wait_for(lambda: rf"Xft.dpi:\t{96 * scale}\n" in self.run(
-                     "xprop", "-root", "RESOURCE_MANAGER"),
+        told = 96 * scale if scale == int(scale) else 96
+        wait_for(lambda: rf"Xft.dpi:\t{told}\n" in self.run("xprop", "-root", "RESOURCE_MANAGER"),
                  what="the resolution that X11 programs are told")
+        self.bounds = Rect(0, 0, *self.eval("[global.stage.width, global.stage.height]"))
 
     def running_applications(self):
         """The processes that the dash shows as running."""
@@ -161,8 +164,8 @@ class GnomeOnWayland(_Gnome):
 
     variables = {**GnomeOnX11.variables, "XDG_SESSION_TYPE": "wayland"}
 
-    def __init__(self, has_indicators=True, width=1280, height=800):
-        super().__init__(has_indicators)
+    def __init__(self, has_indicators=True, width=1280, height=800, settings=None):
+        super().__init__(has_indicators, settings)
         self.bounds = Rect(0, 0, width, height)
         try:
             self._start_bus()
@@ -216,12 +219,12 @@ class GnomeOnWayland(_Gnome):
                 self._press_key(ord(letter), state)
 
     def picture(self):
-        """The whole screen, as the shell photographs it."""
+        """The whole screen, as the shell photographs it, in the pixels that places are in."""
         file, screenshot = self.path("screen.png"), "org.gnome.Shell.Screenshot"
         service = self.bus.get_object("org.gnome.Shell", "/" + screenshot.replace(".", "/"),
                                       introspect=False)
         service.Screenshot(False, False, file, dbus_interface=screenshot, timeout=20)
-        image = GdkPixbuf.Pixbuf.new_from_file(file)
+        image = GdkPixbuf.Pixbuf.new_from_file_at_scale(file, *self.bounds[2:], False)
         width, height, channels = image.get_width(), image.get_height(), image.get_n_channels()
         data, stride = image.get_pixels(), image.get_rowstride()
         rows = b"".join(data[y * stride:y * stride + width * channels] for y in range(height))

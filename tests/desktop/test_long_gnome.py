@@ -120,12 +120,18 @@ class GnomeTest(ShellRounds):
         self.assert_follows_dark(GnomeOnWayland)
 
     def assert_fits_a_dense_screen(self, desktop):
+        """Everything is twice as large."""
         self.start_session(desktop(width=1920, height=1200))
+        self.start_program()
+        self.find_icon()
+        plain_icon = self.icon.rect
+        self.kestrel.process.stop()
         self.scale = 2
         self.desktop.set_scale(self.scale)
         self.bar = self.desktop.bar()
         self.start_program()
         self.find_icon()
+        self.assertGreaterEqual(self.icon.rect.height, 1.8 * plain_icon.height)
         self.assert_toggles()
         self.assert_closes_by_clicks(self.elsewhere())
 
@@ -134,6 +140,17 @@ class GnomeTest(ShellRounds):
 
     def test_fits_a_dense_screen_in_gnome_on_wayland(self):
         self.assert_fits_a_dense_screen(GnomeOnWayland)
+
+    def test_fits_a_screen_of_a_fractional_scale_in_gnome_on_wayland(self):
+        """The shell enlarges X11 programs, which know nothing of it."""
+        self.start_session(GnomeOnWayland(width=1920, height=1200, settings={
+            "org/gnome/mutter": {"experimental-features": "['scale-monitor-framebuffer']"}}))
+        self.desktop.set_scale(1.5)
+        self.bar = self.desktop.bar()
+        self.start_program()
+        self.find_icon()
+        self.assert_toggles()
+        self.assert_closes_by_clicks(self.elsewhere())
 
 
 @unittest.skipUnless(shutil.which("gnome-shell"), "no GNOME Shell")
