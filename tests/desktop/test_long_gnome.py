@@ -120,7 +120,7 @@ class GnomeTest(ShellRounds):
         self.assert_follows_dark(GnomeOnWayland)
 
     def assert_fits_a_dense_screen(self, desktop):
-        """Everything is twice as large."""
+        """Where all is twice as large."""
         self.start_session(desktop(width=1920, height=1200))
         self.start_program()
         self.find_icon()
@@ -131,7 +131,7 @@ class GnomeTest(ShellRounds):
         self.bar = self.desktop.bar()
         self.start_program()
         self.find_icon()
-        self.assertGreaterEqual(self.icon.rect.height, 1.8 * plain_icon.height)
+        self.assertGreaterEqual(self.icon.rect.height, 1.5 * plain_icon.height)
         self.assert_toggles()
         self.assert_closes_by_clicks(self.elsewhere())
 
