@@ -2,6 +2,7 @@
 
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/single_instance.h"
+#include "shells/linux/desktop/startup.h"
 #include "shells/linux/shell.h"
 
 #include <QApplication>
@@ -9,14 +10,17 @@
 
 int main(int argc, char** argv) {
     using namespace kestrel::linux_shell;
+    const Startup startup = startupOfThisProcess();
     ToolkitArguments arguments(argc > 0 ? argv[0] : "kestrel");
     QApplication application(arguments.count(), arguments.values());
-    SingleInstance instance(QDBusConnection::sessionBus());
+    SingleInstance instance(QDBusConnection::sessionBus(), startup);
     if (instance.claim() == SingleInstance::Role::second) {
         return 0;
     }
     Shell shell(application);
     QObject::connect(&instance, &SingleInstance::activated, &application,
                      [&shell] { shell.reopen(); });
-    return shell.run();
+    QObject::connect(&instance, &SingleInstance::startedByHand, &application,
+                     [&shell] { shell.showWithoutPanel(); });
+    return shell.run(startup);
 }

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <utility>
 
 // The linker drops a library's resources unless they are called for, outside any namespace.
 static void initResources() { Q_INIT_RESOURCE(kestrel); }
@@ -20,8 +21,8 @@ namespace {
 // What the core stores the list under; the cloud folder is watched for it.
 constexpr const char* listKey = "launcherItems";
 
-// A panel that starts with the session may need this long. Without one by then, the popover shows
-// that the program runs.
+// A panel that starts with the session may need this long. When none has shown the icon by then, the
+// popover shows that the program runs.
 constexpr std::chrono::seconds panelPatience{4};
 
 // The session has enough to do while it starts.
@@ -73,12 +74,27 @@ Shell::Shell(QApplication& application)
         QCoreApplication::installTranslator(&translator_);
 }
 
-int Shell::run() {
+int Shell::run(const Startup& startup) {
     applicationDidFinishLaunching();
+    if (startup.isByHand()) {
+        showWithoutPanel();
+    }
     return QApplication::exec();
 }
 
 void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
+
+// In a later turn of the event loop: the list is there by then.
+void Shell::showWithoutPanel() {
+    auto* item = statusBar_.item();
+    const auto show = [this, item] {
+        if (item->isWithoutPanel()) {
+            showOnce();
+        }
+    };
+    QObject::connect(item, &LinuxStatusItem::panelKnown, item, show, Qt::QueuedConnection);
+    QTimer::singleShot(0, item, show);
+}
 
 void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
@@ -86,9 +102,15 @@ void Shell::applicationDidFinishLaunching() {
     auto* item = statusBar_.item();
     QTimer::singleShot(panelPatience, item, [this, item] {
         if (!item->hasBeenShown()) {
-            reopen();
+            showOnce();
         }
     });
+}
+
+void Shell::showOnce() {
+    if (!std::exchange(hasShownItself_, true)) {
+        reopen();
+    }
 }
 
 } // namespace kestrel::linux_shell

@@ -5,6 +5,7 @@
 #include "app/app_delegate.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
+#include "shells/linux/desktop/startup.h"
 #include "shells/linux/desktop/status_bar.h"
 #include "shells/linux/desktop/window_server.h"
 #include "shells/linux/launching/file_icons.h"
@@ -34,13 +35,18 @@ class Shell {
     ~Shell() = default;
 
     /// Starts the program and runs the event loop until the user quits. The exit status.
-    int run();
+    int run(const Startup& startup);
 
     /// The user has started the program once more: the popover opens.
     void reopen();
 
+    /// The user has started this program by hand: the popover opens as soon as it is certain that no
+    /// panel shows the icon.
+    void showWithoutPanel();
+
   private:
     void applicationDidFinishLaunching();
+    void showOnce();
 
     QTranslator translator_;
     QtMainQueue mainQueue_;
@@ -59,6 +65,7 @@ class Shell {
     FileDialogOpenPanel openPanel_;
     LinuxViewHosts viewHosts_;
     AppDelegate delegate_;
+    bool hasShownItself_ = false; ///< the popover, for want of a panel
 };
 
 } // namespace kestrel::linux_shell

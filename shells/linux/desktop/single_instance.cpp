@@ -15,22 +15,10 @@ const QString objectPath = QStringLiteral("/app/kestrel/Kestrel");
 
 constexpr int longestAnswer = 3000; // milliseconds
 
-QVariantMap platformData() {
-    QVariantMap data;
-    const auto add = [&data](const char* variable, const QString& key) {
-        if (qEnvironmentVariableIsSet(variable)) {
-            data.insert(key, qEnvironmentVariable(variable));
-        }
-    };
-    add("XDG_ACTIVATION_TOKEN", QStringLiteral("activation-token"));
-    add("DESKTOP_STARTUP_ID", QStringLiteral("desktop-startup-id"));
-    return data;
-}
-
 } // namespace
 
-SingleInstance::SingleInstance(const QDBusConnection& bus)
-    : bus_(bus), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
+SingleInstance::SingleInstance(const QDBusConnection& bus, const Startup& startup)
+    : bus_(bus), startup_(startup), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
     new ApplicationAdaptor(*this);
     // They speak of this process and must not reach those that it launches.
     qunsetenv("DBUS_STARTER_BUS_TYPE");
@@ -45,7 +33,9 @@ SingleInstance::~SingleInstance() {
 }
 
 void SingleInstance::activate() {
-    if (!std::exchange(isStartedByBus_, false)) {
+    if (std::exchange(isStartedByBus_, false)) {
+        Q_EMIT startedByHand();
+    } else {
         Q_EMIT activated();
     }
 }
@@ -71,7 +61,7 @@ void SingleInstance::activateOther() {
     auto call = QDBusMessage::createMethodCall(serviceName, objectPath,
                                                QStringLiteral("org.freedesktop.Application"),
                                                QStringLiteral("Activate"));
-    call << platformData();
+    call << startup_.platformData();
     bus_.call(call, QDBus::Block, longestAnswer);
 }
 

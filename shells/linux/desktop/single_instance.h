@@ -2,6 +2,8 @@
 // One running program for each session, known by its D-Bus name. Starting it again, from a menu or
 // by hand, activates the one that runs.
 
+#include "shells/linux/desktop/startup.h"
+
 #include <QDBusConnection>
 #include <QObject>
 
@@ -17,7 +19,8 @@ class SingleInstance final : public QObject {
         second, ///< another one is, and has been activated: end
     };
 
-    explicit SingleInstance(const QDBusConnection& bus);
+    /// `startup` is told to the other program when there is one.
+    SingleInstance(const QDBusConnection& bus, const Startup& startup);
     ~SingleInstance() override;
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -26,9 +29,11 @@ class SingleInstance final : public QObject {
     Role claim();
 
   Q_SIGNALS:
-    /// The user has started the program once more. Comes from the event loop. Not for the start of
-    /// this very process, which the bus announces likewise when it is the one that starts it.
+    /// The user has started the program once more. Comes from the event loop.
     void activated();
+    /// It was the bus that has started this very process, at its user's wish. Comes from the event
+    /// loop.
+    void startedByHand();
 
   private:
     friend class ApplicationAdaptor;
@@ -36,6 +41,7 @@ class SingleInstance final : public QObject {
     void activateOther();
 
     QDBusConnection bus_;
+    Startup startup_;
     bool isFirst_ = false;
     bool isStartedByBus_;
 };

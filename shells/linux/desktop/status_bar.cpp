@@ -25,10 +25,6 @@ bool panelTintsThemedIcons() {
     return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") || currentDesktopIs(u"X-Cinnamon");
 }
 
-/// True on the desktops whose panel says truly where a StatusNotifierItem was clicked. Others pass
-/// zeros, or a place inside the icon.
-bool panelTellsPlaces() { return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME"); }
-
 // Panels that know both protocols often offer one of them a little earlier.
 constexpr std::chrono::milliseconds headStart{1000};
 constexpr std::chrono::milliseconds dockingTime{1000};
@@ -76,6 +72,9 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
           choosePanel();
       }),
       first_(currentDesktopIs(u"GNOME") ? Protocol::xembed : Protocol::notifier) {
+    if (currentDesktopIs(u"KDE") && x11::isXWayland()) {
+        outputs_ = std::make_unique<KWinOutputs>(bus);
+    }
     for (QTimer* timer : {&headStart_, &docking_, &settling_}) {
         timer->setSingleShot(true);
     }
@@ -158,9 +157,19 @@ void LinuxStatusItem::dock() {
 
 void LinuxStatusItem::noteShown() { hasBeenShown_ = true; }
 
+// The panels of these desktops say truly where the icon was clicked. Others pass zeros, or a place
+// inside the icon.
+std::optional<QPoint> LinuxStatusItem::placeToldBy(QPoint place) const {
+    if (!currentDesktopIs(u"KDE") && !currentDesktopIs(u"GNOME")) {
+        return std::nullopt;
+    }
+    const QPoint told =
+        x11::independentOfDevice(outputs_ != nullptr ? outputs_->onServer(place) : place);
+    return QGuiApplication::screenAt(told) != nullptr ? std::optional(told) : std::nullopt;
+}
+
 void LinuxStatusItem::notifierClicked(QPoint place) {
-    const QPoint told = panelTellsPlaces() ? x11::independentOfDevice(place) : QPoint();
-    if (panelTellsPlaces() && QGuiApplication::screenAt(told) != nullptr) {
+    if (const auto told = placeToldBy(place)) {
         clickedPoint_ = told;
         clickedKind_ = PopoverAnchor::Kind::panel;
         clicked();

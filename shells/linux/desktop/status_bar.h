@@ -4,6 +4,7 @@
 
 #include "platform/status_bar.h"
 #include "shells/linux/desktop/anchored_button.h"
+#include "shells/linux/desktop/kwin_outputs.h"
 #include "shells/linux/desktop/status_icon_images.h"
 #include "shells/linux/desktop/status_notifier_item.h"
 #include "shells/linux/desktop/x11.h"
@@ -78,6 +79,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     void dock();
     void noteShown();
 
+    std::optional<QPoint> placeToldBy(QPoint place) const;
     void notifierClicked(QPoint place);
     void notifierMenuWanted(QPoint place);
     void clicked();
@@ -91,6 +93,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     LinuxStatusButton button_;
     StatusNotifierItem notifier_;
     x11::TrayArrivals arrivals_;
+    std::unique_ptr<KWinOutputs> outputs_; ///< null where places need no translation
     std::unique_ptr<XEmbedIcon> xembed_;
     Protocol protocol_ = Protocol::none;
     Protocol first_;           ///< which of two that are offered is taken

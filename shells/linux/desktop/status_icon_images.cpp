@@ -18,7 +18,7 @@ struct IconSize {
 // The sizes that panels show icons at, on plain and on dense screens. The smallest is filled; in the
 // larger ones the drawings of icon themes leave a border, about as wide as here.
 constexpr std::array<IconSize, 6> iconSizes{
-    {{16, 16}, {22, 18}, {24, 20}, {32, 26}, {48, 40}, {64, 52}}};
+    {{16, 16}, {22, 20}, {24, 22}, {32, 28}, {48, 42}, {64, 56}}};
 
 } // namespace
 

@@ -71,9 +71,60 @@ TEST(PopoverPlacementTest, PointerInAnUnknownPanelIsGivenRoomToTheEdge) {
     EXPECT_GE(edge.top() + edge.height(), 16);
 }
 
-TEST(PopoverPlacementTest, CornerIsTheTopRightOneOfWhatPanelsLeave) {
-    EXPECT_EQ(placedInCorner(size, topPanel), QRect(QPoint(1036, 34), size));
-    EXPECT_EQ(placedInCorner(size, rightPanel), QRect(QPoint(1006, 4), size));
+QRect atEnd(const ScreenArea& area, Qt::LayoutDirection direction = Qt::LeftToRight) {
+    return placedAtPanelEnd(size, area, direction);
+}
+
+TEST(PopoverPlacementTest, EndOfThePanelIsWhereItsIconsAre) {
+    EXPECT_EQ(atEnd(topPanel), QRect(QPoint(1036, 34), size));
+    EXPECT_EQ(atEnd(bottomPanel), QRect(QPoint(1036, 543), size));
+    EXPECT_EQ(atEnd(leftPanel), QRect(QPoint(34, 573), size));
+    EXPECT_EQ(atEnd(rightPanel), QRect(QPoint(1006, 573), size));
+}
+
+TEST(PopoverPlacementTest, EndOfThePanelIsOnTheLeftWhereOneWritesFromTheRight) {
+    EXPECT_EQ(atEnd(topPanel, Qt::RightToLeft), QRect(QPoint(4, 34), size));
+    EXPECT_EQ(atEnd(bottomPanel, Qt::RightToLeft), QRect(QPoint(4, 543), size));
+    EXPECT_EQ(atEnd(leftPanel, Qt::RightToLeft), atEnd(leftPanel));
+}
+
+TEST(PopoverPlacementTest, WithoutAPanelItsEndIsTheTopCorner) {
+    EXPECT_EQ(atEnd(unknownPanel), QRect(QPoint(1036, 4), size));
+}
+
+TEST(PopoverPlacementTest, OfTwoPanelsTheOneAtTheTopHasTheIcons) {
+    const ScreenArea both{screen, QRect(0, 30, 1280, 740)};
+    EXPECT_EQ(atEnd(both), QRect(QPoint(1036, 34), size));
+}
+
+TEST(PopoverPlacementTest, StripsKeptFreeAreThoseAlongTheEdges) {
+    EXPECT_EQ(keptFree(topPanel), QList{QRect(0, 0, 1280, 30)});
+    EXPECT_EQ(keptFree(bottomPanel), QList{QRect(0, 770, 1280, 30)});
+    EXPECT_EQ(keptFree(leftPanel), QList{QRect(0, 0, 30, 800)});
+    EXPECT_EQ(keptFree(rightPanel), QList{QRect(1250, 0, 30, 800)});
+    EXPECT_TRUE(keptFree(unknownPanel).isEmpty());
+}
+
+TEST(PopoverPlacementTest, IconThatWasClickedOnAPanelIsThere) {
+    const QRect icon = iconOnPanel(QPoint(600, 785), bottomPanel);
+    EXPECT_EQ(icon, QRect(600, 785, 1, 1));
+    EXPECT_EQ(placedAtIcon(icon, size, bottomPanel).bottom(), 765);
+}
+
+TEST(PopoverPlacementTest, IconInWhatAPanelHasFoldedOutCountsAsOnThatPanel) {
+    const auto at = [](QPoint click, const ScreenArea& area) {
+        return placedAtIcon(iconOnPanel(click, area), size, area);
+    };
+    const QRect bottom = at(QPoint(600, 500), bottomPanel);
+    EXPECT_EQ(bottom.bottom(), 765);
+    EXPECT_NEAR(bottom.center().x(), 600, 1);
+    EXPECT_EQ(at(QPoint(600, 300), topPanel).top(), 34);
+    EXPECT_EQ(at(QPoint(300, 400), leftPanel).left(), 34);
+    EXPECT_EQ(at(QPoint(900, 400), rightPanel).right(), 1245);
+}
+
+TEST(PopoverPlacementTest, WithoutAPanelThatIsToldOfTheIconIsAroundThePointer) {
+    EXPECT_EQ(iconOnPanel(QPoint(600, 20), unknownPanel), iconAround(QPoint(600, 20), unknownPanel));
 }
 
 TEST(PopoverPlacementTest, PanelThatTheDesktopKeepsQuietAboutIsNotAvailable) {
@@ -116,7 +167,7 @@ TEST(PopoverPlacementTest, SecondScreenHasCoordinatesOfItsOwn) {
     const QRect placed = placedAtIcon(QRect(3170, 1254, 22, 22), size, second);
     EXPECT_TRUE(second.available.contains(placed));
     EXPECT_EQ(placed.top() + placed.height(), 1246);
-    EXPECT_EQ(placedInCorner(size, second).topLeft(), QPoint(2956, 204));
+    EXPECT_EQ(atEnd(second).topLeft(), QPoint(2956, 1023));
 }
 
 } // namespace

@@ -21,6 +21,7 @@ class FakeButton : public AnchoredButton {
     void setAction(std::function<void(StatusBarButton&)>) override {}
     void sendActionOn(EventMask) override {}
     PopoverAnchor anchor() const override { return place; }
+    void setClickedPoint(QPoint) override {}
 
     PopoverAnchor place;
 };
@@ -79,6 +80,18 @@ TEST_F(PopoverWindowTest, WithoutAnIconOpensInTheTopRightCorner) {
     open();
     const QRect available = popover.screen()->availableGeometry();
     EXPECT_EQ(contentOnScreen().topRight(), available.topRight() + QPoint(-4, 4));
+}
+
+TEST_F(PopoverWindowTest, HiddenPointerThatNobodyFindsIsWhereItWasTheTimeBefore) {
+    button.place = {
+        .kind = PopoverAnchor::Kind::hiddenPointer, .icon = {}, .point = QPoint(300, 10)};
+    open();
+    EXPECT_NEAR(contentOnScreen().center().x(), 300, 2);
+    popover.performClose();
+    button.place.point.reset();
+    open();
+    EXPECT_EQ(contentOnScreen().topRight(),
+              popover.screen()->availableGeometry().topRight() + QPoint(-4, 4));
 }
 
 TEST_F(PopoverWindowTest, EscapeCloses) {

@@ -17,12 +17,15 @@ using Role = SingleInstance::Role;
 
 /// Counts the activations of an instance.
 struct Program {
-    explicit Program(const QDBusConnection& bus) : instance(bus) {
+    explicit Program(const QDBusConnection& bus) : instance(bus, Startup{}) {
         QObject::connect(&instance, &SingleInstance::activated, &instance,
                          [this] { ++activations; });
+        QObject::connect(&instance, &SingleInstance::startedByHand, &instance,
+                         [this] { ++ownStarts; });
     }
     SingleInstance instance;
     int activations = 0;
+    int ownStarts = 0;
 };
 
 class SingleInstanceTest : public testing::Test {
@@ -51,7 +54,7 @@ TEST_F(SingleInstanceTest, SecondOneActivatesTheFirst) {
     const auto connection = bus.connect();
     std::optional<Role> role;
     // As the two processes do: the second waits while the first one's event loop runs.
-    std::thread second([&] { role = SingleInstance(connection).claim(); });
+    std::thread second([&] { role = SingleInstance(connection, Startup{}).claim(); });
     EXPECT_TRUE(waitUntil([&] { return first.activations == 1; }));
     second.join();
     EXPECT_EQ(role, Role::second);
@@ -90,13 +93,16 @@ TEST_F(SingleInstanceTest, ItsOwnStartByTheBusIsNoActivation) {
     ASSERT_EQ(program.instance.claim(), Role::first);
     call(QStringLiteral("Activate"), {QVariantMap()});
     EXPECT_EQ(program.activations, 0);
+    EXPECT_EQ(program.ownStarts, 1) << "the bus starts a program when its user wants it";
     call(QStringLiteral("Activate"), {QVariantMap()});
     EXPECT_EQ(program.activations, 1);
+    EXPECT_EQ(program.ownStarts, 1);
 }
 
 TEST(SingleInstanceWithoutABusTest, EveryOneIsTheProgram) {
-    SingleInstance one{QDBusConnection(QStringLiteral("no such connection"))};
-    SingleInstance other{QDBusConnection(QStringLiteral("no such connection"))};
+    const QDBusConnection none(QStringLiteral("no such connection"));
+    SingleInstance one(none, Startup{});
+    SingleInstance other(none, Startup{});
     EXPECT_EQ(one.claim(), Role::first);
     EXPECT_EQ(other.claim(), Role::first);
 }

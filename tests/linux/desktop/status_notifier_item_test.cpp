@@ -6,6 +6,7 @@
 #include "tests/linux/desktop/waiting.h"
 
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 
 #include <gmock/gmock.h>
@@ -24,7 +25,12 @@ class StatusNotifierItemTest : public testing::Test {
 
     void startItem() {
         item.emplace(program);
-        QObject::connect(&*item, &StatusNotifierItem::activated, &*item, [this] { ++activations; });
+        QObject::connect(&*item, &StatusNotifierItem::activated, &*item,
+                         [this](QPoint place) { activations.append(place); });
+        QObject::connect(&*item, &StatusNotifierItem::menuWanted, &*item,
+                         [this](QPoint place) { menus.append(place); });
+        QObject::connect(&*item, &StatusNotifierItem::shown, &*item, [this] { wasShown = true; });
+        item->setOffered(true);
     }
 
     QVariant property(const QString& name) {
@@ -49,7 +55,9 @@ class StatusNotifierItemTest : public testing::Test {
     QDBusConnection panel = bus.connect();
     std::unique_ptr<FakeWatcher> watcher;
     std::optional<StatusNotifierItem> item;
-    int activations = 0;
+    QList<QPoint> activations;
+    QList<QPoint> menus;
+    bool wasShown = false;
 };
 
 TEST_F(StatusNotifierItemTest, RegistersWithThePanelThatIsThere) {
@@ -126,7 +134,8 @@ TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {
     EXPECT_EQ(property(QStringLiteral("Status")).toString(), QStringLiteral("Active"));
     EXPECT_EQ(property(QStringLiteral("IconAccessibleDesc")).toString(), QStringLiteral("Kestrel"));
     EXPECT_FALSE(property(QStringLiteral("ItemIsMenu")).toBool());
-    EXPECT_FALSE(property(QStringLiteral("Menu")).isValid());
+    EXPECT_EQ(property(QStringLiteral("Menu")).value<QDBusObjectPath>().path(),
+              QStringLiteral("/NO_DBUSMENU"));
 }
 
 TEST_F(StatusNotifierItemTest, OnlyActivateActivates) {
@@ -136,9 +145,42 @@ TEST_F(StatusNotifierItemTest, OnlyActivateActivates) {
     call(QStringLiteral("SecondaryActivate"), {10, 20});
     call(QStringLiteral("ContextMenu"), {10, 20});
     call(QStringLiteral("Scroll"), {1, QStringLiteral("vertical")});
-    EXPECT_EQ(activations, 0);
-    call(QStringLiteral("Activate"), {10, 20});
-    EXPECT_EQ(activations, 1);
+    EXPECT_TRUE(activations.isEmpty());
+    call(QStringLiteral("Activate"), {30, 40});
+    EXPECT_EQ(activations, QList{QPoint(30, 40)});
+    EXPECT_EQ(menus, QList{QPoint(10, 20)});
+}
+
+TEST_F(StatusNotifierItemTest, IsNotOnTheBusWhileItIsNotOffered) {
+    startPanel();
+    startItem();
+    ASSERT_TRUE(waitForItems(1));
+    item->setOffered(false);
+    EXPECT_EQ(callAndWait(panel, watcher->items.last(), QStringLiteral("/StatusNotifierItem"),
+                          QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"),
+                          {1, 2})
+                  .type(),
+              QDBusMessage::ErrorMessage);
+    EXPECT_TRUE(item->hasHost()) << "it still knows of the panel";
+    item->setOffered(true);
+    EXPECT_TRUE(waitForItems(2));
+}
+
+TEST_F(StatusNotifierItemTest, IsShownOnceThePanelHasFetchedTheIcon) {
+    startPanel();
+    startItem();
+    ASSERT_TRUE(waitForItems(1));
+    property(QStringLiteral("Id"));
+    EXPECT_FALSE(wasShown);
+    property(QStringLiteral("IconPixmap"));
+    EXPECT_TRUE(wasShown);
+}
+
+TEST_F(StatusNotifierItemTest, KnowsWhetherThereIsAPanelOnceTheBusHasAnswered) {
+    startItem();
+    EXPECT_FALSE(item->knowsHost());
+    EXPECT_TRUE(waitUntil([&] { return item->knowsHost(); }));
+    EXPECT_FALSE(item->hasHost());
 }
 
 TEST_F(StatusNotifierItemTest, ThemeNameIsOfferedNextToThePictures) {
@@ -162,6 +204,7 @@ TEST_F(StatusNotifierItemTest, ThemeNameIsOfferedNextToThePictures) {
 TEST(StatusNotifierItemWithoutABusTest, HasNeverAHost) {
     const StatusNotifierItem item{QDBusConnection(QStringLiteral("no such connection"))};
     EXPECT_FALSE(item.hasHost());
+    EXPECT_TRUE(item.knowsHost());
 }
 
 } // namespace
