@@ -48,10 +48,11 @@ Shell::Shell(QApplication& application)
     : dataDirectory_(dataDirectoryPath().value_or(std::string())),
       userDefaults_(dataDirectory_),
       cloud_(dataDirectory_, listKey),
-      workspace_(launchWorker_),
-      terminal_(launchWorker_),
+      workspace_(launchWorker_, [this] { return activationTokens_.take(); }),
+      terminal_(launchWorker_, [this] { return activationTokens_.take(); }),
       fileIcons_([this] { mainQueue_.async(showLateIcons); }),
       application_(application),
+      appearance_(QDBusConnection::sessionBus()),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
       viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       delegate_({.store = {.mainQueue = mainQueue_,
@@ -100,6 +101,9 @@ void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
     QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
     auto* item = statusBar_.item();
+    QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
+                     &ActivationTokens::provide);
+    activationTokens_.setWindow(viewHosts_.popover());
     QTimer::singleShot(panelPatience, item, [this, item] {
         if (!item->hasBeenShown()) {
             showOnce();

@@ -3,6 +3,8 @@
 // application object, which outlives it.
 
 #include "app/app_delegate.h"
+#include "shells/linux/desktop/activation_tokens.h"
+#include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
@@ -54,11 +56,13 @@ class Shell {
     std::string dataDirectory_;
     FileUserDefaults userDefaults_;
     FolderCloud cloud_;
+    ActivationTokens activationTokens_;
     LaunchWorker launchWorker_;
     GioWorkspace workspace_;
     ShellTerminal terminal_;
     FileIcons fileIcons_;
     QtApplication application_;
+    Appearance appearance_;
     LinuxStatusBar statusBar_;
     KestrelSymbolImages symbolImages_;
     QtWindowServer windowServer_;

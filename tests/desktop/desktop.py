@@ -356,8 +356,11 @@ class Desktop(Session):
         wait_for(lambda: "window id #" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                  15, name)
 
+    def has_selection_owner(self, selection):
+        return self._xlib.has_selection_owner(selection)
+
     def has_xembed_tray(self):
-        return self._xlib.has_selection_owner("_NET_SYSTEM_TRAY_S0")
+        return self.has_selection_owner("_NET_SYSTEM_TRAY_S0")
 
     def fill_background(self, color):
         """Gives the bare desktop a colour (red, green, blue)."""

@@ -8,6 +8,8 @@ with the seconds of the system's monotonic clock.
     --on=release|press   which event of the pointer calls Activate (release)
     --at=pointer|zero    the position that it passes: the pointer's or a meaningless one (pointer)
     --edge=top|bottom    where the bar is (top)
+    --token=TEXT         what it provides as an activation token before each Activate; without the
+                         option it provides none
 """
 import argparse
 import json
@@ -39,7 +41,7 @@ class Watcher(dbus.service.Object):
 
     def __init__(self, bus, bar):
         self.owners = {}
-        self.bar = bar
+        self.bus, self.bar = bus, bar
         super().__init__(bus, "/StatusNotifierWatcher")
         bus.add_signal_receiver(self.owner_changed, "NameOwnerChanged", "org.freedesktop.DBus")
 
@@ -60,8 +62,15 @@ class Watcher(dbus.service.Object):
         self.owners[item] = str(sender)
         say("registered", item=item)
         self.StatusNotifierItemRegistered(item)
-        if self.bar:
-            GLib.idle_add(self.bar.add, item)
+        GLib.idle_add(self.bar.add if self.bar else self.fetch, item)
+
+    def fetch(self, item):
+        """Reads the item, as a host does that shows it."""
+        name, path = item.split("/", 1)
+        self.bus.get_object(name, "/" + path, introspect=False).GetAll(
+            ITEM, dbus_interface=dbus.PROPERTIES_IFACE, reply_handler=lambda _: None,
+            error_handler=lambda error: say("error", what=str(error)))
+        return False
 
     @dbus.service.method(WATCHER, in_signature="s")
     def RegisterStatusNotifierHost(self, _service):
@@ -104,8 +113,8 @@ class Bar:
     """A panel along the whole edge of the screen, with the icons at its right."""
 
     def __init__(self, bus, options):
-        gi.require_version("Gdk", "3.0")    # not the newest of those that are installed
-        gi.require_version("Gtk", "3.0")
+        for name in ("Gdk", "Gtk"):
+            gi.require_version(name, "3.0")
         from gi.repository import Gdk, GdkPixbuf, Gtk
         self.gtk, self.pixbuf, self.gdk = Gtk, GdkPixbuf, Gdk
         self.bus, self.options, self.cells = bus, options, {}
@@ -190,6 +199,9 @@ class Bar:
         at = (int(event.x_root), int(event.y_root)) if self.options.at == "pointer" else (0, 0)
         method = {1: "Activate", 2: "SecondaryActivate", 3: "ContextMenu"}.get(event.button)
         say("button", button=event.button, call=method)
+        if method == "Activate" and self.options.token is not None:
+            proxy.get_dbus_method("ProvideXdgActivationToken", ITEM)(
+                self.options.token, signature="s", ignore_reply=True)
         if method:
             proxy.get_dbus_method(method, ITEM)(*at, signature="ii", ignore_reply=True)
         return True
@@ -201,6 +213,7 @@ def main():
     parser.add_argument("--on", choices=("release", "press"), default="release")
     parser.add_argument("--at", choices=("pointer", "zero"), default="pointer")
     parser.add_argument("--edge", choices=("top", "bottom"), default="top")
+    parser.add_argument("--token")
     options = parser.parse_args()
 
     DBusGMainLoop(set_as_default=True)

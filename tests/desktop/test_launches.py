@@ -1,4 +1,5 @@
 """Real launches from the popover: what was started, and how."""
+import json
 import os
 import re
 import shutil
@@ -11,7 +12,7 @@ APPIMAGE_MAGIC = b"AI\x02"
 
 # An application that runs on the bus: each call of its interface becomes a line of its log.
 SERVICE = """
-import sys, dbus, dbus.service
+import json, sys, dbus, dbus.service
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 DBusGMainLoop(set_as_default=True)
@@ -21,7 +22,7 @@ class Application(dbus.service.Object):
             print(*words, file=file)
     @dbus.service.method("org.freedesktop.Application", in_signature="a{{sv}}")
     def Activate(self, data):
-        self.log("activate", sorted(data))
+        self.log("activate", json.dumps(data, sort_keys=True))
     @dbus.service.method("org.freedesktop.Application", in_signature="asa{{sv}}")
     def Open(self, uris, data):
         self.log("open", *uris)
@@ -81,14 +82,8 @@ class LaunchesTest(LaunchingTest):
 
     def test_entry_is_activated_over_the_bus(self):
         self.start_desktop()
-        log = self.desktop.path("log")
         names = ("org.example.Good", "org.example.Broken", "org.example.Missing")
-        service = self.desktop.write("service.py", SERVICE.format(log=log, name=names[0]))
-        for name, command in zip(names, (f"/usr/bin/python3 {service}", "/bin/false")):
-            self.desktop.write(f"data/dbus-1/services/{name}.service",
-                               f"[D-BUS Service]\nName={name}\nExec={command}\n")
-        self.desktop.bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus") \
-            .ReloadConfig(dbus_interface="org.freedesktop.DBus")
+        log = self.install_service(names[0], {names[1]: "/bin/false"})
         program = self.script("program")
         entries = [self.entry(f"{name}.desktop", f"DBusActivatable=true\nExec={program} {name} %U",
                               "data/applications") for name in names]
@@ -99,18 +94,70 @@ class LaunchesTest(LaunchingTest):
                         + [("Command File", "Text", text)])
 
         expected = ["start"]
-        for title, line in ((names[0], "activate []"), (names[0], "activate []"),
+        for title, line in ((names[0], "activate"), (names[0], "activate"),
                             ("Text", f"open file://{text}".replace(" b", "%20b"))):
             expected.append(line)
             self.launch(title)
             self.wait_until(lambda: len(self.lines(log)) >= len(expected), title)
-            self.assertEqual(self.lines(log), expected)
+            self.assertEqual([re.sub("^activate .*", "activate", found)
+                              for found in self.lines(log)], expected)
         self.assertEqual(self.records(), [])
         for name in names[1:]:
             record = self.launch_and_record(name)
             self.assertEqual(record["arguments"], [program, name])
             self.assert_started_cleanly(record)
         self.wait_for_no_children()
+
+    def install_service(self, name, others=None):
+        """Installs an application that the bus starts, and further services by their names and
+        commands. The path of the application's log."""
+        log = self.desktop.path("log")
+        service = self.desktop.write("service.py", SERVICE.format(log=log, name=name))
+        for each, command in {name: f"/usr/bin/python3 {service}", **(others or {})}.items():
+            self.desktop.write(f"data/dbus-1/services/{each}.service",
+                               f"[D-BUS Service]\nName={each}\nExec={command}\n")
+        self.desktop.bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus") \
+            .ReloadConfig(dbus_interface="org.freedesktop.DBus")
+        return log
+
+    def test_what_is_launched_may_raise_its_window(self):
+        self.start_desktop(panel_options=["--bar=dock", "--token=panel's"])
+        name = "org.example.Service"
+        log = self.install_service(name)
+        program = self.script("program")
+        window = self.entry("window.desktop", f"Terminal=true\nExec={program}")
+        self.start_with([("App", "Executable", program),
+                         ("App", "Entry", self.entry("entry.desktop", f"Exec={program}")),
+                         ("App", "Service", self.entry(f"{name}.desktop", "DBusActivatable=true")),
+                         ("App", "Window", window), ("Command File", "File", program),
+                         ("Inline Command", "Command", self.recording())])
+
+        def activation(title, opened):
+            opened()
+            self.kestrel.wait_for_popover()
+            self.forget_records()
+            self.kestrel.click_row(title)
+            self.kestrel.wait_for_no_popover()
+            found = self.wait_for_records(1)[0]["environment"]
+            return found.get("XDG_ACTIVATION_TOKEN"), found.get("DESKTOP_STARTUP_ID")
+
+        icon = self.desktop.icon_rect().center
+        def click(): self.desktop.click(*icon)
+        for title in ("Executable", "Entry"):
+            self.assertEqual(activation(title, click), ("panel's", "panel's"))
+            # The panel's token is used up, and this is no session of Wayland's.
+            token, identity = activation(title, self.kestrel.activate)
+            self.assertIsNone(token)
+            self.assertRegex(identity, "^kestrel/.*_TIME[1-9][0-9]*$")
+            self.assertNotEqual(activation(title, self.kestrel.activate)[1], identity)
+        for title in ("Window", "File", "Command"):
+            self.assertEqual(activation(title, click), (None, None), title)
+        click()
+        self.kestrel.wait_for_popover()
+        self.kestrel.click_row("Service")
+        self.wait_until(lambda: len(self.lines(log)) == 2, "the service's two lines")
+        self.assertEqual(json.loads(self.lines(log)[1].removeprefix("activate ")),
+                         dict.fromkeys(("activation-token", "desktop-startup-id"), "panel's"))
 
     def test_command_files_are_run_or_opened_by_what_they_are(self):
         self.start_desktop()

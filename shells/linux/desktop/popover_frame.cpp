@@ -1,5 +1,7 @@
 #include "shells/linux/desktop/popover_frame.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
+
 #include <QPainterPath>
 
 namespace kestrel::linux_shell::popover_frame {
@@ -9,6 +11,7 @@ constexpr double radius = 10;
 constexpr int shadowOffset = 4; // down, as of light from above
 constexpr double shadowStrength = 0.055;
 constexpr float hairlineStrength = 0.22F;
+constexpr float highContrastHairlineStrength = 0.8F;
 
 QPainterPath rounded(const QRectF& rect, double corner) {
     QPainterPath path;
@@ -43,7 +46,7 @@ void paintGround(QPainter& painter, const QRect& content, const QPalette& palett
     const double width = 1 / painter.device()->devicePixelRatioF();
     const double inset = width / 2;
     QColor hairline = palette.color(QPalette::WindowText);
-    hairline.setAlphaF(hairlineStrength);
+    hairline.setAlphaF(isHighContrast(palette) ? highContrastHairlineStrength : hairlineStrength);
     painter.setPen(QPen(hairline, width));
     painter.drawPath(
         rounded(QRectF(content).adjusted(inset, inset, -inset, -inset), radius - inset));

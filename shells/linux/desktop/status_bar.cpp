@@ -22,7 +22,8 @@ constexpr QColor neutral(0x8C, 0x8C, 0x8C);
 /// True on the desktops whose panels paint symbolic icons in their own colours. Others take the
 /// drawing as it is, near black, even on a dark panel: they are better served with pixels.
 bool panelTintsThemedIcons() {
-    return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") || currentDesktopIs(u"X-Cinnamon");
+    return currentDesktopIs(u"KDE") || currentDesktopIs(u"GNOME") ||
+           currentDesktopIs(u"X-Cinnamon");
 }
 
 // Panels that know both protocols often offer one of them a little earlier.
@@ -66,7 +67,10 @@ void LinuxStatusButton::sendAction() {
 // The indicators of GNOME's shell activate an item only at a double click; an icon that its tray
 // takes in gets every click. Everywhere else StatusNotifierItem is the better protocol.
 LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer renderer)
-    : images_(std::move(renderer)), button_(*this), notifier_(bus), arrivals_([this] {
+    : images_(std::move(renderer)),
+      button_(*this),
+      notifier_(bus),
+      arrivals_([this] {
           panelColor_.reset();
           isTrayDeaf_ = false;
           choosePanel();
@@ -89,6 +93,8 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     });
     connect(&settling_, &QTimer::timeout, this, &LinuxStatusItem::sampleBackground);
     connect(&notifier_, &StatusNotifierItem::hasHostChanged, this, &LinuxStatusItem::choosePanel);
+    connect(&notifier_, &StatusNotifierItem::activationTokenProvided, this,
+            &LinuxStatusItem::activationTokenProvided);
     connect(&notifier_, &StatusNotifierItem::hostKnown, this, &LinuxStatusItem::panelKnown);
     connect(&notifier_, &StatusNotifierItem::shown, this, &LinuxStatusItem::noteShown);
     connect(&notifier_, &StatusNotifierItem::activated, this, &LinuxStatusItem::notifierClicked);
@@ -227,9 +233,9 @@ void LinuxStatusItem::sampleBackground() {
     if (QApplication::activePopupWidget() != nullptr || x11::isXWayland()) {
         return;
     }
-    const auto color = colorOn(
-        xembed_ != nullptr ? QList{xembed_->rectOnScreen()} : likelyPanels(clickedPoint_),
-        panelColor_);
+    const auto color =
+        colorOn(xembed_ != nullptr ? QList{xembed_->rectOnScreen()} : likelyPanels(clickedPoint_),
+                panelColor_);
     if (color != panelColor_) {
         panelColor_ = color;
         updateIcon();

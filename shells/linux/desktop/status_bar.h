@@ -65,6 +65,10 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     /// It is certain from now on whether there is a panel.
     void panelKnown();
 
+  Q_SIGNALS:
+    /// The panel lets what is done after the next click raise other windows.
+    void activationTokenProvided(const QString& token);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -76,6 +76,10 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
 
   public Q_SLOTS:
     void Activate(int x, int y);
+    /// Called before Activate by panels that can hand their right to raise windows on.
+    void ProvideXdgActivationToken(const QString& token) {
+        Q_EMIT item_.activationTokenProvided(token);
+    }
     void ContextMenu(int x, int y);
     // The icon has no other actions; a panel that has no object to call for them makes up one of
     // its own.

@@ -31,7 +31,6 @@ class StatusNotifierItem final : public QObject {
     /// Shows the icon in such panels, or takes it away from them. Not offered at first.
     void setOffered(bool isOffered);
 
-
     /// The same picture in several sizes, ready to draw, and the name under which the icon theme
     /// has it; panels that know the theme then tint it themselves. An empty name is allowed.
     void setIcon(QList<QImage> images, const QString& themeName);
@@ -41,6 +40,9 @@ class StatusNotifierItem final : public QObject {
 
   Q_SIGNALS:
     void hasHostChanged();
+    /// What the user does with the next click may raise other windows by this token of a Wayland
+    /// compositor. Some panels send an empty one.
+    void activationTokenProvided(const QString& token);
     /// A panel has fetched the icon, which one that leaves it out does not do.
     void shown();
     /// It is certain for the first time whether there is a panel.
@@ -48,8 +50,8 @@ class StatusNotifierItem final : public QObject {
     /// The user clicked the icon with the main button. `place` is what the panel says of where that
     /// was, in pixels of the screen; not every panel's word can be trusted.
     void activated(QPoint place);
-    /// The panel wants the icon's menu shown; its user clicked with another button, or held the main
-    /// one down for long.
+    /// The panel wants the icon's menu shown; its user clicked with another button, or held the
+    /// main one down for long.
     void menuWanted(QPoint place);
     /// For the panel: fetch the icon again.
     void iconChanged();

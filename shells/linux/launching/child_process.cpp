@@ -1,5 +1,6 @@
 #include "shells/linux/launching/child_process.h"
 
+#include "shells/linux/launching/glib_ptr.h"
 #include "shells/linux/launching/launch_environment.h"
 
 #include <fcntl.h>
@@ -59,17 +60,20 @@ void prepareChild(void* folder) {
         return;
 }
 
-bool spawnDetached(const std::vector<std::string>& arguments) {
+bool spawnDetached(const std::vector<std::string>& arguments, const Activation& activation) {
     std::vector<char*> pointers;
     pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);
+    GlibTexts environment(g_get_environ());
+    for (const auto& [name, value] : activation.environment())
+        environment.reset(g_environ_setenv(environment.release(), name, value.c_str(), TRUE));
     std::string home = homeFolder();
     const NullDevice null;
-    return g_spawn_async_with_fds(nullptr, pointers.data(), nullptr, G_SPAWN_DEFAULT, prepareChild,
-                                  home.data(), nullptr, null.descriptor(), null.descriptor(),
-                                  null.descriptor(), nullptr) != FALSE;
+    return g_spawn_async_with_fds(nullptr, pointers.data(), environment.get(), G_SPAWN_DEFAULT,
+                                  prepareChild, home.data(), nullptr, null.descriptor(),
+                                  null.descriptor(), null.descriptor(), nullptr) != FALSE;
 }
 
 } // namespace kestrel::linux_shell

@@ -3,6 +3,8 @@
 // streams on /dev/null and none of our descriptors. So it outlives us and our terminal, and since
 // GLib starts it through a short-lived intermediate process that it collects, it leaves no zombie.
 
+#include "shells/linux/launching/activation.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +40,7 @@ bool isUsablePath(std::string_view path);
 void prepareChild(void* folder);
 
 /// Starts `arguments[0]`, an absolute path, with all of `arguments` as its argument vector, in the
-/// home folder. False when it cannot be started.
-bool spawnDetached(const std::vector<std::string>& arguments);
+/// home folder, with `activation` in its environment. False when it cannot be started.
+bool spawnDetached(const std::vector<std::string>& arguments, const Activation& activation);
 
 } // namespace kestrel::linux_shell

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -22,9 +23,10 @@ using Entry = ObjectPtr<GDesktopAppInfo>;
 constexpr off_t largestEntry = 4 << 20; // bytes
 
 /// What is left to do when the bus has not started the application.
-struct Activation {
+struct PendingCall {
     std::string path;
     std::optional<std::string> uri;
+    Activation activation;
 };
 
 std::string stringOf(GDesktopAppInfo* entry, const char* key) {
@@ -50,8 +52,18 @@ ObjectPtr<GDBusConnection> sharedBus() {
     return bus;
 }
 
+/// The environment of what is launched. Entries without StartupNotify have the activation too, as
+/// from GNOME and KDE: many programs without it do raise their window, and others ignore it.
+ObjectPtr<GAppLaunchContext> contextWith(const Activation& activation) {
+    ObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
+    for (const auto& [name, value] : activation.environment())
+        g_app_launch_context_setenv(context.get(), name, value.c_str());
+    return context;
+}
+
 /// Runs the entry's command line.
-void spawn(GDesktopAppInfo* entry, const std::optional<std::string>& uri) {
+void spawn(GDesktopAppInfo* entry, const std::optional<std::string>& uri,
+           const Activation& activation) {
     const auto bus = sharedBus();
     // GLib has a working folder of its own for the child only when the entry names one.
     std::string home = homeFolder();
@@ -60,8 +72,9 @@ void spawn(GDesktopAppInfo* entry, const std::optional<std::string>& uri) {
     GList list{.data = argument.data(), .next = nullptr, .prev = nullptr};
     const NullDevice null;
     g_desktop_app_info_launch_uris_as_manager_with_fds(
-        entry, uri ? &list : nullptr, nullptr, G_SPAWN_SEARCH_PATH, prepareChild, folder, nullptr,
-        nullptr, null.descriptor(), null.descriptor(), null.descriptor(), nullptr);
+        entry, uri ? &list : nullptr, contextWith(activation).get(), G_SPAWN_SEARCH_PATH,
+        prepareChild, folder, nullptr, nullptr, null.descriptor(), null.descriptor(),
+        null.descriptor(), nullptr);
 }
 
 /// A copy of the entry that is neither activated over the bus nor run in the terminals that GLib
@@ -84,9 +97,19 @@ Entry plainCopy(const std::string& path, const std::vector<std::string>& prefix)
 }
 
 void spawnPlainCopy(const std::string& path, const std::vector<std::string>& prefix,
-                    const std::optional<std::string>& uri) {
+                    const std::optional<std::string>& uri, const Activation& activation) {
     if (const Entry copy = plainCopy(path, prefix))
-        spawn(copy.get(), uri);
+        spawn(copy.get(), uri, activation);
+}
+
+/// The words that run what follows them in the user's terminal; nothing without a terminal.
+std::optional<std::vector<std::string>> terminalPrefix() {
+    const auto terminal = chooseTerminal(processSurroundings());
+    if (!terminal)
+        return std::nullopt;
+    std::vector<std::string> words = terminal->prefix();
+    std::ranges::copy(withoutActivation(), std::back_inserter(words));
+    return words;
 }
 
 /// Whether the error says for certain that nothing has been started. A time-out does not: the
@@ -111,15 +134,16 @@ bool meansNotStarted(const GError* error) {
 }
 
 void activationAnswered(GObject* bus, GAsyncResult* result, gpointer data) {
-    const std::unique_ptr<Activation> activation(static_cast<Activation*>(data));
+    const std::unique_ptr<PendingCall> call(static_cast<PendingCall*>(data));
     GError* error = nullptr;
     GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error);
     if (answer != nullptr) {
         g_variant_unref(answer);
         return;
     }
+    // Nobody has received the call, so the activation in it is still unused.
     if (meansNotStarted(error))
-        spawnPlainCopy(activation->path, {}, activation->uri);
+        spawnPlainCopy(call->path, {}, call->uri, call->activation);
     g_error_free(error);
 }
 
@@ -136,8 +160,17 @@ std::optional<std::string> busName(const std::string& path) {
     return name;
 }
 
+GVariant* platformDataOf(const Activation& activation) {
+    GVariantBuilder data;
+    g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
+    for (const auto& [name, value] : activation.platformData())
+        g_variant_builder_add(&data, "{sv}", name, g_variant_new_string(value.c_str()));
+    return g_variant_builder_end(&data);
+}
+
 /// Asks the session bus for the application. False when it cannot be asked.
-bool activate(const std::string& path, const std::optional<std::string>& uri) {
+bool activate(const std::string& path, const std::optional<std::string>& uri,
+              const Activation& activation) {
     const auto name = busName(path);
     if (!name)
         return false;
@@ -148,11 +181,12 @@ bool activate(const std::string& path, const std::optional<std::string>& uri) {
     std::ranges::replace(object, '.', '/');
     std::ranges::replace(object, '-', '_');
     const std::array<const char*, 2> uris = {uri ? uri->c_str() : nullptr, nullptr};
+    GVariant* data = platformDataOf(activation);
     GVariant* arguments =
-        uri ? g_variant_new("(^asa{sv})", uris.data(), nullptr) : g_variant_new("(a{sv})", nullptr);
+        uri ? g_variant_new("(^as@a{sv})", uris.data(), data) : g_variant_new("(@a{sv})", data);
     g_dbus_connection_call(bus.get(), name->c_str(), object.c_str(), "org.freedesktop.Application",
                            uri ? "Open" : "Activate", arguments, nullptr, G_DBUS_CALL_FLAGS_NONE,
-                           -1, nullptr, activationAnswered, new Activation{path, uri});
+                           -1, nullptr, activationAnswered, new PendingCall{path, uri, activation});
     // The program may end right after the click.
     g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
     return true;
@@ -188,21 +222,22 @@ std::string execBehind(const std::vector<std::string>& prefix, const std::string
     return line + exec;
 }
 
-void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri) {
+void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri,
+                        const Activation& activation) {
     if (!mayBeDesktopEntry(path))
         return;
     const Entry entry(g_desktop_app_info_new_from_filename(path.c_str()));
     if (!entry)
         return;
     if (g_desktop_app_info_get_boolean(entry.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL)) {
-        if (const auto terminal = chooseTerminal(processSurroundings()))
-            spawnPlainCopy(path, terminal->prefix(), uri);
+        if (const auto prefix = terminalPrefix())
+            spawnPlainCopy(path, *prefix, uri, activation);
     } else if (g_desktop_app_info_get_boolean(entry.get(),
                                               G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
-        if (!activate(path, uri))
-            spawnPlainCopy(path, {}, uri);
+        if (!activate(path, uri, activation))
+            spawnPlainCopy(path, {}, uri, activation);
     } else {
-        spawn(entry.get(), uri);
+        spawn(entry.get(), uri, activation);
     }
 }
 

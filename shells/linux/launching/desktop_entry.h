@@ -1,6 +1,8 @@
 #pragma once
 // Launching what a desktop entry describes.
 
+#include "shells/linux/launching/activation.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,7 +13,8 @@ namespace kestrel::linux_shell {
 /// would wait for its writer, and not of a size that fills the memory.
 bool mayBeDesktopEntry(const std::string& path);
 
-/// Launches the entry in the file at the absolute path `path`, handing it `uri` when there is one.
+/// Launches the entry in the file at the absolute path `path`, handing it `uri` when there is one
+/// and `activation` in its environment or in the call over the bus.
 /// An entry that needs a terminal gets the user's own; one that is activated over the session bus
 /// is, and falls back to its command line when the bus knows no such service or cannot start it.
 /// An entry that names no working folder starts in the home folder. Nothing happens for anything
@@ -20,7 +23,8 @@ bool mayBeDesktopEntry(const std::string& path);
 ///
 /// For the launch worker: it blocks on the disk and the bus, and the fallback arrives in the
 /// thread-default main context.
-void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri);
+void launchDesktopEntry(const std::string& path, const std::optional<std::string>& uri,
+                        const Activation& activation);
 
 /// `exec` with every "%k" in it replaced by the quoted `path`, as GLib does for an entry that it
 /// has read from a file itself. "%%" stays.

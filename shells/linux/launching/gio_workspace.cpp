@@ -15,15 +15,15 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-void launchApplication(const std::string& path) {
+void launchApplication(const std::string& path, const Activation& activation) {
     switch (classifyFile(path)) {
     case FileKind::desktopEntry:
-        launchDesktopEntry(path, std::nullopt);
+        launchDesktopEntry(path, std::nullopt, activation);
         return;
     case FileKind::runnable:
     case FileKind::document:
         if (::access(path.c_str(), X_OK) == 0)
-            spawnDetached({path});
+            spawnDetached({path}, activation);
         return;
     case FileKind::folder:
     case FileKind::nothing:
@@ -31,7 +31,7 @@ void launchApplication(const std::string& path) {
     }
 }
 
-void openWithDefaultApplication(const std::string& path) {
+void openWithDefaultApplication(const std::string& path, const Activation& activation) {
     const ObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
     const ObjectPtr<GAppInfo> handler(g_file_query_default_handler(file.get(), nullptr, nullptr));
     if (!handler || !G_IS_DESKTOP_APP_INFO(handler.get()))
@@ -39,20 +39,20 @@ void openWithDefaultApplication(const std::string& path) {
     const char* entry = g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(handler.get()));
     const GlibText uri(g_file_get_uri(file.get()));
     if (entry != nullptr)
-        launchDesktopEntry(entry, uri.get());
+        launchDesktopEntry(entry, uri.get(), activation);
 }
 
-void openByKind(const std::string& path) {
+void openByKind(const std::string& path, const Activation& activation) {
     switch (classifyFile(path)) {
     case FileKind::desktopEntry:
-        launchDesktopEntry(path, std::nullopt);
+        launchDesktopEntry(path, std::nullopt, activation);
         return;
     case FileKind::runnable:
-        openTerminalWindow(StartScript::file, path);
+        openTerminalWindow(StartScript::file, path, activation);
         return;
     case FileKind::folder:
     case FileKind::document:
-        openWithDefaultApplication(path);
+        openWithDefaultApplication(path, activation);
         return;
     case FileKind::nothing:
         return;
@@ -63,12 +63,16 @@ void openByKind(const std::string& path) {
 
 void GioWorkspace::openApplication(std::string_view path) {
     if (isUsablePath(path))
-        worker_.async([file = std::string(path)] { launchApplication(file); });
+        worker_.async([file = std::string(path), activation = activation_()] {
+            launchApplication(file, activation);
+        });
 }
 
 void GioWorkspace::openFile(std::string_view path) {
     if (isUsablePath(path))
-        worker_.async([file = std::string(path)] { openByKind(file); });
+        worker_.async([file = std::string(path), activation = activation_()] {
+            openByKind(file, activation);
+        });
 }
 
 } // namespace kestrel::linux_shell

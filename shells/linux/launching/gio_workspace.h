@@ -2,7 +2,10 @@
 // The Workspace port over GIO and the desktop's own conventions.
 
 #include "platform/workspace.h"
+#include "shells/linux/launching/activation.h"
 #include "shells/linux/launching/launch_worker.h"
+
+#include <utility>
 
 namespace kestrel::linux_shell {
 
@@ -10,7 +13,8 @@ namespace kestrel::linux_shell {
 /// and a relative path has no folder that it could start from.
 class GioWorkspace final : public Workspace {
   public:
-    explicit GioWorkspace(LaunchWorker& worker) : worker_(worker) {}
+    explicit GioWorkspace(LaunchWorker& worker, ActivationSource activation = noActivation)
+        : worker_(worker), activation_(std::move(activation)) {}
 
     /// A desktop entry (*.desktop) is launched as the application it describes; an executable file,
     /// an AppImage included, is started without arguments. Anything else is no application.
@@ -21,6 +25,7 @@ class GioWorkspace final : public Workspace {
 
   private:
     LaunchWorker& worker_;
+    ActivationSource activation_;
 };
 
 } // namespace kestrel::linux_shell

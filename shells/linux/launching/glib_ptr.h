@@ -10,11 +10,13 @@ namespace kestrel::linux_shell {
 
 struct GlibRelease {
     void operator()(char* text) const { g_free(text); }
+    void operator()(char** texts) const { g_strfreev(texts); }
     void operator()(GKeyFile* file) const { g_key_file_unref(file); }
     void operator()(GMainContext* context) const { g_main_context_unref(context); }
 };
 
 using GlibText = std::unique_ptr<char, GlibRelease>;
+using GlibTexts = std::unique_ptr<char*, GlibRelease>;
 using GlibKeyFile = std::unique_ptr<GKeyFile, GlibRelease>;
 using GlibMainContext = std::unique_ptr<GMainContext, GlibRelease>;
 

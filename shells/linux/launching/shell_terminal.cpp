@@ -45,13 +45,15 @@ std::optional<std::string> findTerminalEntry(const std::string& name) {
 
 } // namespace
 
-ShellTerminal::ShellTerminal(LaunchWorker& worker) : worker_(worker) {
+ShellTerminal::ShellTerminal(LaunchWorker& worker, ActivationSource activation)
+    : worker_(worker), activation_(std::move(activation)) {
     worker_.async([] { sweepScratchFolders(scratchBases(), leftoverAge); });
 }
 
 void ShellTerminal::runInNewWindow(std::string_view command) {
-    worker_.async(
-        [text = std::string(command)] { openTerminalWindow(StartScript::command, text); });
+    worker_.async([text = std::string(command), activation = activation_()] {
+        openTerminalWindow(StartScript::command, text, activation);
+    });
 }
 
 std::optional<std::string> ShellTerminal::applicationPath() {

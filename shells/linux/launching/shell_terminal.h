@@ -2,6 +2,7 @@
 // The Terminal port over whatever terminal the user has.
 
 #include "platform/terminal.h"
+#include "shells/linux/launching/activation.h"
 #include "shells/linux/launching/launch_worker.h"
 
 #include <map>
@@ -12,7 +13,7 @@ namespace kestrel::linux_shell {
 class ShellTerminal final : public Terminal {
   public:
     /// Also has the worker remove what windows that never opened have left behind.
-    explicit ShellTerminal(LaunchWorker& worker);
+    explicit ShellTerminal(LaunchWorker& worker, ActivationSource activation = noActivation);
 
     void runInNewWindow(std::string_view command) override;
 
@@ -21,6 +22,7 @@ class ShellTerminal final : public Terminal {
 
   private:
     LaunchWorker& worker_;
+    ActivationSource activation_;
     std::map<std::string, std::string> entryOfTerminal_; ///< by the terminal's name
 };
 

@@ -9,7 +9,7 @@
 
 namespace kestrel::linux_shell {
 
-void openTerminalWindow(StartScript script, std::string_view text) {
+void openTerminalWindow(StartScript script, std::string_view text, const Activation& activation) {
     const auto terminal = chooseTerminal(processSurroundings());
     if (!terminal)
         return;
@@ -30,7 +30,7 @@ void openTerminalWindow(StartScript script, std::string_view text) {
         return;
     std::vector<std::string> arguments = terminal->prefix();
     arguments.push_back(*folder + "/run");
-    if (!spawnDetached(arguments))
+    if (!spawnDetached(arguments, activation))
         removeScratchFolder(*folder);
 }
 

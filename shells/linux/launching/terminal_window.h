@@ -1,6 +1,8 @@
 #pragma once
 // A new window of the user's terminal, running one of the two start scripts in terminal/.
 
+#include "shells/linux/launching/activation.h"
+
 #include <string>
 #include <string_view>
 
@@ -11,8 +13,9 @@ enum class StartScript {
     file,    ///< the text is the absolute path of an executable file, which is run
 };
 
-/// Opens the window in the home folder; afterwards the user's shell stays open in it. Blocks on the
-/// disk, so it belongs on the launch worker. Nothing happens when there is no terminal.
-void openTerminalWindow(StartScript script, std::string_view text);
+/// Opens the window in the home folder; afterwards the user's shell stays open in it. The
+/// activation is the terminal's: the shell does not inherit it. Blocks on the disk, so it belongs
+/// on the launch worker. Nothing happens when there is no terminal.
+void openTerminalWindow(StartScript script, std::string_view text, const Activation& activation);
 
 } // namespace kestrel::linux_shell

@@ -138,6 +138,18 @@ TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {
               QStringLiteral("/NO_DBUSMENU"));
 }
 
+TEST_F(StatusNotifierItemTest, PassesOnThePanelsActivationToken) {
+    startPanel();
+    startItem();
+    ASSERT_TRUE(waitForItems(1));
+    QString provided;
+    QObject::connect(&*item, &StatusNotifierItem::activationTokenProvided, &*item,
+                     [&provided](const QString& token) { provided = token; });
+    call(QStringLiteral("ProvideXdgActivationToken"), {QStringLiteral("token")});
+    EXPECT_EQ(provided, QStringLiteral("token"));
+    EXPECT_TRUE(activations.isEmpty());
+}
+
 TEST_F(StatusNotifierItemTest, OnlyActivateActivates) {
     startPanel();
     startItem();

@@ -1,7 +1,8 @@
 // A terminal without a window: runs what follows its option (-e, -x or --) in a pseudo-terminal,
 // writes what appears there to $HOME/transcript and types what is written to the pipe $HOME/keys.
-// Its own arguments go to $HOME/terminal.arguments; $HOME/terminal.pid gets its process id as one
-// more line.
+// Its own arguments go to $HOME/terminal.arguments, its activation to $HOME/terminal.activation as
+// "token id"; $HOME/terminal.pid gets its process id as one more line. Like some terminals, it
+// hands its whole environment on.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -63,6 +64,10 @@ int main(int count, char** arguments) {
     for (int i = 1; i < count; ++i)
         log << arguments[i] << '\0';
     log.close();
+    const char* token = std::getenv("XDG_ACTIVATION_TOKEN");
+    const char* startupId = std::getenv("DESKTOP_STARTUP_ID");
+    if (token != nullptr && startupId != nullptr)
+        std::ofstream(folder + "/terminal.activation") << token << ' ' << startupId;
     std::ofstream(folder + "/terminal.pid", std::ios::app) << ::getpid() << '\n';
 
     int first = 1;

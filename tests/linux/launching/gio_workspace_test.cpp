@@ -21,13 +21,13 @@ namespace fs = std::filesystem;
 class GioWorkspaceTest : public LaunchingTest {
   protected:
     /// Hands the path over and returns once everything has been started.
-    static void openApplication(std::string_view path) {
+    static void openApplication(std::string_view path, const Activation& activation = {}) {
         LaunchWorker worker;
-        GioWorkspace(worker).openApplication(path);
+        GioWorkspace(worker, [activation] { return activation; }).openApplication(path);
     }
-    static void openFile(std::string_view path) {
+    static void openFile(std::string_view path, const Activation& activation = {}) {
         LaunchWorker worker;
-        GioWorkspace(worker).openFile(path);
+        GioWorkspace(worker, [activation] { return activation; }).openFile(path);
     }
 
     /// Starts the recorder under the name "last" and checks that nothing else was started before.
@@ -90,6 +90,69 @@ TEST_F(GioWorkspaceTest, ADesktopEntryStartsCleanly) {
     const LaunchRecord record = waitForRecord();
     EXPECT_EQ(record.arguments, std::vector<std::string>{recorder()});
     expectCleanStart(record, home());
+}
+
+/// "token id", as the recorder has found them in its environment.
+std::string activationOf(const LaunchRecord& record) {
+    std::string found;
+    for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+        const auto field = record.fields.find(name);
+        found += (found.empty() ? "" : " ") + (field == record.fields.end() ? "-" : field->second);
+    }
+    return found;
+}
+
+TEST_F(GioWorkspaceTest, WhatIsStartedHasTheActivation) {
+    writeFile(files() / "a.txt", "text");
+    const Activation activation{.token = "token", .startupId = "id"};
+    const std::string exec = "Exec=" + recorder() + "\n";
+    for (const std::string& application :
+         {recorder(), makeEntry("plain.desktop", exec),
+          makeEntry("quiet.desktop", exec + "StartupNotify=false\n"),
+          makeEntry("noname.desktop", exec + "DBusActivatable=true\n")}) {
+        SCOPED_TRACE(application);
+        openApplication(application, activation);
+        EXPECT_EQ(activationOf(waitForRecord()), "token id");
+        forgetRecords();
+    }
+    openFile((files() / "a.txt").string(), activation);
+    EXPECT_EQ(activationOf(waitForRecord()), "token id");
+}
+
+TEST_F(GioWorkspaceTest, WithoutAnActivationNoneIsMadeUp) {
+    openApplication(recorder());
+    EXPECT_EQ(activationOf(waitForRecord()), "- -");
+    forgetRecords();
+    openApplication(makeEntry("plain.desktop", "Exec=" + recorder() + "\n"),
+                    {.token = {}, .startupId = "id"});
+    EXPECT_EQ(activationOf(waitForRecord()), "- id");
+}
+
+TEST_F(GioWorkspaceTest, TheActivationIsTheTerminalsAndNotThatOfWhatRunsInIt) {
+    installTerminal("xterm");
+    const Activation activation{.token = "token", .startupId = "id"};
+    openApplication(makeEntry("window.desktop", "Terminal=true\nExec=" + recorder() + "\n"),
+                    activation);
+    EXPECT_EQ(activationOf(waitForRecord()), "- -");
+    EXPECT_EQ(readFile(home() / "terminal.activation"), "token id");
+    forgetRecords();
+    writeFile(files() / "file.sh", recorder() + "\n", 0755);
+    openFile((files() / "file.sh").string(), activation);
+    EXPECT_EQ(activationOf(waitForRecord()), "- -");
+}
+
+TEST_F(GioWorkspaceTest, APathThatCannotNameAFileTakesNoActivation) {
+    LaunchWorker worker;
+    int taken = 0;
+    GioWorkspace workspace(worker, [&taken] {
+        ++taken;
+        return Activation{};
+    });
+    workspace.openApplication("relative");
+    workspace.openFile("~/file");
+    EXPECT_EQ(taken, 0);
+    workspace.openApplication("/missing");
+    EXPECT_EQ(taken, 1);
 }
 
 TEST_F(GioWorkspaceTest, ChildrenAreNotOurs) {

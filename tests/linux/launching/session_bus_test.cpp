@@ -42,10 +42,10 @@ class RunningApplication {
     RunningApplication(const RunningApplication&) = delete;
     RunningApplication& operator=(const RunningApplication&) = delete;
 
-    std::vector<std::string> waitForCalls() {
-        waitUntil([this] {
+    std::vector<std::string> waitForCalls(std::size_t count = 1) {
+        waitUntil([this, count] {
             g_main_context_iteration(nullptr, FALSE);
-            return !calls_.empty();
+            return calls_.size() >= count;
         });
         return calls_;
     }
@@ -94,7 +94,9 @@ class SessionBusTest : public LaunchingTest {
         ::setenv("DBUS_SESSION_BUS_ADDRESS", g_test_dbus_get_bus_address(bus), 1);
     }
 
-    void openApplication(const std::string& path) { GioWorkspace(*worker).openApplication(path); }
+    void openApplication(const std::string& path, const Activation& activation = {}) {
+        GioWorkspace(*worker, [activation] { return activation; }).openApplication(path);
+    }
 
     static inline TemporaryFolder* services = nullptr;
     /// Never released: that would wait for half a minute for an answer which a test leaves out.
@@ -116,10 +118,31 @@ TEST_F(SessionBusTest, ARunningApplicationOpensADocument) {
                                    "/org/example/Editor");
     const std::string entry = makeEntry("org.example.Editor.desktop",
                                         "DBusActivatable=true\nExec=" + recorder() + " %u\n");
-    worker->async([entry] { launchDesktopEntry(entry, "file:///tmp/a%20b"); });
+    worker->async([entry] { launchDesktopEntry(entry, "file:///tmp/a%20b", {}); });
     EXPECT_EQ(application.waitForCalls(),
               std::vector<std::string>{"Open(['file:///tmp/a%20b'], {})"});
     EXPECT_TRUE(records().empty());
+}
+
+TEST_F(SessionBusTest, ARunningApplicationIsToldTheActivation) {
+    RunningApplication application(g_test_dbus_get_bus_address(bus), "org.example.Told",
+                                   "/org/example/Told");
+    const std::string entry =
+        makeEntry("org.example.Told.desktop", "DBusActivatable=true\nExec=" + recorder() + "\n");
+    openApplication(entry, {.token = "token", .startupId = "id"});
+    const std::string data = "{'activation-token': <'token'>, 'desktop-startup-id': <'id'>}";
+    EXPECT_EQ(application.waitForCalls(), std::vector<std::string>{"Activate(" + data + ",)"});
+    worker->async([entry] { launchDesktopEntry(entry, "file:///a", {"token", "id"}); });
+    EXPECT_EQ(application.waitForCalls(2).back(), "Open(['file:///a'], " + data + ")");
+}
+
+TEST_F(SessionBusTest, TheFallbackHasTheActivationThatNobodyReceived) {
+    openApplication(
+        makeEntry("org.example.Missing.desktop", "DBusActivatable=true\nExec=" + recorder() + "\n"),
+        {.token = "token", .startupId = "id"});
+    const LaunchRecord record = waitForRecord();
+    EXPECT_EQ(record.fields.at("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_EQ(record.fields.at("DESKTOP_STARTUP_ID"), "id");
 }
 
 TEST_F(SessionBusTest, AMissingServiceFallsBackToTheCommandLine) {

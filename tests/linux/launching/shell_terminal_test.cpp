@@ -20,7 +20,9 @@ class ShellTerminalTest : public LaunchingTest {
   protected:
     static void run(std::string_view command) {
         LaunchWorker worker;
-        ShellTerminal(worker).runInNewWindow(command);
+        ShellTerminal(worker, [] {
+            return Activation{.token = "token", .startupId = "id"};
+        }).runInNewWindow(command);
     }
 
     testing::AssertionResult homeFileBecomes(const std::string& name, const std::string& expected) {
@@ -154,6 +156,10 @@ TEST_P(TypedCommandTest, NothingOfOursStaysInTheEnvironment) {
     ASSERT_TRUE(homeFileBecomes("out", "done\n"));
     EXPECT_EQ(readFile(home() / "env").find("KESTREL"), std::string::npos);
     EXPECT_EQ(readFile(home() / "env").find("ZDOTDIR"), std::string::npos);
+    // The activation was the terminal's.
+    EXPECT_EQ(readFile(home() / "terminal.activation"), "token id");
+    EXPECT_EQ(readFile(home() / "env").find("XDG_ACTIVATION_TOKEN"), std::string::npos);
+    EXPECT_EQ(readFile(home() / "env").find("DESKTOP_STARTUP_ID"), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shells, TypedCommandTest,

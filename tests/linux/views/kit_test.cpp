@@ -1,6 +1,8 @@
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/actions_menu.h"
 #include "shells/linux/views/kit/badge.h"
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -181,6 +183,53 @@ TEST(RoundedFieldTest, ShowingAnotherTextReportsNoEdit) {
     EXPECT_EQ(field.text(), QStringLiteral("abc"));
     EXPECT_EQ(field.cursorPosition(), 0);
     EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST(RoundedFieldTest, FollowsThePaletteThatChangesUnderIt) {
+    RoundedField field(style::body, QStringLiteral("hint"), QStringLiteral("Title"));
+    field.ensurePolished();
+    const QPalette dark = paletteFor(ColorScheme::dark, Contrast::normal);
+    QApplication::setPalette(dark);
+    QApplication::processEvents();
+    EXPECT_EQ(field.palette().color(QPalette::Text), dark.color(QPalette::Text));
+    EXPECT_EQ(field.palette().color(QPalette::Base), QColor(Qt::transparent));
+    EXPECT_EQ(field.palette().color(QPalette::PlaceholderText), placeholderColor(dark));
+    QApplication::setPalette(QPalette());
+    QApplication::processEvents();
+    EXPECT_EQ(field.palette().color(QPalette::Text), QApplication::palette().color(QPalette::Text));
+}
+
+TEST(RoundedFieldTest, PlaceholderCanBeReadEvenWhereThePaletteHasNone) {
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+    dark.setColor(QPalette::Text, QColor(0xFC, 0xFC, 0xFC));
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    QApplication::setPalette(dark);
+    const RoundedField field(style::body, QStringLiteral("hint"), QStringLiteral("Title"));
+    const QColor hint = field.palette().color(QPalette::PlaceholderText);
+    const QColor ground = dark.color(QPalette::Base);
+    EXPECT_GE(contrastRatio(mixed(ground, QColor(hint.rgb()), hint.alphaF()), ground), 4.5);
+    QApplication::setPalette(QPalette());
+}
+
+TEST(HighContrastTest, TextsAndLinesAreStrongAndGroundsLeaveTheirTextReadable) {
+    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+        const QPalette palette = paletteFor(scheme, Contrast::high);
+        const QColor window = palette.color(QPalette::Window);
+        const QColor text = palette.color(QPalette::WindowText);
+        const auto shown = [&](const QColor& faded) { return mixed(window, text, faded.alphaF()); };
+        for (const auto level : {style::ColorLevel::secondary, style::ColorLevel::tertiary}) {
+            EXPECT_GE(contrastRatio(shown(colorFor(level, palette)), window), 7);
+        }
+        EXPECT_GE(contrastRatio(shown(colorFor(style::ColorLevel::tertiaryLabel, palette)), window),
+                  4.5);
+        EXPECT_GE(contrastRatio(shown(separatorColor(palette)), window), 3);
+        EXPECT_GE(contrastRatio(shown(outlineColor(palette, 0.06)), window), 3);
+        EXPECT_GE(contrastRatio(shown(washColor(palette, 0.1)), text), 7);
+        const QColor badge = shown(colorFor(style::ColorLevel::quaternary, palette));
+        EXPECT_GE(contrastRatio(shown(colorFor(style::ColorLevel::secondary, palette)), badge),
+                  4.5);
+    }
 }
 
 TEST(BadgeTest, PadsItsTextByFiveAndTwo) {

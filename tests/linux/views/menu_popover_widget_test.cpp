@@ -1,5 +1,6 @@
 #include "shells/linux/views/menu_popover_widget.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <gmock/gmock.h>
@@ -45,6 +46,24 @@ class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
         turnEventLoop();
     }
 };
+
+TEST_F(MenuPopoverWidgetTest, PaletteThatChangesUnderItLeavesNothingOfTheOldOne) {
+    LauncherItem pathless = first; // a symbol stands for it
+    pathless.path.reset();
+    manager.items.assign({pathless, second});
+    turnEventLoop();
+    show();
+    const QImage light = widget->grab().toImage();
+    QApplication::setPalette(paletteFor(ColorScheme::dark, Contrast::normal));
+    turnEventLoop();
+    const QImage changed = widget->grab().toImage();
+    show();
+    EXPECT_EQ(changed, widget->grab().toImage());
+    EXPECT_NE(changed, light);
+    QApplication::setPalette(QPalette());
+    turnEventLoop();
+    EXPECT_EQ(widget->grab().toImage(), light);
+}
 
 TEST_F(MenuPopoverWidgetTest, TheListHasTheKeysAndTabGoesOnToTheFooter) {
     show();

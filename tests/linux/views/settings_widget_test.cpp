@@ -1,5 +1,6 @@
 #include "shells/linux/views/settings_widget.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/toolbar_button.h"
 #include "tests/linux/views/widget_fixture.h"
@@ -43,6 +44,25 @@ TEST_F(SettingsWidgetTest, ToolbarButtonsShowTheirLabelAsTooltipAndName) {
     }
     EXPECT_EQ(labels, QStringList({QStringLiteral("Add"), QStringLiteral("Edit"),
                                    QStringLiteral("Delete")}));
+}
+
+TEST_F(SettingsWidgetTest, PaletteThatChangesUnderItLeavesNothingOfTheOldOne) {
+    LauncherItem pathless = first; // a symbol stands for it
+    pathless.path.reset();
+    manager.items.assign({pathless, second});
+    turnEventLoop();
+    const QImage light = widget->grab().toImage();
+    for (const auto contrast : {Contrast::normal, Contrast::high}) {
+        QApplication::setPalette(paletteFor(ColorScheme::dark, contrast));
+        turnEventLoop();
+        const QImage changed = widget->grab().toImage();
+        show();
+        EXPECT_EQ(changed, widget->grab().toImage());
+        EXPECT_NE(changed, light);
+    }
+    QApplication::setPalette(QPalette());
+    turnEventLoop();
+    EXPECT_EQ(widget->grab().toImage(), light);
 }
 
 TEST_F(SettingsWidgetTest, EditAndDeleteAreDisabledUntilARowIsCommitted) {

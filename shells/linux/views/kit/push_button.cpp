@@ -60,7 +60,7 @@ void PushButton::paintEvent(QPaintEvent* /*event*/) {
     fillRounded(painter, rect(), controlRadius, fill());
     if (look_ == Look::bordered || !isEnabled()) {
         strokeRounded(painter, rect(), controlRadius,
-                      washColor(palette(), isEnabled() ? 0.2 : 0.1));
+                      outlineColor(palette(), isEnabled() ? 0.2 : 0.1));
     }
     if (showsFocus()) {
         // On the accent colour the ring stands off the edge to be seen.

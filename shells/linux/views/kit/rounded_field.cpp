@@ -26,7 +26,7 @@ RoundedField::RoundedField(const style::Font& font, const QString& placeholder, 
     setAttribute(Qt::WA_Hover);
     setFont(fontFor(font));
     setMaxLength(std::numeric_limits<int>::max()); // a shown text is never cut
-    clearGround();
+    setOwnColors();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& changed) {
         if (!isShowing_) {
             Q_EMIT edited(changed);
@@ -55,12 +55,16 @@ QSize RoundedField::sizeHint() const { return {160, controlHeight}; }
 
 QSize RoundedField::minimumSizeHint() const { return {80, controlHeight}; }
 
-// The style would fill the whole rectangle, corners included, with the palette's base colour.
-void RoundedField::clearGround() {
-    QPalette colors = palette();
-    if (colors.color(QPalette::Base) != Qt::transparent) {
-        colors.setColor(QPalette::Base, Qt::transparent);
-        setPalette(colors);
+// The style would fill the whole rectangle, corners included, with the palette's base colour. And
+// some platform themes have no colour for placeholders. Only these two are the field's own: all
+// others go on following the application's.
+void RoundedField::setOwnColors() {
+    QPalette own;
+    own.setColor(QPalette::Base, Qt::transparent);
+    own.setColor(QPalette::PlaceholderText, placeholderColor(QApplication::palette(this)));
+    if (own.color(QPalette::PlaceholderText) != palette().color(QPalette::PlaceholderText) ||
+        palette().color(QPalette::Base) != Qt::transparent) {
+        setPalette(own);
     }
 }
 
@@ -71,7 +75,8 @@ void RoundedField::paintEvent(QPaintEvent* event) {
     if (hasFocus()) {
         drawFocusRing(painter, rect(), controlRadius, colors);
     } else {
-        strokeRounded(painter, rect(), controlRadius, washColor(colors, underMouse() ? 0.3 : 0.2));
+        strokeRounded(painter, rect(), controlRadius,
+                      outlineColor(colors, underMouse() ? 0.3 : 0.2));
     }
     painter.end();
     QLineEdit::paintEvent(event);
@@ -80,7 +85,7 @@ void RoundedField::paintEvent(QPaintEvent* event) {
 void RoundedField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
-        clearGround();
+        setOwnColors();
     } else if (event->type() == QEvent::ApplicationFontChange) {
         setFont(fontFor(font_));
     }

@@ -35,7 +35,7 @@ class RoundedField : public QLineEdit {
     void changeEvent(QEvent* event) override;
 
   private:
-    void clearGround();
+    void setOwnColors();
 
     style::Font font_;
     bool isShowing_ = false;

@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/segmented_control.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/control_button.h"
 #include "shells/linux/views/kit/painting.h"
@@ -64,7 +65,9 @@ class Segment : public ControlButton {
         const QColor thumb = isDark(palette()) ? mixed(ground, text, 0.27) : QColor(Qt::white);
         fillRounded(painter, QRectF(rect()).translated(0, 0.75), radius, QColor(0, 0, 0, 40));
         fillRounded(painter, rect(), radius, thumb);
-        strokeRounded(painter, rect(), radius, QColor(0, 0, 0, isDark(palette()) ? 60 : 28));
+        strokeRounded(painter, rect(), radius,
+                      isHighContrast(palette()) ? text
+                                                : QColor(0, 0, 0, isDark(palette()) ? 60 : 28));
     }
 };
 
@@ -111,7 +114,7 @@ void SegmentedControl::setCurrentIndex(int index) {
 void SegmentedControl::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     fillRounded(painter, rect(), controlRadius, washColor(palette(), 0.08));
-    strokeRounded(painter, rect(), controlRadius, washColor(palette(), 0.06));
+    strokeRounded(painter, rect(), controlRadius, outlineColor(palette(), 0.06));
     // A line stands between two segments of which neither is the chosen one.
     for (std::size_t index = 1; index < segments_.size(); ++index) {
         if (!segments_[index - 1]->isChecked() && !segments_[index]->isChecked()) {

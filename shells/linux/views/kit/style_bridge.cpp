@@ -1,8 +1,11 @@
 #include "shells/linux/views/kit/style_bridge.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -16,6 +19,12 @@ constexpr float tertiaryOpacity = 0.42F;
 constexpr float quaternaryOpacity = 0.11F;
 constexpr float disabledLabelOpacity = 0.3F;
 constexpr float separatorOpacity = 0.14F;
+
+constexpr float placeholderOpacity = 0.62F;
+
+// Under high contrast the faint is only half as faint, and what lies under a text is seen.
+constexpr float leastHighContrastOpacity = 0.5F;
+constexpr float highContrastWash = 2;
 
 // Reds that keep a contrast of 4.5 to 1 against light and dark menus.
 constexpr QRgb redOnLight = 0xFFC01C28;
@@ -41,6 +50,18 @@ QColor faded(const QPalette& palette, float opacity) {
     return color;
 }
 
+/// For texts and lines.
+QColor fadedLine(const QPalette& palette, float opacity) {
+    const float least = isHighContrast(palette) ? leastHighContrastOpacity : 0;
+    return faded(palette, least + (1 - least) * opacity);
+}
+
+/// For grounds.
+QColor fadedGround(const QPalette& palette, float opacity) {
+    return faded(palette,
+                 isHighContrast(palette) ? std::min(1.0F, highContrastWash * opacity) : opacity);
+}
+
 } // namespace
 
 QFont fontFor(const style::Font& font) {
@@ -57,13 +78,13 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
     case style::ColorLevel::primary:
         return palette.color(QPalette::Active, QPalette::WindowText);
     case style::ColorLevel::secondary:
-        return faded(palette, secondaryOpacity);
+        return fadedLine(palette, secondaryOpacity);
     case style::ColorLevel::tertiary:
-        return faded(palette, tertiaryOpacity);
+        return fadedLine(palette, tertiaryOpacity);
     case style::ColorLevel::quaternary:
-        return faded(palette, quaternaryOpacity);
+        return fadedGround(palette, quaternaryOpacity);
     case style::ColorLevel::tertiaryLabel:
-        return faded(palette, disabledLabelOpacity);
+        return fadedLine(palette, disabledLabelOpacity);
     case style::ColorLevel::windowBackground:
         return palette.color(QPalette::Active, QPalette::Window);
     case style::ColorLevel::accent:
@@ -74,10 +95,20 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
     return QColor::fromRgb(isDark(palette) ? redOnDark : redOnLight);
 }
 
-QColor separatorColor(const QPalette& palette) { return faded(palette, separatorOpacity); }
+QColor separatorColor(const QPalette& palette) { return fadedLine(palette, separatorOpacity); }
 
 QColor washColor(const QPalette& palette, double opacity) {
-    return faded(palette, static_cast<float>(opacity));
+    return fadedGround(palette, static_cast<float>(opacity));
+}
+
+QColor outlineColor(const QPalette& palette, double opacity) {
+    return fadedLine(palette, static_cast<float>(opacity));
+}
+
+QColor placeholderColor(const QPalette& palette) {
+    QColor color = palette.color(QPalette::Active, QPalette::Text);
+    color.setAlphaF(color.alphaF() * placeholderOpacity);
+    return color;
 }
 
 bool isDark(const QPalette& palette) {

@@ -28,6 +28,12 @@ QColor separatorColor(const QPalette& palette);
 /// The primary colour, `opacity` from 0 to 1: hover and press washes.
 QColor washColor(const QPalette& palette, double opacity);
 
+/// The same for the outlines of controls, which high contrast makes plain to see.
+QColor outlineColor(const QPalette& palette, double opacity);
+
+/// A text that stands in a field until there is one, on the colour of fields.
+QColor placeholderColor(const QPalette& palette);
+
 bool isDark(const QPalette& palette);
 
 /// A localizable text in the user's language, a verbatim one as it stands.

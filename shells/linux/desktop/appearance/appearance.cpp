@@ -1,0 +1,77 @@
+#include "shells/linux/desktop/appearance/appearance.h"
+
+#include "shells/linux/desktop/appearance/gio_look.h"
+#include "shells/linux/desktop/appearance/kde_colors.h"
+#include "shells/linux/desktop/appearance/palettes.h"
+#include "shells/linux/desktop/appearance/settings_portal.h"
+#include "shells/linux/desktop/appearance/user_style.h"
+#include "shells/linux/desktop/appearance/xsettings_look.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+Appearance::Appearance(const QDBusConnection& bus) : isUsersOwn_(isUsersOwn(styleSettings())) {
+    add(std::make_unique<SettingsPortal>(bus));
+    addThoseOfTheDesktop(bus);
+    update();
+}
+
+Appearance::~Appearance() = default;
+
+void Appearance::add(std::unique_ptr<LookSource> source) {
+    connect(source.get(), &LookSource::changed, this, &Appearance::update);
+    sources_.push_back(std::move(source));
+}
+
+void Appearance::addThoseOfTheDesktop(const QDBusConnection& bus) {
+    if (isDesktop("KDE")) {
+        auto colors = std::make_unique<KdeColors>(bus);
+        kdeColors_ = colors.get();
+        add(std::move(colors));
+        return;
+    }
+    if (isDesktop("X-Cinnamon") || isDesktop("Cinnamon")) {
+        add(std::make_unique<GioLook>(GioLook::Desktop::cinnamon));
+    } else if (!isDesktop("XFCE") && !isDesktop("MATE") && !isDesktop("LXDE")) {
+        add(std::make_unique<GioLook>(GioLook::Desktop::gnome));
+    }
+    add(std::make_unique<XSettingsLook>());
+}
+
+void Appearance::update() {
+    DesktopLook look;
+    for (const auto& source : sources_) {
+        look = merged(look, source->look());
+    }
+    const bool isOther = look.scheme != look_.scheme;
+    look_ = look;
+    if (!isUsersOwn_) {
+        apply(wantedPalette());
+    }
+    if (isOther) {
+        Q_EMIT colorSchemeChanged();
+    }
+}
+
+// Plasma's colours come before a scheme's: the user may have chosen each of them.
+std::optional<QPalette> Appearance::wantedPalette() const {
+    if (kdeColors_ != nullptr && kdeColors_->palette()) {
+        return kdeColors_->palette();
+    }
+    if (!look_.scheme && look_.contrast == Contrast::normal) {
+        return std::nullopt;
+    }
+    return paletteFor(look_.scheme.value_or(ColorScheme::light), look_.contrast);
+}
+
+void Appearance::apply(const std::optional<QPalette>& palette) {
+    if (palette != applied_) {
+        applied_ = palette;
+        QApplication::setPalette(palette.value_or(QPalette()));
+    }
+}
+
+} // namespace kestrel::linux_shell
