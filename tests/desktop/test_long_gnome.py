@@ -107,6 +107,8 @@ class GnomeTest(ShellRounds):
         self.wait_until(lambda: self.ground() > 180, "a light popover")
         self.desktop.set_setting("org.gnome.desktop.interface", "color-scheme", "prefer-dark")
         self.wait_until(lambda: self.ground() < 90, "a dark popover")
+        self.desktop.key("Escape")
+        self.assert_stays_closed()
         self.restart()
         self.assert_opens()
         self.wait_until(lambda: self.ground() < 90, "a dark popover")
