@@ -1,5 +1,6 @@
 #include "shells/linux/shell.h"
 
+#include "shells/linux/desktop/startup_notification.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/views/kit/row_list.h"
@@ -21,8 +22,8 @@ namespace {
 // What the core stores the list under; the cloud folder is watched for it.
 constexpr const char* listKey = "launcherItems";
 
-// A panel that starts with the session may need this long. When none has shown the icon by then, the
-// popover shows that the program runs.
+// A panel that starts with the session may need this long. When none has shown the icon by then,
+// the popover shows that the program runs.
 constexpr std::chrono::seconds panelPatience{4};
 
 // The session has enough to do while it starts.
@@ -77,13 +78,17 @@ Shell::Shell(QApplication& application)
 
 int Shell::run(const Startup& startup) {
     applicationDidFinishLaunching();
+    completeStartup(startup.id.toStdString());
     if (startup.isByHand()) {
         showWithoutPanel();
     }
     return QApplication::exec();
 }
 
-void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
+void Shell::reopen(const QString& startupId) {
+    completeStartup(startupId.toStdString());
+    delegate_.applicationShouldHandleReopen();
+}
 
 // In a later turn of the event loop: the list is there by then.
 void Shell::showWithoutPanel() {
@@ -104,6 +109,9 @@ void Shell::applicationDidFinishLaunching() {
     QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
                      &ActivationTokens::provide);
     activationTokens_.setWindow(viewHosts_.popover());
+    const auto follow = [this, item] { item->setColorScheme(appearance_.colorScheme()); };
+    QObject::connect(&appearance_, &Appearance::colorSchemeChanged, item, follow);
+    follow();
     QTimer::singleShot(panelPatience, item, [this, item] {
         if (!item->hasBeenShown()) {
             showOnce();
@@ -113,7 +121,7 @@ void Shell::applicationDidFinishLaunching() {
 
 void Shell::showOnce() {
     if (!std::exchange(hasShownItself_, true)) {
-        reopen();
+        delegate_.applicationShouldHandleReopen();
     }
 }
 

@@ -25,7 +25,7 @@ class ActiveWindowWatch final : private QAbstractNativeEventFilter {
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
     std::function<void()> changed_;
-    QObject context_; ///< of what is still to be told
+    QObject context_;            ///< of what is still to be told
     std::uint32_t property_ = 0; ///< while it is started
 };
 

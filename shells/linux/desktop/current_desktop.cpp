@@ -6,7 +6,9 @@
 namespace kestrel::linux_shell {
 
 bool currentDesktopIs(QStringView name) {
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')).contains(name);
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP")
+        .split(QLatin1Char(':'))
+        .contains(name, Qt::CaseInsensitive);
 }
 
 } // namespace kestrel::linux_shell

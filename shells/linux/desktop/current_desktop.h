@@ -5,7 +5,8 @@
 
 namespace kestrel::linux_shell {
 
-/// True when XDG_CURRENT_DESKTOP has `name` among its names: "GNOME" is one of Ubuntu's too.
+/// True when XDG_CURRENT_DESKTOP has `name` among its names, in whatever case: "GNOME" is one of
+/// Ubuntu's too.
 bool currentDesktopIs(QStringView name);
 
 } // namespace kestrel::linux_shell

@@ -17,12 +17,12 @@ struct KWinOutput {
     double scale = 1;
 };
 
-/// The outputs that the compositor's report of itself lists, in its order; none of a text that is no
-/// such report.
+/// The outputs that the compositor's report of itself lists, in its order; none of a text that is
+/// no such report.
 QList<KWinOutput> kwinOutputs(const QString& supportInformation);
 
-/// A place in pixels of the outputs, in the units of the session times `scale`; nothing when it is on
-/// none of them.
+/// A place in pixels of the outputs, in the units of the session times `scale`; nothing when it is
+/// on none of them.
 std::optional<QPoint> placeOnOutputs(QPoint place, const QList<KWinOutput>& outputs, double scale);
 
 /// Main thread only.

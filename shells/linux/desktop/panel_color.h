@@ -1,5 +1,6 @@
 #pragma once
-// The colour in which a template icon can be read on the desktop's panels, found by looking at them.
+// The colour in which a template icon can be read on the desktop's panels, found by looking at
+// them.
 
 #include <QColor>
 #include <QList>

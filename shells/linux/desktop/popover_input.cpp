@@ -20,7 +20,8 @@ constexpr auto popup = Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWin
 /// On X11: a popup, which no window manager touches, with a grab of pointer and keyboard. A panel
 /// that reports the press of a button holds the pointer until its release, and a shell holds both
 /// while it shows something of its own: the toolkit does not notice that its grab was refused, and
-/// without one neither a key nor a click elsewhere is ever seen. So it is tried until it is granted.
+/// without one neither a key nor a click elsewhere is ever seen. So it is tried until it is
+/// granted.
 class GrabbedInput : public PopoverInput {
   public:
     explicit GrabbedInput(QWidget& popover) : popover_(popover) {
@@ -75,13 +76,16 @@ class ShieldedInput final : public GrabbedInput {
 
 /// In a Wayland session whose compositor manages X11 windows like its own: it gives the keyboard to
 /// none but a window that it manages and that asked for it, and it tells such a window when
-/// another window gets it. What takes no focus, a panel or the bare desktop, is seen by a window over
-/// everything, with a hole where the popover is; what is over everything, by the pointer's leaving
-/// both.
+/// another window gets it. What takes no focus, a panel or the bare desktop, is seen by a window
+/// over everything, with a hole where the popover is; what is over everything, by the pointer's
+/// leaving both.
 class ActivatedInput final : public PopoverInput {
   public:
     ActivatedInput(QWidget& popover, std::function<void()> close)
-        : popover_(popover), close_(std::move(close)), shield_(close_), presence_(close_),
+        : popover_(popover),
+          close_(std::move(close)),
+          shield_(close_),
+          presence_(close_),
           watch_([this] { look(); }) {
         presence_.watch(popover_);
         presence_.watch(shield_);

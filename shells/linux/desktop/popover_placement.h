@@ -22,9 +22,9 @@ ScreenArea withoutBarsAround(QPoint pointer, const ScreenArea& screen);
 /// The strips along the edges of the screen that are not available.
 QList<QRect> keptFree(const ScreenArea& screen);
 
-/// What an icon takes up that was clicked at `pointer`, on a panel or in something that the panel has
-/// folded out: there, or at the same height or width of the nearest panel. As `iconAround` where the
-/// screen has no panel that is told of.
+/// What an icon takes up that was clicked at `pointer`, on a panel or in something that the panel
+/// has folded out: there, or at the same height or width of the nearest panel. As `iconAround`
+/// where the screen has no panel that is told of.
 QRect iconOnPanel(QPoint pointer, const ScreenArea& screen);
 
 /// What an icon under `pointer` takes up, as far as that can be told: the pointer alone inside a
@@ -35,9 +35,9 @@ QRect iconAround(QPoint pointer, const ScreenArea& screen);
 /// centred on it and moved to stay inside the available area.
 QRect placedAtIcon(const QRect& icon, QSize size, const ScreenArea& screen);
 
-/// The popover where panels show their icons: at the end of the panel along the top, bottom, left or
-/// right, whichever comes first in this order; in the top corner without one. `direction` is that of
-/// the desktop's language: the end is on the left in those that are written from the right.
+/// The popover where panels show their icons: at the end of the panel along the top, bottom, left
+/// or right, whichever comes first in this order; in the top corner without one. `direction` is
+/// that of the desktop's language: the end is on the left in those that are written from the right.
 QRect placedAtPanelEnd(QSize size, const ScreenArea& screen, Qt::LayoutDirection direction);
 
 } // namespace kestrel::linux_shell

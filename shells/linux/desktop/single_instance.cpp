@@ -18,7 +18,9 @@ constexpr int longestAnswer = 3000; // milliseconds
 } // namespace
 
 SingleInstance::SingleInstance(const QDBusConnection& bus, const Startup& startup)
-    : bus_(bus), startup_(startup), isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
+    : bus_(bus),
+      startup_(startup),
+      isStartedByBus_(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE")) {
     new ApplicationAdaptor(*this);
     // They speak of this process and must not reach those that it launches.
     qunsetenv("DBUS_STARTER_BUS_TYPE");
@@ -32,11 +34,11 @@ SingleInstance::~SingleInstance() {
     }
 }
 
-void SingleInstance::activate() {
+void SingleInstance::activate(const QVariantMap& platformData) {
     if (std::exchange(isStartedByBus_, false)) {
         Q_EMIT startedByHand();
     } else {
-        Q_EMIT activated();
+        Q_EMIT activated(platformData.value(QStringLiteral("desktop-startup-id")).toString());
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
-// What whoever has started this process said of its start: a launcher of the desktop hands over what
-// lets the new program's window come to the front. So such a start is a user's own doing, unlike one
-// with the session.
+// What whoever has started this process said of its start: a launcher of the desktop hands over
+// what lets the new program's window come to the front. So such a start is a user's own doing,
+// unlike one with the session.
 
 #include <QString>
 #include <QVariantMap>

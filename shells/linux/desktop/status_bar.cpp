@@ -2,6 +2,7 @@
 
 #include "shells/linux/desktop/current_desktop.h"
 #include "shells/linux/desktop/panel_color.h"
+#include "shells/linux/desktop/template_icon.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -16,7 +17,7 @@ namespace {
 
 const QString themeName = QStringLiteral("app.kestrel.Kestrel-symbolic");
 
-// Readable on a light panel and on a dark one, for panels that cannot be looked at.
+// Readable on a light panel and on a dark one.
 constexpr QColor neutral(0x8C, 0x8C, 0x8C);
 
 /// True on the desktops whose panels paint symbolic icons in their own colours. Others take the
@@ -104,6 +105,13 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     // Where it comes first, it need not wait until a panel has told of itself.
     notifier_.setOffered(first_ == Protocol::notifier);
     choosePanel();
+}
+
+void LinuxStatusItem::setColorScheme(std::optional<ColorScheme> scheme) {
+    if (scheme != scheme_) {
+        scheme_ = scheme;
+        updateIcon();
+    }
 }
 
 bool LinuxStatusItem::isWithoutPanel() const {
@@ -248,11 +256,24 @@ void LinuxStatusItem::updateIcon() {
     }
     const bool isThemed =
         images_.isTemplate() && panelTintsThemedIcons() && QIcon::hasThemeIcon(themeName);
-    notifier_.setIcon(images_.drawn(panelColor_.value_or(neutral)),
-                      isThemed ? themeName : QString());
+    notifier_.setIcon(images_.drawn(notifierColor()), isThemed ? themeName : QString());
     if (xembed_ != nullptr) {
         xembed_->setIcon(xembedIcon());
     }
+}
+
+// The bar of GNOME's shell is dark whatever programs are to be.
+QColor LinuxStatusItem::notifierColor() const {
+    if (panelColor_) {
+        return *panelColor_;
+    }
+    if (currentDesktopIs(u"GNOME")) {
+        return colorOnDark;
+    }
+    if (scheme_) {
+        return *scheme_ == ColorScheme::dark ? colorOnDark : colorOnLight;
+    }
+    return neutral;
 }
 
 QIcon LinuxStatusItem::xembedIcon() const {

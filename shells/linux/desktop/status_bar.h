@@ -4,6 +4,7 @@
 
 #include "platform/status_bar.h"
 #include "shells/linux/desktop/anchored_button.h"
+#include "shells/linux/desktop/appearance/desktop_look.h"
 #include "shells/linux/desktop/kwin_outputs.h"
 #include "shells/linux/desktop/status_icon_images.h"
 #include "shells/linux/desktop/status_notifier_item.h"
@@ -58,6 +59,9 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     /// True once a panel has shown the icon; it may be restarting.
     bool hasBeenShown() const { return hasBeenShown_; }
 
+    /// What the desktop wants of programs: many panels that cannot be looked at follow it too.
+    void setColorScheme(std::optional<ColorScheme> scheme);
+
     /// True while there is certainly no panel that could show the icon.
     bool isWithoutPanel() const;
 
@@ -91,6 +95,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
 
     void sampleBackground();
     void updateIcon();
+    QColor notifierColor() const;
     QIcon xembedIcon() const;
 
     StatusIconImages images_;
@@ -100,13 +105,14 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     std::unique_ptr<KWinOutputs> outputs_; ///< null where places need no translation
     std::unique_ptr<XEmbedIcon> xembed_;
     Protocol protocol_ = Protocol::none;
-    Protocol first_;           ///< which of two that are offered is taken
-    bool isTrayDeaf_ = false;  ///< the panel that there is takes no icons by XEmbed after all
+    Protocol first_;          ///< which of two that are offered is taken
+    bool isTrayDeaf_ = false; ///< the panel that there is takes no icons by XEmbed after all
     bool hasBeenShown_ = false;
     QTimer headStart_; ///< of the first protocol before the second is settled for
     QTimer docking_;   ///< how long a panel may take to take the icon in
     QTimer longPress_; ///< runs while the main button is still held
     QTimer settling_;
+    std::optional<ColorScheme> scheme_;
     std::optional<QColor> panelColor_; ///< that stands out from the panel, once it was seen
     std::optional<QPoint> clickedPoint_;
     PopoverAnchor::Kind clickedKind_ = PopoverAnchor::Kind::pointer; ///< of `clickedPoint_`

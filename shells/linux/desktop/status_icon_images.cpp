@@ -15,8 +15,8 @@ struct IconSize {
     int drawing; ///< the side of the square in its middle that the image is drawn into
 };
 
-// The sizes that panels show icons at, on plain and on dense screens. The smallest is filled; in the
-// larger ones the drawings of icon themes leave a border, about as wide as here.
+// The sizes that panels show icons at, on plain and on dense screens. The smallest is filled; in
+// the larger ones the drawings of icon themes leave a border, about as wide as here.
 constexpr std::array<IconSize, 6> iconSizes{
     {{16, 16}, {22, 20}, {24, 22}, {32, 28}, {48, 42}, {64, 56}}};
 

@@ -26,7 +26,7 @@ QColor contrastingColor(const QImage& background) {
                              qGray(background.pixel(right, bottom))};
     std::sort(grays.begin(), grays.end());
     const int middle = (grays[1] + grays[2]) / 2;
-    return middle < 128 ? QColor(0xF2, 0xF2, 0xF2) : QColor(0x2E, 0x2E, 0x2E);
+    return middle < 128 ? colorOnDark : colorOnLight;
 }
 
 QImage seenAt(const QRect& rect) {

@@ -7,10 +7,14 @@
 
 namespace kestrel::linux_shell {
 
+/// Colours of icons on dark and on light grounds.
+inline constexpr QColor colorOnDark(0xF2, 0xF2, 0xF2);
+inline constexpr QColor colorOnLight(0x2E, 0x2E, 0x2E);
+
 /// The shape of `image` filled with `color`; transparency stays.
 QImage tinted(const QImage& image, const QColor& color);
 
-/// A near-white or near-black that stands out from the corners of `background`, where no icon
+/// The one of these colours that stands out from the corners of `background`, where no icon
 /// covers it. `background` is not empty.
 QColor contrastingColor(const QImage& background);
 

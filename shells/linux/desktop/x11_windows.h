@@ -13,8 +13,8 @@ namespace kestrel::linux_shell::x11 {
 /// pixels; empty while it is not shown.
 QRect rectOnScreen(WId window);
 
-/// Asks the panel that takes icons to take `window` in, which is not shown yet. It answers by making
-/// the window a child of its own.
+/// Asks the panel that takes icons to take `window` in, which is not shown yet. It answers by
+/// making the window a child of its own.
 void requestDock(WId window);
 
 /// Lets the ground of a docked window be its panel's: until something is painted on it, the window

@@ -73,7 +73,8 @@ bool XEmbedIcon::nativeEventFilter(const QByteArray& eventType, void* message, q
     return false;
 }
 
-// The toolkit paints only windows that it has shown itself, however visible the panel has made them.
+// The toolkit paints only windows that it has shown itself, however visible the panel has made
+// them.
 void XEmbedIcon::enterPanel() {
     isDocked_ = true;
     forgetBackground();

@@ -124,7 +124,8 @@ TEST(PopoverPlacementTest, IconInWhatAPanelHasFoldedOutCountsAsOnThatPanel) {
 }
 
 TEST(PopoverPlacementTest, WithoutAPanelThatIsToldOfTheIconIsAroundThePointer) {
-    EXPECT_EQ(iconOnPanel(QPoint(600, 20), unknownPanel), iconAround(QPoint(600, 20), unknownPanel));
+    EXPECT_EQ(iconOnPanel(QPoint(600, 20), unknownPanel),
+              iconAround(QPoint(600, 20), unknownPanel));
 }
 
 TEST(PopoverPlacementTest, PanelThatTheDesktopKeepsQuietAboutIsNotAvailable) {

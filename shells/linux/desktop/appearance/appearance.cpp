@@ -6,6 +6,7 @@
 #include "shells/linux/desktop/appearance/settings_portal.h"
 #include "shells/linux/desktop/appearance/user_style.h"
 #include "shells/linux/desktop/appearance/xsettings_look.h"
+#include "shells/linux/desktop/current_desktop.h"
 
 #include <QApplication>
 
@@ -27,15 +28,16 @@ void Appearance::add(std::unique_ptr<LookSource> source) {
 }
 
 void Appearance::addThoseOfTheDesktop(const QDBusConnection& bus) {
-    if (isDesktop("KDE")) {
+    if (currentDesktopIs(u"KDE")) {
         auto colors = std::make_unique<KdeColors>(bus);
         kdeColors_ = colors.get();
         add(std::move(colors));
         return;
     }
-    if (isDesktop("X-Cinnamon") || isDesktop("Cinnamon")) {
+    if (currentDesktopIs(u"X-Cinnamon") || currentDesktopIs(u"Cinnamon")) {
         add(std::make_unique<GioLook>(GioLook::Desktop::cinnamon));
-    } else if (!isDesktop("XFCE") && !isDesktop("MATE") && !isDesktop("LXDE")) {
+    } else if (!currentDesktopIs(u"XFCE") && !currentDesktopIs(u"MATE") &&
+               !currentDesktopIs(u"LXDE")) {
         add(std::make_unique<GioLook>(GioLook::Desktop::gnome));
     }
     add(std::make_unique<XSettingsLook>());

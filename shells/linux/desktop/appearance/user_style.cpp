@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/appearance/user_style.h"
 
+#include "shells/linux/desktop/current_desktop.h"
 #include <QApplication>
 #include <QPalette>
 #include <QStringList>
@@ -33,18 +34,12 @@ bool isDesktopsOwnTheme(const QString& theme, bool isPlasma) {
 
 } // namespace
 
-bool isDesktop(const char* desktop) {
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP")
-        .split(QLatin1Char(':'))
-        .contains(QLatin1String(desktop), Qt::CaseInsensitive);
-}
-
 StyleSettings styleSettings() {
     return {.styleOverride = qEnvironmentVariable("QT_STYLE_OVERRIDE"),
             .platformTheme = qEnvironmentVariable("QT_QPA_PLATFORMTHEME"),
             .style = QApplication::style()->name(),
             .hasColorsOfStyle = hasColorsOfStyle(),
-            .isPlasma = isDesktop("KDE")};
+            .isPlasma = currentDesktopIs(u"KDE")};
 }
 
 bool isUsersOwn(const StyleSettings& settings) {

@@ -28,7 +28,4 @@ StyleSettings styleSettings();
 
 bool isUsersOwn(const StyleSettings& settings);
 
-/// True where XDG_CURRENT_DESKTOP names `desktop`.
-bool isDesktop(const char* desktop);
-
 } // namespace kestrel::linux_shell

@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/appearance/user_style.h"
 
+#include "shells/linux/desktop/current_desktop.h"
 #include "tests/linux/desktop/appearance/variables.h"
 
 #include <QApplication>
@@ -78,11 +79,11 @@ TEST(UserStyleTest, ReadsWhatThisProgramHas) {
 TEST(UserStyleTest, DesktopIsOneOfThoseNamed) {
     Variables variables;
     variables.set("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
-    EXPECT_TRUE(isDesktop("GNOME"));
-    EXPECT_TRUE(isDesktop("ubuntu"));
-    EXPECT_FALSE(isDesktop("KDE"));
-    EXPECT_FALSE(isDesktop("ubuntu:GNOME"));
-    EXPECT_FALSE(isDesktop("G"));
+    EXPECT_TRUE(currentDesktopIs(u"GNOME"));
+    EXPECT_TRUE(currentDesktopIs(u"ubuntu"));
+    EXPECT_FALSE(currentDesktopIs(u"KDE"));
+    EXPECT_FALSE(currentDesktopIs(u"ubuntu:GNOME"));
+    EXPECT_FALSE(currentDesktopIs(u"G"));
 }
 
 } // namespace
