@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
     }
     Shell shell(application);
     QObject::connect(&instance, &SingleInstance::activated, &application,
-                     [&shell] { shell.reopen(); });
+                     [&shell](const QString& startupId) { shell.reopen(startupId); });
     QObject::connect(&instance, &SingleInstance::startedByHand, &application,
                      [&shell] { shell.showWithoutPanel(); });
     return shell.run(startup);

@@ -1,5 +1,6 @@
 #include "shells/linux/shell.h"
 
+#include "shells/linux/desktop/startup_notification.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/views/kit/row_list.h"
@@ -77,13 +78,17 @@ Shell::Shell(QApplication& application)
 
 int Shell::run(const Startup& startup) {
     applicationDidFinishLaunching();
+    completeStartup(startup.id.toStdString());
     if (startup.isByHand()) {
         showWithoutPanel();
     }
     return QApplication::exec();
 }
 
-void Shell::reopen() { delegate_.applicationShouldHandleReopen(); }
+void Shell::reopen(const QString& startupId) {
+    completeStartup(startupId.toStdString());
+    delegate_.applicationShouldHandleReopen();
+}
 
 // In a later turn of the event loop: the list is there by then.
 void Shell::showWithoutPanel() {
@@ -116,7 +121,7 @@ void Shell::applicationDidFinishLaunching() {
 
 void Shell::showOnce() {
     if (!std::exchange(hasShownItself_, true)) {
-        reopen();
+        delegate_.applicationShouldHandleReopen();
     }
 }
 

@@ -39,8 +39,9 @@ class Shell {
     /// Starts the program and runs the event loop until the user quits. The exit status.
     int run(const Startup& startup);
 
-    /// The user has started the program once more: the popover opens.
-    void reopen();
+    /// The user has started the program once more: the popover opens. `startupId` is that of the
+    /// other process's start, or empty.
+    void reopen(const QString& startupId);
 
     /// The user has started this program by hand: the popover opens as soon as it is certain that
     /// no panel shows the icon.

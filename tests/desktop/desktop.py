@@ -32,6 +32,24 @@ from processes import PATIENCE, ProcessGroup, wait_for
 ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
 SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
+SERVICES = "/usr/share/dbus-1/services/"
+# The installed services that a test's bus may start. Whatever else a machine has, a desktop's own
+# services above all, would make the tests differ from machine to machine.
+BUS_SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf", "org.gnome.Terminal",
+                "org.mate.panel.applet.NotificationAreaAppletFactory")
+SESSION_BUS = """<busconfig>
+  <type>session</type>
+  <listen>unix:path={folder}/bus</listen>
+  <auth>EXTERNAL</auth>
+  <servicedir>{folder}/services</servicedir>
+  <servicedir>{folder}/data/dbus-1/services</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
 
 
 class X11Window(NamedTuple):
@@ -186,9 +204,14 @@ class Session:
             # An address at which nobody answers, so that nothing starts a bus of its own.
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + self.path("no-bus")
             return
+        os.mkdir(self.path("services"))
+        for name in BUS_SERVICES:
+            if os.path.exists(f"{SERVICES}{name}.service"):
+                os.symlink(f"{SERVICES}{name}.service", self.path("services", name + ".service"))
+        configuration = self.write("bus.conf", SESSION_BUS.format(folder=self.folder))
         self.bus_process = self.start_service(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1",
-             "--address=unix:path=" + self.path("bus")])
+            ["dbus-daemon", "--config-file=" + configuration, "--nofork", "--nopidfile",
+             "--print-address=1"])
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = \
             self.bus_process.wait_for_line(r"(unix:\S+)")[1]
 
@@ -223,6 +246,28 @@ class Session:
                 "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")))
             role = re.search(r'= "(.*)"', self.run("xprop", "-id", line[1], "WM_WINDOW_ROLE"))
             yield X11Window(line[1], line[2], role[1] if role else "", rect)
+
+    def windows(self):
+        """All windows that are shown, the topmost first."""
+        return list(self.x11_windows())
+
+    def window(self, role=None, title=None):
+        """The topmost such window, or None; `title` is a pattern."""
+        for window in self.x11_windows():
+            if role in (None, window.role) and (title is None or re.search(title, window.title)):
+                return window
+        return None
+
+    def wait_for_window(self, role=None, title=None, limit=PATIENCE):
+        return wait_for(lambda: self.window(role, title), limit, f"the window {role or title}")
+
+    def wait_for_no_window(self, role=None, title=None, limit=PATIENCE):
+        wait_for(lambda: not self.window(role, title), limit, f"the window {role or title} to go")
+
+    def focused_window(self):
+        """The id of the window that has the keyboard, in the form of `X11Window.id`."""
+        number = self.run("xdotool", "getwindowfocus").strip()
+        return hex(int(number)) if number else None
 
     def start_panel(self, panel, options=(), edge="top", **look):
         """See panels.start_panel and panels.Look."""
@@ -366,30 +411,6 @@ class Desktop(Session):
 
     def type(self, text):
         self._xdotool("type", "--delay", "8", "--", text)
-
-    # Windows.
-
-    def windows(self):
-        """All windows that are shown, the topmost first."""
-        return list(self.x11_windows())
-
-    def window(self, role=None, title=None):
-        """The topmost such window, or None; `title` is a pattern."""
-        for window in self.x11_windows():
-            if role in (None, window.role) and (title is None or re.search(title, window.title)):
-                return window
-        return None
-
-    def wait_for_window(self, role=None, title=None, limit=PATIENCE):
-        return wait_for(lambda: self.window(role, title), limit, f"the window {role or title}")
-
-    def wait_for_no_window(self, role=None, title=None, limit=PATIENCE):
-        wait_for(lambda: not self.window(role, title), limit, f"the window {role or title} to go")
-
-    def focused_window(self):
-        """The id of the window that has the keyboard, in the form of `X11Window.id`."""
-        number = self.run("xdotool", "getwindowfocus").strip()
-        return hex(int(number)) if number else None
 
     # Pixels.
 

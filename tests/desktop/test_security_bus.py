@@ -21,7 +21,8 @@ OFFERED = {
     APPLICATION_PATH: {**WITH_PROPERTIES, APPLICATION: {
         "Activate": "a{sv}", "Open": "asa{sv}", "ActivateAction": "sava{sv}"}},
     ITEM_PATH: {**WITH_PROPERTIES, ITEM: {
-        "Activate": "ii", "SecondaryActivate": "ii", "ContextMenu": "ii", "Scroll": "is"}},
+        "Activate": "ii", "SecondaryActivate": "ii", "ContextMenu": "ii", "Scroll": "is",
+        "ProvideXdgActivationToken": "s"}},
 }
 HUGE = "x" * 4_000_000
 HOSTILE = ("$(touch canary)", "`touch canary`", "file:///etc/passwd", "-platform", "%n%s", "\x01",

@@ -10,7 +10,7 @@ SHIFT_BIT = 1
 MODIFIERS = {"shift": (42, SHIFT_BIT), "ctrl": (29, 4), "alt": (56, 8)}
 BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
 KEYS = {"Escape": 1, "BackSpace": 14, "Tab": 15, "Return": 28, "space": 57, "F4": 62,
-        "Home": 102, "Up": 103, "End": 107, "Down": 108, "Delete": 111}
+        "Home": 102, "Up": 103, "End": 107, "Down": 108, "Delete": 111, "a": 30, "b": 48, "z": 44}
 KEYMAP = (b'xkb_keymap { xkb_keycodes { include "evdev+aliases(qwerty)" }; '
           b'xkb_types { include "complete" }; xkb_compat { include "complete" }; '
           b'xkb_symbols { include "pc+us+inet(evdev)" }; };\0')

@@ -12,6 +12,10 @@
 namespace kestrel::linux_shell {
 namespace {
 
+// Characters. Compositors' own have some dozens; one that fills the environment of what is launched
+// would keep it from starting.
+constexpr qsizetype longestToken = 1024;
+
 bool isWaylandSession() { return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"); }
 
 } // namespace
@@ -25,7 +29,9 @@ ActivationTokens::ActivationTokens(Announcement announce, CompositorToken askCom
     qApp->installEventFilter(this);
 }
 
-void ActivationTokens::provide(const QString& token) { token_ = token.toStdString(); }
+void ActivationTokens::provide(const QString& token) {
+    token_ = token.size() <= longestToken ? token.toStdString() : std::string();
+}
 
 Activation ActivationTokens::take() {
     // KWin forgets the panel's as soon as the popover has the keyboard.

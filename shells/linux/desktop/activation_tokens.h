@@ -31,7 +31,8 @@ class ActivationTokens final : public QObject {
     ActivationTokens();
     ActivationTokens(Announcement announce, CompositorToken askCompositor);
 
-    /// The panel's token for what the user does next. It replaces one that was not used.
+    /// The panel's token for what the user does next. It replaces one that was not used; one of
+    /// more than a thousand characters is none.
     void provide(const QString& token);
 
     /// The token belongs to what is done in this window, and lapses when the window is hidden.

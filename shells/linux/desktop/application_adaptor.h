@@ -20,10 +20,7 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
         : QDBusAbstractAdaptor(&instance), instance_(instance) {}
 
   public Q_SLOTS:
-    void Activate(const QVariantMap& platformData) {
-        Q_UNUSED(platformData)
-        instance_.activate();
-    }
+    void Activate(const QVariantMap& platformData) { instance_.activate(platformData); }
 
     /// The program opens no files for others; it just comes forward.
     void Open(const QStringList& uris, const QVariantMap& platformData) {

@@ -34,11 +34,11 @@ SingleInstance::~SingleInstance() {
     }
 }
 
-void SingleInstance::activate() {
+void SingleInstance::activate(const QVariantMap& platformData) {
     if (std::exchange(isStartedByBus_, false)) {
         Q_EMIT startedByHand();
     } else {
-        Q_EMIT activated();
+        Q_EMIT activated(platformData.value(QStringLiteral("desktop-startup-id")).toString());
     }
 }
 

@@ -29,15 +29,16 @@ class SingleInstance final : public QObject {
     Role claim();
 
   Q_SIGNALS:
-    /// The user has started the program once more. Comes from the event loop.
-    void activated();
+    /// The user has started the program once more. `startupId` is that of the start, for the
+    /// start-up notification protocol; empty without one. Comes from the event loop.
+    void activated(const QString& startupId);
     /// It was the bus that has started this very process, at its user's wish. Comes from the event
     /// loop.
     void startedByHand();
 
   private:
     friend class ApplicationAdaptor;
-    void activate();
+    void activate(const QVariantMap& platformData);
     void activateOther();
 
     QDBusConnection bus_;

@@ -21,6 +21,9 @@ constexpr std::chrono::seconds answerTime{5};
 // The library knows screens by their number; Qt's X11 plugin has all its own on the first.
 constexpr int firstScreen = 0;
 
+// Characters. Every twenty of an id are a message to the server, and no launcher's has more.
+constexpr std::size_t longestId = 1024;
+
 struct StartupRelease {
     void operator()(SnDisplay* display) const { sn_display_unref(display); }
     void operator()(SnLauncherContext* context) const { sn_launcher_context_unref(context); }
@@ -66,7 +69,7 @@ std::string announceLaunch(std::uint32_t time) {
 
 void completeStartup(const std::string& id) {
     auto* connection = x11::connection();
-    if (connection == nullptr || id.empty()) {
+    if (connection == nullptr || id.empty() || id.size() > longestId) {
         return;
     }
     const auto display = startupDisplay(connection);

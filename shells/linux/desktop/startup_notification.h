@@ -15,7 +15,7 @@ namespace kestrel::linux_shell {
 std::string announceLaunch(std::uint32_t time);
 
 /// Tells the window manager that the program which was started with `id` is there. Nothing happens
-/// without X11 and for an empty id. Main thread only.
+/// without X11, for an empty id and for one of more than a thousand characters. Main thread only.
 void completeStartup(const std::string& id);
 
 } // namespace kestrel::linux_shell

@@ -54,6 +54,13 @@ TEST_F(ActivationTokensTest, ANewerTokenReplacesOneThatWasNotUsed) {
     EXPECT_EQ(tokens.take().token, "");
 }
 
+TEST_F(ActivationTokensTest, ATokenThatNoCompositorMakesIsNone) {
+    tokens.provide(QString(1024, QLatin1Char('x')));
+    EXPECT_EQ(tokens.take().token.size(), 1024U);
+    tokens.provide(QString(1025, QLatin1Char('x')));
+    EXPECT_EQ(tokens.take().token, "");
+}
+
 TEST_F(ActivationTokensTest, TheTokenLapsesWithItsWindowAndNoOther) {
     QHideEvent hide;
     QObject another;

@@ -19,13 +19,17 @@ using Role = SingleInstance::Role;
 struct Program {
     explicit Program(const QDBusConnection& bus) : instance(bus, Startup{}) {
         QObject::connect(&instance, &SingleInstance::activated, &instance,
-                         [this] { ++activations; });
+                         [this](const QString& startupId) {
+                             ++activations;
+                             lastId = startupId;
+                         });
         QObject::connect(&instance, &SingleInstance::startedByHand, &instance,
                          [this] { ++ownStarts; });
     }
     SingleInstance instance;
     int activations = 0;
     int ownStarts = 0;
+    QString lastId;
 };
 
 class SingleInstanceTest : public testing::Test {
@@ -54,10 +58,14 @@ TEST_F(SingleInstanceTest, SecondOneActivatesTheFirst) {
     const auto connection = bus.connect();
     std::optional<Role> role;
     // As the two processes do: the second waits while the first one's event loop runs.
-    std::thread second([&] { role = SingleInstance(connection, Startup{}).claim(); });
+    std::thread second([&] {
+        role =
+            SingleInstance(connection, {.id = QStringLiteral("id"), .activationToken = {}}).claim();
+    });
     EXPECT_TRUE(waitUntil([&] { return first.activations == 1; }));
     second.join();
     EXPECT_EQ(role, Role::second);
+    EXPECT_EQ(first.lastId, QStringLiteral("id"));
 }
 
 TEST_F(SingleInstanceTest, NameIsFreeAgainWhenTheFirstOneHasEnded) {

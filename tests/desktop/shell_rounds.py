@@ -1,0 +1,203 @@
+"""What is asked of the status icon and the popover in the desktops whose panel, window manager and
+compositor are one program: GNOME Shell and Cinnamon."""
+import collections
+import os
+import time
+
+from bars import Bar
+from images import Rect
+from processes import Timeout, wait_for
+from program import item, popover_content
+from rounds import LONG, SHORT, PanelRounds
+from shell_session import text_of
+
+# Nobody types sooner after a click than this, in seconds; shells need part of it.
+FINGERS = 0.5
+# A shell that has opened something of its own may take the first Escape or click for that.
+TRIES = 2
+
+
+class ShellRounds(PanelRounds):
+    """The subclass says where the bar has nothing: `empty_part` of its length."""
+
+    limit = 400
+    empty_part = 0.3
+
+    def start_session(self, desktop):
+        """Begins with a desktop that has been made."""
+        self.desktop = self.enterContext(desktop)
+        self.bar = self.desktop.bar()
+        self.prepare()
+
+    def start_program(self):
+        """At the scale that the session says."""
+        self.start_kestrel(self.environment)
+
+    # Places.
+
+    def elsewhere(self):
+        x, y, width, height = self.bar.screen
+        is_at_top = self.bar.edge == "top"
+        return x + width * 7 // 8, y + height * (7 if is_at_top else 1) // 8
+
+    def empty_place_on_the_bar(self):
+        x, y, width, height = self.bar.rect
+        return round(x + width * self.empty_part), y + height // 2
+
+    def place_in(self, title):
+        """The middle of a window of that title."""
+        return next(window.rect.center for window in self.desktop.shell_windows()
+                    if window.title == title)
+
+    # The icon.
+
+    def find_icon(self):
+        """The bar shows one icon, which can be read and stays: the extension takes in what it does
+        not go on to keep."""
+        self.desktop.move(*self.elsewhere())
+
+        def settled():
+            icons = self.desktop.icons()
+            time.sleep(1)
+            return icons if len(icons) == 1 and icons == self.desktop.icons() else None
+        rect = wait_for(settled, what="one icon on the bar")[0]
+        x, y, width, height = self.bar.rect
+        around = Bar(Rect(rect.x, self.bar.screen.y, rect.width, self.bar.screen.height),
+                     self.bar.edge, height)
+        self.icon = wait_for(lambda: around.icon(self.desktop.picture()), what="a painted icon")
+        self.assertGreaterEqual(self.icon.contrast, self.readable, self.icon)
+
+    def assert_other_buttons_do_nothing(self):
+        windows = self.desktop.shell_windows(self.kestrel.process.pid)
+        super().assert_other_buttons_do_nothing()
+        self.assertEqual(self.desktop.shell_windows(self.kestrel.process.pid), windows)
+
+    # The keyboard.
+
+    def type_into_popover(self, letters, title):
+        """Letters find the row of that title."""
+        self.assert_stays(self.kestrel.popover, FINGERS)
+        self.desktop.type(letters)
+        self.wait_until(lambda: self.selected_rows() == [title], "the row that is typed")
+
+    def selected_rows(self):
+        rows = self.kestrel.accessible.find("list", "Items").find_all("list item")
+        return [row.name for row in rows if "selected" in row.states]
+
+    def open_note(self, title="Note"):
+        """A window beneath, which has the keyboard."""
+        note = self.desktop.open_note(title)
+        self.desktop.click(*self.place_in(title))
+        self.type_into(note, "a")
+        return note
+
+    def type_into(self, note, letters):
+        """The note has the keyboard, and what it held before is all that it has got."""
+        text = text_of(note) + letters
+        self.desktop.type(letters)
+        self.wait_until(lambda: text_of(note) == text, f"{text!r} in the note: {text_of(note)!r}")
+
+    def assert_keyboard_is_the_popovers(self, note):
+        """From the click on; and the window's beneath when the popover has gone."""
+        before, started = text_of(note), self.started()
+        self.assert_opens()
+        self.type_into_popover("sec", "Second")
+        self.desktop.key("Return")
+        self.assert_stays_closed()
+        self.wait_until(lambda: self.started() == started + 1, "the launched item")
+        self.assert_opens()
+        self.desktop.key("Escape")
+        self.assert_stays_closed()
+        self.assertEqual(text_of(note), before)
+        self.type_into(note, "b")
+
+    # What else the shell has.
+
+    def second_start(self):
+        """Its user starts the program again."""
+        self.desktop.start([os.environ["KESTREL_PROGRAM"]]).wait()
+        self.wait_until(self.kestrel.popover, "the popover")
+
+    def assert_closable(self, place=None):
+        """By Escape, or by clicks at a place that is not the popover's."""
+        for _ in range(TRIES):
+            if not self.kestrel.popover():
+                break
+            if place:
+                self.desktop.click(*place)
+            else:
+                self.desktop.key("Escape")
+            self.wait_a_moment_for_no_popover()
+        self.assert_stays_closed()
+
+    def wait_a_moment_for_no_popover(self):
+        try:
+            wait_for(lambda: not self.kestrel.popover(), limit=2)
+        except Timeout:
+            pass    # it was the shell that has heard it
+
+    def window_titles(self):
+        """The program's windows that can be switched to."""
+        return self.desktop.listed_windows(self.kestrel.process.pid)
+
+    def assert_only_the_settings_are_listed(self):
+        self.assert_opens()
+        self.assertEqual(self.window_titles(), [])
+        self.kestrel.open_settings()
+        self.assertEqual(len(self.window_titles()), 1)
+        self.kestrel.close_settings()
+
+    def assert_comes_back(self):
+        """After the panel has gone and come again."""
+        self.find_icon()
+        if self.kestrel.popover():      # without any panel it shows itself
+            self.desktop.key("Escape")
+            self.assert_stays_closed()
+        self.assert_toggles()
+
+    # Launching.
+
+    def store_applications(self):
+        """Two applications with one instance each: one that a start of it finds, and one that the
+        bus knows."""
+        started = self.application_entry("Diary", "org.example.Diary", "false")
+        activated = self.application_entry("Ledger", "org.example.Ledger", "true")
+        self.desktop.write("data/dbus-1/services/org.example.Ledger.service",
+                           "[D-BUS Service]\nName=org.example.Ledger\nExec="
+                           + " ".join(self.desktop.note_command("Ledger", "org.example.Ledger")))
+        self.items = [item("App", "Diary", started, "7F3A0C52-8E1B-4D6F-9A20-5B6C7D8E9F01"),
+                      item("App", "Ledger", activated, "7F3A0C52-8E1B-4D6F-9A20-5B6C7D8E9F02")]
+
+    def application_entry(self, title, application_id, is_activatable):
+        command = " ".join(self.desktop.note_command(title, application_id))
+        return self.desktop.write(
+            f"data/applications/{application_id}.desktop",
+            f"[Desktop Entry]\nType=Application\nName={title}\nExec={command}\n"
+            f"StartupNotify=true\nDBusActivatable={is_activatable}\n")
+
+    def assert_launch_brings_forward(self, title):
+        """The application has the keyboard when it is new; and, when it runs already, it comes
+        before the others too."""
+        self.assert_opens()
+        self.kestrel.click_row(title)
+        self.desktop.wait_for_focus(title)
+        note = self.desktop.open_note("Cover of " + title)
+        self.assert_opens()
+        self.kestrel.click_row(title)
+        self.desktop.wait_for_focus(title)
+        order = [window.title for window in self.desktop.shell_windows()]
+        self.assertLess(order.index("Cover of " + title), order.index(title))
+        note.stop()
+
+    # Looks.
+
+    def ground(self):
+        """The commonest colour of the open popover, as a grey from 0 to 255."""
+        content = popover_content(self.kestrel.popover(), self.scale)
+        data = self.desktop.picture().cut(content).data
+        pixels = collections.Counter(data[at:at + 3] for at in range(0, len(data), 3))
+        return sum(pixels.most_common(1)[0][0]) // 3
+
+    def assert_six_clicks(self):
+        for hold in (SHORT, LONG, SHORT):
+            self.assert_toggles(hold)
