@@ -144,6 +144,8 @@ class PlasmaDesktop(Desktop):
     X11 programs in the Wayland session have to paint themselves: the compositor enlarges what is
     then still missing (by default: nothing)."""
 
+    bus_services = "org.a11y.Bus", "org.kde.*"
+
     def __init__(self, session, program, width=1280, height=800, scale=1, xwayland_scale=None):
         Session.__init__(self)
         self.session, self.scale = session, scale
