@@ -130,7 +130,7 @@ if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
 fi
 quick=(--label-exclude '^long$')
 if [ $all = yes ]; then
-    groups+=(lint long gnome cinnamon)
+    groups+=(lint long gnome cinnamon plasma)
     quick=()
 fi
 need "packages" tools/setup.sh "${groups[@]}"

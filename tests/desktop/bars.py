@@ -23,6 +23,21 @@ def _gray(red, green, blue):
     return (red * 299 + green * 587 + blue * 114) // 1000
 
 
+def drawn(picture, rect):
+    """What stands out from the ground in a part of the screen; None while nothing does."""
+    part = picture.cut(rect)
+    data = part.data
+    grays = [_gray(*data[at:at + 3]) for at in range(0, len(data), 3)]
+    ground = collections.Counter(grays).most_common(1)[0][0]
+    marks = [at for at, gray in enumerate(grays) if abs(gray - ground) >= FAINTEST_MARK]
+    if not marks:
+        return None
+    columns, rows = [at % part.width for at in marks], [at // part.width for at in marks]
+    return Icon(Rect(rect.x + min(columns), rect.y + min(rows),
+                     max(columns) - min(columns) + 1, max(rows) - min(rows) + 1),
+                max(abs(grays[at] - ground) for at in marks))
+
+
 class Bar(NamedTuple):
     """Along a whole edge of a screen, with nothing on it but the one icon."""
 
@@ -46,18 +61,7 @@ class Bar(NamedTuple):
     def icon(self, picture):
         """What stands out from the bar's ground; None while nothing does."""
         x, y, width, height = self.rect
-        inner = Rect(x + RIM, y + RIM, width - 2 * RIM, height - 2 * RIM)
-        part = picture.cut(inner)
-        data = part.data
-        grays = [_gray(*data[at:at + 3]) for at in range(0, len(data), 3)]
-        ground = collections.Counter(grays).most_common(1)[0][0]
-        marks = [at for at, gray in enumerate(grays) if abs(gray - ground) >= FAINTEST_MARK]
-        if not marks:
-            return None
-        columns, rows = [at % part.width for at in marks], [at // part.width for at in marks]
-        rect = Rect(inner.x + min(columns), inner.y + min(rows),
-                    max(columns) - min(columns) + 1, max(rows) - min(rows) + 1)
-        return Icon(rect, max(abs(grays[at] - ground) for at in marks))
+        return drawn(picture, Rect(x + RIM, y + RIM, width - 2 * RIM, height - 2 * RIM))
 
     def wait_for_icon(self, desktop, limit=15):
         """The icon, once it is square and stays where it is and as it is. The pointer must not be

@@ -368,14 +368,17 @@ class Desktop(Session):
 
     # The pointer and the keyboard.
 
+    def _xdotool(self, *words):
+        return self.run("xdotool", *words)
+
     def move(self, x, y):
-        self.run("xdotool", "mousemove", str(x), str(y))
+        self._xdotool("mousemove", str(x), str(y))
 
     def press(self, button=1):
-        self.run("xdotool", "mousedown", str(button))
+        self._xdotool("mousedown", str(button))
 
     def release(self, button=1):
-        self.run("xdotool", "mouseup", str(button))
+        self._xdotool("mouseup", str(button))
 
     def click(self, x, y, button=1, hold=0.08):
         """A click as a hand makes it: the button stays down for `hold` seconds, which shows
@@ -389,7 +392,7 @@ class Desktop(Session):
     def double_click(self, x, y):
         self.move(x, y)
         time.sleep(0.05)
-        self.run("xdotool", "click", "--repeat", "2", "--delay", "80", "1")
+        self._xdotool("click", "--repeat", "2", "--delay", "80", "1")
 
     def drag(self, start, end, steps=12):
         """Drags with the left button, in steps that a toolkit takes for a hand's movement."""
@@ -404,10 +407,10 @@ class Desktop(Session):
 
     def key(self, *keys):
         """Presses keys one after another: "Down", "ctrl+Return"."""
-        self.run("xdotool", "key", "--delay", "20", *keys)
+        self._xdotool("key", "--delay", "20", *keys)
 
     def type(self, text):
-        self.run("xdotool", "type", "--delay", "8", "--", text)
+        self._xdotool("type", "--delay", "8", "--", text)
 
     # Pixels.
 

@@ -33,7 +33,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierToo
 StatusNotifierImage statusNotifierImage(const QImage& image);
 
 /// Belongs to its item.
-class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
+class StatusNotifierAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
     Q_PROPERTY(QString Category READ category)
@@ -42,7 +42,6 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
-    Q_PROPERTY(QDBusObjectPath Menu READ menu)
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(kestrel::linux_shell::StatusNotifierImages IconPixmap READ iconPixmap)
     Q_PROPERTY(QString IconAccessibleDesc READ title)
@@ -63,10 +62,6 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     QString status() const { return QStringLiteral("Active"); }
     int windowId() const { return 0; }
     bool itemIsMenu() const { return false; }
-
-    /// Some panels leave out an item that names no menu. This is the name by which the others know
-    /// that there is none.
-    QDBusObjectPath menu() const { return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")); }
     QString iconName() const;
     StatusNotifierImages iconPixmap() const;
     // Some panels write an error for each of the protocol's pictures that an item does not have.
@@ -98,6 +93,20 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
 
   private:
     StatusNotifierItem& item_;
+};
+
+/// For panels that leave out an item which names no menu. The others have it without: several show
+/// an empty menu at a right click for whatever name they are given.
+class StatusNotifierMenuAdaptor final : public StatusNotifierAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
+
+  public:
+    using StatusNotifierAdaptor::StatusNotifierAdaptor;
+
+    /// The name by which panels know that there is none.
+    QDBusObjectPath menu() const { return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")); }
 };
 
 } // namespace kestrel::linux_shell

@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/status_notifier_item.h"
 
+#include "shells/linux/desktop/current_desktop.h"
 #include "shells/linux/desktop/status_notifier_adaptor.h"
 
 #include <QCoreApplication>
@@ -37,7 +38,11 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus)
                    QDBusServiceWatcher::WatchForUnregistration),
       serviceName_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                        .arg(QCoreApplication::applicationPid())) {
-    new StatusNotifierAdaptor(*this);
+    if (currentDesktopIs(u"GNOME")) {
+        new StatusNotifierMenuAdaptor(*this);
+    } else {
+        new StatusNotifierAdaptor(*this);
+    }
     if (!bus_.isConnected()) {
         knowsHost_ = true;
         return;

@@ -134,8 +134,20 @@ TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {
     EXPECT_EQ(property(QStringLiteral("Status")).toString(), QStringLiteral("Active"));
     EXPECT_EQ(property(QStringLiteral("IconAccessibleDesc")).toString(), QStringLiteral("Kestrel"));
     EXPECT_FALSE(property(QStringLiteral("ItemIsMenu")).toBool());
+    EXPECT_FALSE(property(QStringLiteral("Menu")).isValid());
+}
+
+TEST_F(StatusNotifierItemTest, UnderGnomesShellNamesTheMenuThatIsNone) {
+    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    startPanel();
+    startItem();
+    qunsetenv("XDG_CURRENT_DESKTOP");
+    ASSERT_TRUE(waitForItems(1));
     EXPECT_EQ(property(QStringLiteral("Menu")).value<QDBusObjectPath>().path(),
               QStringLiteral("/NO_DBUSMENU"));
+    EXPECT_EQ(property(QStringLiteral("Title")).toString(), QStringLiteral("Kestrel"));
+    call(QStringLiteral("Activate"), {1, 2});
+    EXPECT_EQ(activations.size(), 1);
 }
 
 TEST_F(StatusNotifierItemTest, PassesOnThePanelsActivationToken) {
