@@ -158,8 +158,10 @@ void LinuxStatusItem::dock() {
     panelColor_.reset();
     xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
     docking_.start();
+    // The shell names its tray's colours only after it has called for icons.
     connect(xembed_.get(), &XEmbedIcon::docked, this, [this] {
         docking_.stop();
+        updateIcon();
         noteShown();
     });
     const auto leave = [this] {
