@@ -142,10 +142,14 @@ class ShellRounds(PanelRounds):
 
     def assert_only_the_settings_are_listed(self):
         self.assert_opens()
-        self.assertEqual(self.window_titles(), [])
+        self.assert_is_listed(False)
         self.kestrel.open_settings()
-        self.assertEqual(len(self.window_titles()), 1)
+        self.assert_is_listed(True)
         self.kestrel.close_settings()
+
+    def assert_is_listed(self, is_listed):
+        """Whether the shell shows that the program has a window."""
+        self.assertEqual(len(self.window_titles()), int(is_listed))
 
     def assert_comes_back(self):
         """After the panel has gone and come again."""

@@ -18,16 +18,14 @@ STARTED_BY_HAND = {GnomeOnX11: {"DESKTOP_STARTUP_ID": "gnome-shell/Kestrel/1-0-t
 class GnomeTest(ShellRounds):
     """With an icon."""
 
-    def start(self, desktop, has_indicators=True):
-        self.start_session(desktop(has_indicators=has_indicators))
-
     def assert_other_buttons_do_nothing(self):
         super().assert_other_buttons_do_nothing()
         self.assertEqual(self.desktop.open_menus(), [])
 
-    def assert_dash_shows(self, is_running):
+    def assert_is_listed(self, is_listed):
+        super().assert_is_listed(is_listed)
         running = self.desktop.running_applications()
-        self.assertEqual(self.kestrel.process.pid in running, is_running, running)
+        self.assertEqual(self.kestrel.process.pid in running, is_listed, running)
 
     def assert_closes_for_the_overview(self):
         self.assert_opens()
@@ -56,7 +54,7 @@ class GnomeTest(ShellRounds):
                 self.desktop.close_menus()
 
     def assert_life_with_an_icon(self, desktop):
-        self.start(desktop)
+        self.start_session(desktop())
         self.start_program()
         self.find_icon()
         self.assert_six_clicks()
@@ -68,7 +66,6 @@ class GnomeTest(ShellRounds):
         self.assert_closes_for_the_overview()
         self.assert_closable_in_the_overview()
         self.assert_closable_with_menus()
-        self.assert_dash_shows(False)
         self.assert_only_the_settings_are_listed()
         self.desktop.set_indicators(False)
         self.wait_until(lambda: not self.desktop.icons(), "the icon to go")
@@ -84,7 +81,7 @@ class GnomeTest(ShellRounds):
         self.assert_life_with_an_icon(GnomeOnWayland)
 
     def assert_launches_bring_forward(self, desktop):
-        self.start(desktop)
+        self.start_session(desktop())
         self.store_applications()
         store_before_start(self.desktop, self.items)
         self.start_program()
@@ -100,7 +97,7 @@ class GnomeTest(ShellRounds):
 
     def assert_follows_dark(self, desktop):
         """While it runs, and when it starts."""
-        self.start(desktop)
+        self.start_session(desktop())
         self.start_program()
         self.find_icon()
         self.assert_opens()

@@ -37,8 +37,13 @@ class GrabbedInput : public PopoverInput {
   private:
     void grab() {
         auto* window = popover_.windowHandle();
-        if (window == nullptr || x11::isMouseButtonDown() ||
-            !x11::canGrabPointer(popover_.winId())) {
+        if (window == nullptr || x11::isMouseButtonDown()) {
+            return;
+        }
+        // Who has the pointer by the toolkit's protocol is refused it by the other one too, and a
+        // shell may give back the pointer before the keyboard.
+        window->setMouseGrabEnabled(false);
+        if (!x11::canGrabPointer(popover_.winId())) {
             return;
         }
         window->setMouseGrabEnabled(true);

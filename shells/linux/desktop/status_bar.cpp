@@ -128,9 +128,11 @@ LinuxStatusItem::Protocol LinuxStatusItem::offered() const {
 
 void LinuxStatusItem::choosePanel() {
     const Protocol best = offered();
-    if (best == Protocol::none || best == first_) {
+    if (best == protocol_) {
+        settling_.start(); // it may have begun anew, in another colour
+    } else if (best == Protocol::none || best == first_) {
         use(best);
-    } else if (best != protocol_ && !headStart_.isActive()) {
+    } else if (!headStart_.isActive()) {
         headStart_.start();
     }
 }
@@ -156,8 +158,10 @@ void LinuxStatusItem::dock() {
     panelColor_.reset();
     xembed_ = std::make_unique<XEmbedIcon>(xembedIcon());
     docking_.start();
+    // The shell names its tray's colours only after it has called for icons.
     connect(xembed_.get(), &XEmbedIcon::docked, this, [this] {
         docking_.stop();
+        updateIcon();
         noteShown();
     });
     const auto leave = [this] {
