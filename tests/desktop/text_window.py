@@ -1,4 +1,5 @@
-"""A window to type into (see note.py), on a desktop that knows its managed windows."""
+"""A window to type into (see note.py), on a desktop that tells its managed windows and what its
+shell shows."""
 import pathlib
 import re
 import sys
@@ -20,9 +21,12 @@ class TextWindow:
         self.command = [sys.executable, program, title, "org.example." + title]
 
     def start(self):
-        """Starts it and waits until it has the keyboard."""
+        """Starts it and waits until it has the keyboard and the task bar shows it: a panel that is
+        clicked while the window manager gives the keyboard to a new window may not hear of it."""
+        before = len(self.desktop.buttons())
         self._process = self.desktop.start(self.command)
         self.wait_for_keyboard()
+        wait_for(lambda: len(self.desktop.buttons()) > before, what="the task bar's button")
         return self
 
     @property
