@@ -72,7 +72,7 @@ translations() {
 }
 
 # install CMAKE BUILD-DIRECTORY: everything lands where desktops look for it, and the service
-# file names the executable under the prefix chosen at installation.
+# file and the menu entry name the executable under the prefix chosen at installation.
 install() {
     prefix=$(mktemp -d)
     trap 'rm -rf "$prefix"' EXIT
@@ -85,8 +85,10 @@ install() {
     done
     service=$prefix/share/dbus-1/services/$id.service
     grep -qx "Name=$id" "$service" || fail "the service file does not name $id"
-    grep -qx "Exec=$prefix/bin/kestrel" "$service" ||
-        fail "the service file starts $(grep '^Exec=' "$service")"
+    for file in "$service" "$prefix/share/applications/$id.desktop"; do
+        grep -qx "Exec=$prefix/bin/kestrel" "$file" ||
+            fail "$(basename "$file") starts $(grep '^Exec=' "$file")"
+    done
 }
 
 what=$1
