@@ -4,11 +4,10 @@
         desktop.start([desktop.program])
         desktop.click(*desktop.icon_rect().center)
 
-Plasma refuses to be root. So the session runs as an account that exists only in a mount namespace,
-which only root can make: `missing()` says where that, or Plasma, cannot be had. On X11 it is what a
-login starts; on Wayland KWin shows its one output as a window that fills the virtual screen, and the
-pointer, the keyboard and the pixels are that screen's in both. All places are told in pixels of that
-screen.
+It is what a login starts. Plasma refuses to be root, so it runs as an account that exists only in a
+mount namespace, which only root can make: `missing()` says where that, or Plasma, cannot be had. On
+Wayland KWin shows its one output as a window that fills the virtual screen: the pointer, the
+keyboard and the pixels are that screen's in both. All places are told in pixels of that screen.
 """
 import contextlib
 import json
@@ -144,10 +143,10 @@ class PlasmaBar(Bar):
 
 
 class PlasmaDesktop(Desktop):
-    """session: "x11" or "wayland"; program: the path of one to install; width, height: the desktop's
-    size in its own units; scale: how many pixels make one of those; xwayland_scale: at which scale
-    X11 programs in the Wayland session have to paint themselves: the compositor enlarges what is
-    then still missing (by default: nothing)."""
+    """session: "x11" or "wayland"; program: the path of the one to install; width, height: the
+    desktop's size in its own units; scale: how many pixels make one of those; xwayland_scale: at
+    which scale X11 programs in the Wayland session have to paint themselves (by default at that of
+    the desktop): the compositor enlarges them by what is missing then."""
 
     bus_services = "org.a11y.Bus", "org.kde.*"
 
@@ -225,8 +224,8 @@ class PlasmaDesktop(Desktop):
         path = self._copy_program(program)
         for icon in PACKAGING.glob("icons/**/*.svg"):
             self.write(f"share/{icon.relative_to(PACKAGING)}", icon.read_bytes())
-        entry = next(PACKAGING.glob(ENTRY + "*")).read_text(encoding="utf-8")
-        self.write("share/applications/" + ENTRY, entry.replace("@KESTREL_EXECUTABLE@", path))
+        entry = (PACKAGING / ENTRY).read_text(encoding="utf-8")
+        self.write("share/applications/" + ENTRY, entry.replace("Exec=kestrel", "Exec=" + path))
         return path
 
     def _as_account(self, command):

@@ -1,5 +1,5 @@
-"""The status icon and the popover in KDE Plasma, on X11 and on Wayland: what rounds.py asks in every
-panel, and what only a whole desktop can show."""
+"""The status icon and the popover in KDE Plasma, on X11 and on Wayland: what rounds.py asks in all
+panels, and what only a whole desktop can show."""
 import collections
 import os
 import shlex
@@ -174,8 +174,8 @@ class PlasmaTest(PanelRounds):
         try:
             wait_for(lambda: self.selected() == [title])
         except AssertionError:
-            raise AssertionError(f"{self.selected()} selected and not {title!r}; the window beneath "
-                                 f"holds {self.below.text!r}") from None
+            raise AssertionError(f"{self.selected()} selected and not {title!r}; the window "
+                                 f"beneath holds {self.below.text!r}") from None
 
     def assert_has_the_keyboard(self):
         """All keys are the popover's while it is open, and then the window's that had them."""
