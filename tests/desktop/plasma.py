@@ -67,6 +67,11 @@ callDBus("%s", "/", "test.Plasma", "windows", JSON.stringify(found));
 REPORT_INTERFACE = "test.Plasma"
 SHELL = ("Plasma", "plasmashell")       # its names before and after its start
 TRAY = "panels()[0].widgets('org.kde.plasma.systemtray')[0]"
+UNGROUP = """var tasks = panels()[0].widgets('org.kde.plasma.icontasks')[0];
+tasks.currentConfigGroup = ['General'];
+tasks.writeConfig('groupingStrategy', 0);
+tasks.reloadConfig();
+"""
 LARGEST_ICON = 40       # pixels; the task bar's buttons, which may have the same name, are larger
 
 
@@ -165,6 +170,7 @@ class PlasmaDesktop(Desktop):
             self._start_bus()
             self._start_session(width, height)
             self._wait_for_shell()
+            self.script(UNGROUP)
         except BaseException:
             self.stop()
             raise
