@@ -124,6 +124,8 @@ class _Xlib:
 class Session:
     """What desktops of every kind share: folders, the session bus, processes, icons on the bus."""
 
+    bus_services = BUS_SERVICES
+
     def __init__(self, session_bus=True):
         self.processes = ProcessGroup()
         self.folder = tempfile.mkdtemp(prefix="kestrel-desktop-")
@@ -205,9 +207,9 @@ class Session:
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + self.path("no-bus")
             return
         os.mkdir(self.path("services"))
-        for name in BUS_SERVICES:
-            if os.path.exists(f"{SERVICES}{name}.service"):
-                os.symlink(f"{SERVICES}{name}.service", self.path("services", name + ".service"))
+        for name in self.bus_services:
+            for path in glob.glob(f"{SERVICES}{name}.service"):
+                os.symlink(path, self.path("services", os.path.basename(path)))
         configuration = self.write("bus.conf", SESSION_BUS.format(folder=self.folder))
         self.bus_process = self.start_service(
             ["dbus-daemon", "--config-file=" + configuration, "--nofork", "--nopidfile",

@@ -37,8 +37,8 @@ from processes import PATIENCE, wait_for
 PACKAGING = pathlib.Path(__file__).resolve().parents[2] / "packaging"
 ENTRY = "app.kestrel.Kestrel.desktop"
 ACCOUNT, USER_ID = "plasma", 4711
-TOOLS = ("Xvfb", "xdotool", "unshare", "setpriv", "plasmashell", "startplasma-x11", "kwin_x11",
-         "kwin_wayland_wrapper", "Xwayland")
+TOOLS = ("Xvfb", "xdotool", "unshare", "setpriv", "plasmashell", "startplasma-x11",
+         "startplasma-wayland", "kwin_x11", "kwin_wayland_wrapper", "Xwayland")
 NAMESPACE = ["unshare", "--mount", "--propagation", "private"]
 # unshare, the shell and setpriv each become the next: in the end the process is the program's.
 AS_ACCOUNT = f"""mount --bind "$1" /etc/passwd && mount --bind "$2" /etc/group && shift 2 &&
@@ -54,10 +54,6 @@ SETTINGS = {
 }
 AUTOSTART = "/etc/xdg/autostart"
 STARTED = {"org.kde.plasmashell.desktop", "xembedsniproxy.desktop"}
-# What startplasma-wayland sets, which cannot be told to start KWin in a window.
-WAYLAND = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5",
-           "KDE_SESSION_UID": str(USER_ID), "QT_AUTO_SCREEN_SCALE_FACTOR": "0",
-           "KWIN_COMPOSE": "Q"}
 REPORT = """var found = [], all = workspace.clientList();
 for (var i = 0; i < all.length; ++i) {
     var w = all[i], g = w.frameGeometry;
@@ -148,6 +144,8 @@ class PlasmaDesktop(Desktop):
     X11 programs in the Wayland session have to paint themselves: the compositor enlarges what is
     then still missing (by default: nothing)."""
 
+    bus_services = "org.a11y.Bus", "org.kde.*"
+
     def __init__(self, session, program, width=1280, height=800, scale=1, xwayland_scale=None):
         Session.__init__(self)
         self.session, self.scale = session, scale
@@ -200,7 +198,6 @@ class PlasmaDesktop(Desktop):
             USER=ACCOUNT, LOGNAME=ACCOUNT, SHELL="/bin/sh", QT_QUICK_BACKEND="software",
             PATH=self.path("bin") + ":/usr/local/bin:/usr/bin:/bin",
             XDG_DATA_DIRS=self.path("share") + ":/usr/local/share:/usr/share",
-            XDG_CONFIG_DIRS=self.path("config", "kdedefaults") + ":/etc/xdg",
             # The shell tells where the icons are.
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
 
@@ -274,16 +271,17 @@ class PlasmaDesktop(Desktop):
     # The session.
 
     def _start_session(self, width, height):
-        if self.session == "x11":
-            self.start_service(["startplasma-x11"])
-            return
-        # The wrapper starts the first one that it finds.
-        self._copy_program(shutil.which("kwin_wayland"))
-        self.start_service(
-            ["kwin_wayland_wrapper", "--x11-display", self.environment["DISPLAY"],
-             "--width", str(width), "--height", str(height), "--scale", str(self.scale),
-             "--no-lockscreen", "--xwayland", "--exit-with-session",
-             shutil.which("plasma_session") or "/usr/bin/plasma_session"], WAYLAND)
+        """As a login does it. The session starts KWin's wrapper as it finds it, and the wrapper the
+        first KWin."""
+        if self.session == "wayland":
+            words = ["kwin_wayland_wrapper", "--x11-display", self.environment.pop("DISPLAY"),
+                     "--width", width, "--height", height, "--scale", self.scale,
+                     "--no-lockscreen"]
+            words[0] = shutil.which(words[0])
+            self.write("bin/kwin_wayland_wrapper",
+                       f'#!/bin/sh\nexec {" ".join(map(str, words))} "$@"\n', 0o755)
+            self._copy_program(shutil.which("kwin_wayland"))
+        self.start_service(["startplasma-" + self.session])
 
     def _wait_for_shell(self):
         wait_for(self._has_panel, 60, "the panel", pause=0.1)

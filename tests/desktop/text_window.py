@@ -1,37 +1,38 @@
-"""A window to type into, of a toolkit that is a Wayland program in a Wayland session."""
+"""A window to type into (see note.py), on a desktop that tells its managed windows and what its
+shell shows."""
 import pathlib
 import re
 import sys
 
 from processes import wait_for
+from shell_session import text_of
 
-PROGRAM = pathlib.Path(__file__).with_name("text_application.py")
+PROGRAM = pathlib.Path(__file__).with_name("note.py")
 
 
 class TextWindow:
-    """On a desktop that knows its managed windows."""
+    """There is one for each title; starting it again brings it to the front."""
 
     def __init__(self, desktop, title="Text"):
         self.desktop, self.title = desktop, title
-        self._file = desktop.path("home", title + ".text")
-        # The account of the desktop need not be able to read the sources.
-        program = desktop.write("home/text_application.py", PROGRAM.read_bytes())
-        self.command = [sys.executable, program, title, self._file]
+        self._process = None
+        # The desktop's account need not be able to read the sources.
+        program = desktop.write("home/note.py", PROGRAM.read_bytes())
+        self.command = [sys.executable, program, title, "org.example." + title]
 
     def start(self):
-        """Starts it and waits until it has the keyboard."""
-        self.desktop.start(self.command)
+        """Starts it and waits until it has the keyboard and the task bar shows it: a panel that is
+        clicked while the window manager gives the keyboard to a new window may not hear of it."""
+        before = len(self.desktop.buttons())
+        self._process = self.desktop.start(self.command)
         self.wait_for_keyboard()
+        wait_for(lambda: len(self.desktop.buttons()) > before, what="the task bar's button")
         return self
 
     @property
     def text(self):
-        """All that has been typed into it; None before it is there."""
-        try:
-            with open(self._file, encoding="utf-8") as file:
-                return file.read()
-        except FileNotFoundError:
-            return None
+        """All that has been typed into it since it was started here."""
+        return text_of(self._process)
 
     @property
     def window(self):

@@ -102,6 +102,12 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, IconRenderer render
     connect(&notifier_, &StatusNotifierItem::menuWanted, this,
             &LinuxStatusItem::notifierMenuWanted);
     qApp->installEventFilter(this);
+    // Panels that are no windows are only known by the room that is kept for them.
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &LinuxStatusItem::watch);
+    const auto screens = QGuiApplication::screens();
+    for (const auto* screen : screens) {
+        watch(screen);
+    }
     // Where it comes first, it need not wait until a panel has told of itself.
     notifier_.setOffered(first_ == Protocol::notifier);
     choosePanel();
@@ -252,6 +258,10 @@ void LinuxStatusItem::sampleBackground() {
         panelColor_ = color;
         updateIcon();
     }
+}
+
+void LinuxStatusItem::watch(const QScreen* screen) {
+    connect(screen, &QScreen::availableGeometryChanged, &settling_, qOverload<>(&QTimer::start));
 }
 
 void LinuxStatusItem::updateIcon() {

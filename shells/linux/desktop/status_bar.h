@@ -15,6 +15,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
 
 #include <functional>
@@ -93,6 +94,7 @@ class LinuxStatusItem final : public QObject, public StatusItem {
     void clicked();
     PopoverAnchor anchor() const;
 
+    void watch(const QScreen* screen);
     void sampleBackground();
     void updateIcon();
     QColor notifierColor() const;
