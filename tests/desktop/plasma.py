@@ -224,8 +224,8 @@ class PlasmaDesktop(Desktop):
         path = self._copy_program(program)
         for icon in PACKAGING.glob("icons/**/*.svg"):
             self.write(f"share/{icon.relative_to(PACKAGING)}", icon.read_bytes())
-        entry = (PACKAGING / ENTRY).read_text(encoding="utf-8")
-        self.write("share/applications/" + ENTRY, entry.replace("Exec=kestrel", "Exec=" + path))
+        entry = (PACKAGING / (ENTRY + ".in")).read_text(encoding="utf-8")
+        self.write("share/applications/" + ENTRY, entry.replace("@KESTREL_EXECUTABLE@", path))
         return path
 
     def _as_account(self, command):

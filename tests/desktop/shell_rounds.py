@@ -189,9 +189,12 @@ class ShellRounds(PanelRounds):
         self.assert_opens()
         self.kestrel.click_row(title)
         self.desktop.wait_for_focus(title)
-        order = [window.title for window in self.desktop.shell_windows()]
-        self.assertLess(order.index("Cover of " + title), order.index(title))
+        self.wait_until(lambda: self.is_above(title, "Cover of " + title), f"{title} to be raised")
         note.stop()
+
+    def is_above(self, title, other):
+        order = [window.title for window in self.desktop.shell_windows()]
+        return order.index(title) > order.index(other)
 
     # Looks.
 

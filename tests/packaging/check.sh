@@ -12,10 +12,13 @@ need() {
     command -v "$1" > /dev/null || { echo "$1 is not installed" >&2; exit 77; }
 }
 
-# desktop_entry FILE
+# desktop_entry CMAKE BUILD-DIRECTORY: the entry as it is installed.
 desktop_entry() {
     need desktop-file-validate
-    output=$(desktop-file-validate "$1" 2>&1) || fail "$output"
+    prefix=$(mktemp -d)
+    trap 'rm -rf "$prefix"' EXIT
+    "$1" --install "$2" --prefix "$prefix" > /dev/null
+    output=$(desktop-file-validate "$prefix"/share/applications/*.desktop 2>&1) || fail "$output"
     [ -z "$output" ] || fail "$output"
 }
 
@@ -71,8 +74,8 @@ translations() {
     done
 }
 
-# install CMAKE BUILD-DIRECTORY: everything lands where desktops look for it, and the service
-# file and the menu entry name the executable under the prefix chosen at installation.
+# install CMAKE BUILD-DIRECTORY: everything lands where desktops look for it, and the entry and the
+# service file name the executable under the prefix chosen at installation.
 install() {
     prefix=$(mktemp -d)
     trap 'rm -rf "$prefix"' EXIT
@@ -80,6 +83,7 @@ install() {
     id=app.kestrel.Kestrel
     for file in "applications/$id.desktop" "metainfo/$id.metainfo.xml" \
         "icons/hicolor/scalable/apps/$id.svg" \
+        "icons/hicolor/22x22/apps/$id-symbolic.svg" \
         "icons/hicolor/symbolic/apps/$id-symbolic.svg"; do
         [ -s "$prefix/share/$file" ] || fail "share/$file is missing"
     done
@@ -87,7 +91,7 @@ install() {
     grep -qx "Name=$id" "$service" || fail "the service file does not name $id"
     for file in "$service" "$prefix/share/applications/$id.desktop"; do
         grep -qx "Exec=$prefix/bin/kestrel" "$file" ||
-            fail "$(basename "$file") starts $(grep '^Exec=' "$file")"
+            fail "$file starts $(grep '^Exec=' "$file")"
     done
 }
 
