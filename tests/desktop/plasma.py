@@ -13,7 +13,6 @@ import contextlib
 import json
 import os
 import pathlib
-import re
 import shutil
 import signal
 import subprocess
@@ -314,10 +313,9 @@ class PlasmaDesktop(Desktop):
         self._wait_for_shell()
 
     def script(self, text):
-        """Has the shell run a text of its scripting language; what that prints."""
+        """Has the shell run a text of its scripting language."""
         shell = self.bus.get_object("org.kde.plasmashell", "/PlasmaShell", introspect=False)
-        return str(shell.evaluateScript(text, dbus_interface="org.kde.PlasmaShell",
-                                        timeout=PATIENCE))
+        shell.evaluateScript(text, dbus_interface="org.kde.PlasmaShell", timeout=PATIENCE)
 
     def apply_colors(self, name):
         """BreezeLight, BreezeDark: as the system settings do."""
@@ -329,11 +327,9 @@ class PlasmaDesktop(Desktop):
         return next((window.rect for window in self.managed_windows()
                      if window.is_panel and max(window.rect[2:]) > 300 * self.scale), None)
 
-    def panel(self, edge=None):
-        """The panel, after it was moved to an edge of the screen if one is named."""
-        if edge:
-            self.script(f"panels()[0].location = '{edge}'")
-        edge = edge or self.script("print(panels()[0].location)").strip()
+    def panel(self, edge):
+        """The panel, at an edge of the screen to which it is moved if need be."""
+        self.script(f"panels()[0].location = '{edge}'")
 
         def settled():
             rect = self._panel()
@@ -442,10 +438,9 @@ class PlasmaDesktop(Desktop):
             self._report = json.loads(message.get_args_list()[0])
         return dbus.lowlevel.HANDLER_RESULT_NOT_YET_HANDLED
 
-    def managed_window(self, title=None, pid=None):
-        """The first such window, or None; `title` is a pattern."""
-        return next((window for window in self.managed_windows() if pid in (None, window.pid)
-                     and (title is None or re.search(title, window.title))), None)
+    def managed_window(self, title):
+        """The window of that title, or None."""
+        return next((window for window in self.managed_windows() if window.title == title), None)
 
     def focused_window(self):
         return next((hex(window.id) for window in self.managed_windows() if window.is_active), None)

@@ -246,12 +246,17 @@ class PlasmaTest(PanelRounds):
 
     # Launches.
 
-    def application(self, title):
-        """A text window, and an item that starts it."""
-        window = TextWindow(self.desktop, title)
-        path = self.desktop.write(f"home/{title}.sh",
+    def script(self, window):
+        """A command file that starts a text window."""
+        return self.desktop.write(f"home/{window.title}.sh",
                                   f"#!/bin/sh\nexec {shlex.join(window.command)}\n", 0o755)
-        return window, item("App", title, path, f"7F3A0C52-8E1B-4D6F-9A20-{len(title):012}")
+
+    def entry(self, window):
+        """The menu entry of a text window that runs on the bus."""
+        return self.desktop.write(
+            f"data/applications/org.example.{window.title}.desktop",
+            f"[Desktop Entry]\nType=Application\nName={window.title}\nDBusActivatable=true\n"
+            f"Exec={shlex.join(window.command)}\n")
 
     def assert_launched_to_the_front(self, window):
         self.assert_opens()
@@ -262,18 +267,21 @@ class PlasmaTest(PanelRounds):
         self.assert_stays(window.has_keyboard)
 
     def assert_launches_come_to_the_front(self):
-        """A new application, and one whose window another covers."""
+        """A new application, and those whose windows others cover."""
         self.start_session()
-        fresh, running = self.application("Fresh"), self.application("Running")
-        self.items = [fresh[1], running[1]]
+        fresh, running, on_bus = windows = [TextWindow(self.desktop, title)
+                                            for title in ("Fresh", "Running", "Bus")]
+        paths = self.script(fresh), self.script(running), self.entry(on_bus)
+        self.items = [item("App", window.title, path, f"7F3A0C52-8E1B-4D6F-9A20-5B6C7D8E9F0{n}")
+                      for n, (window, path) in enumerate(zip(windows, paths))]
         store_before_start(self.desktop, self.items)
         self.start_with_bar("bottom")
-        running[0].start()
-        self.below = TextWindow(self.desktop, "Front").start()
-        self.desktop.click(*running[0].window.rect.center)
-        self.assert_stays(self.below.has_keyboard)
-        self.assert_launched_to_the_front(fresh[0])
-        self.assert_launched_to_the_front(running[0])
+        on_bus.start()
+        running.start()
+        self.desktop.click(*on_bus.window.rect.center)
+        self.assert_stays(running.has_keyboard)     # they do stand at one place
+        for window in (fresh, running, on_bus):
+            self.assert_launched_to_the_front(window)
 
     # Dark and light.
 

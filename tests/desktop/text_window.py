@@ -1,7 +1,6 @@
 """A window to type into (see note.py), on a desktop that tells its managed windows and what its
 shell shows."""
 import pathlib
-import re
 import sys
 
 from processes import wait_for
@@ -36,7 +35,7 @@ class TextWindow:
 
     @property
     def window(self):
-        return self.desktop.managed_window(f"^{re.escape(self.title)}$")
+        return self.desktop.managed_window(self.title)
 
     def has_keyboard(self):
         window = self.window
