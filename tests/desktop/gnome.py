@@ -1,5 +1,5 @@
-"""GNOME Shell on a throw-away desktop: as an X11 window manager on a virtual server, or as a Wayland
-compositor without a screen; with the extension that shows status icons, or as it comes."""
+"""GNOME Shell on a throw-away desktop: as an X11 window manager on a virtual server, or as a
+Wayland compositor without a screen; with the extension that shows status icons, or as it comes."""
 import json
 import time
 
@@ -159,8 +159,8 @@ class GnomeOnX11(_Gnome, Desktop):
 
 
 class GnomeOnWayland(_Gnome):
-    """Its pointer and keyboard are devices that the shell makes for the test. Programs see a Wayland
-    and an X display, and choose for themselves."""
+    """Its pointer and keyboard are devices that the shell makes for the test. Programs see a
+    Wayland and an X display, and choose for themselves."""
 
     variables = {**GnomeOnX11.variables, "XDG_SESSION_TYPE": "wayland"}
 

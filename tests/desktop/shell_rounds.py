@@ -11,7 +11,7 @@ from program import item, popover_content
 from rounds import LONG, SHORT, PanelRounds
 from shell_session import text_of
 
-# Nobody types sooner after a click than this, in seconds; shells need part of it.
+# Nobody types or clicks sooner after a click than this, in seconds; shells need part of it.
 FINGERS = 0.5
 # A shell that has opened something of its own may take the first Escape or click for that.
 TRIES = 2
@@ -136,6 +136,21 @@ class ShellRounds(PanelRounds):
         except Timeout:
             pass    # it was the shell that has heard it
 
+    def assert_opens_at_a_second_start(self):
+        self.second_start()
+        self.assertIsNone(self.misplacement(popover_content(self.kestrel.popover(), self.scale)))
+        self.desktop.key("Escape")
+        self.assert_stays_closed()
+
+    def assert_closes_for_another_window(self):
+        """That its user brings forward from the keyboard, say."""
+        other = self.desktop.open_note("Other")
+        self.desktop.raise_window("Note")
+        self.assert_opens()
+        self.desktop.raise_window("Other")
+        self.assert_stays_closed()
+        other.stop()
+
     def window_titles(self):
         """The program's windows that can be switched to."""
         return self.desktop.listed_windows(self.kestrel.process.pid)
@@ -182,15 +197,17 @@ class ShellRounds(PanelRounds):
     def assert_launch_brings_forward(self, title):
         """The application has the keyboard when it is new; and, when it runs already, it comes
         before the others too."""
-        self.assert_opens()
-        self.kestrel.click_row(title)
-        self.desktop.wait_for_focus(title)
+        self.launch(title)
         note = self.desktop.open_note("Cover of " + title)
-        self.assert_opens()
-        self.kestrel.click_row(title)
-        self.desktop.wait_for_focus(title)
+        self.launch(title)
         self.wait_until(lambda: self.is_above(title, "Cover of " + title), f"{title} to be raised")
         note.stop()
+
+    def launch(self, title):
+        self.assert_opens()
+        self.assert_stays(self.kestrel.popover, FINGERS)
+        self.kestrel.click_row(title)
+        self.desktop.wait_for_focus(title)
 
     def is_above(self, title, other):
         order = [window.title for window in self.desktop.shell_windows()]

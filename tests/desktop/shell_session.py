@@ -48,8 +48,8 @@ class ShellWindow(NamedTuple):
 
 class ShellSession(Session):
     """Put before a desktop that it is to be of. A subclass says which `service` runs JavaScript, a
-    bus name with its path, and which `variables` its programs see; `settings` are texts of GVariants
-    by schema path and key."""
+    bus name with its path, and which `variables` its programs see; `settings` are texts of
+    GVariants by schema path and key."""
 
     service = variables = None
     settings = {}
