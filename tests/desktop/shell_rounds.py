@@ -64,8 +64,12 @@ class ShellRounds(PanelRounds):
         x, y, width, height = self.bar.rect
         around = Bar(Rect(rect.x, self.bar.screen.y, rect.width, self.bar.screen.height),
                      self.bar.edge, height)
-        self.icon = wait_for(lambda: around.icon(self.desktop.picture()), what="a painted icon")
-        self.assertGreaterEqual(self.icon.contrast, self.readable, self.icon)
+
+        def readable():
+            icon = around.icon(self.desktop.picture())
+            return icon if icon and icon.contrast >= self.readable else None
+        # It is painted again when the program has seen the bar, which a shell fades in.
+        self.icon = wait_for(readable, what="an icon that can be read", pause=0.1)
 
     def assert_other_buttons_do_nothing(self):
         windows = self.desktop.shell_windows(self.kestrel.process.pid)
