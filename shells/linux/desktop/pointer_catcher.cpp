@@ -38,6 +38,7 @@ void PointerCatcher::cover(const QRect& hole) {
         everything |= screen->geometry();
     }
     setGeometry(everything);
+    hole_ = hole;
     if (hole.isEmpty()) {
         clearMask();
     } else {
@@ -68,8 +69,10 @@ void PointerCatcher::look() {
     }
 }
 
+// A compositor may take a moment to know of the hole: what was clicked there was not elsewhere.
 void PointerCatcher::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->buttons() == Qt::NoButton) {
+    const bool isInHole = hole_.contains(event->globalPosition().toPoint());
+    if (event->buttons() == Qt::NoButton && !isInHole) {
         clicked_();
     }
 }

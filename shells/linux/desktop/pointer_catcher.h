@@ -43,6 +43,7 @@ class PointerCatcher final : public QWidget {
     QTimer looking_;
     QElapsedTimer sinceStart_;
     QPoint falsePosition_;
+    QRect hole_;
 };
 
 } // namespace kestrel::linux_shell
