@@ -203,12 +203,12 @@ class PlasmaTest(PanelRounds):
     def assert_closes_by_keys(self, *keys):
         """Such as give the keyboard to something else."""
         for key in keys:
-            self.below.wait_for_keyboard()
             self.assert_opens()
             self.desktop.key(key)
             self.assert_stays_closed()
             self.desktop.key("Escape")      # what has it now
             self.desktop.click(*self.below.window.rect.center)
+            self.below.wait_for_keyboard()
 
     def assert_closes_by_a_new_window(self):
         self.assert_opens()
@@ -224,6 +224,7 @@ class PlasmaTest(PanelRounds):
         self.kestrel.open_settings()
         self.assertEqual([window.is_in_task_bar for window in self.listed()], [True])
         self.kestrel.close_settings()
+        self.below.wait_for_keyboard()
 
     def listed(self):
         """The program's windows that some list shows."""
