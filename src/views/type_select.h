@@ -27,6 +27,9 @@ class TypeSelect {
     std::optional<std::size_t> typed(std::string_view text, const ItemList& items,
                                      std::optional<std::size_t> current);
 
+    /// What is typed next begins anew.
+    void reset() { prefix_.clear(); }
+
   private:
     Clock& clock_;
     std::string prefix_;

@@ -102,7 +102,10 @@ void MenuPopoverView::typed(std::string_view text) {
         setHoveredRow(match);
 }
 
-void MenuPopoverView::resetHighlight() { setHoveredRow(std::nullopt); }
+void MenuPopoverView::resetHighlight() {
+    typeSelect_.reset();
+    setHoveredRow(std::nullopt);
+}
 
 void MenuPopoverView::setHoveredRow(std::optional<std::size_t> position) {
     if (hoveredRow_ == position)

@@ -57,7 +57,7 @@ class MenuPopoverView {
     /// Highlights the row that the letters typed so far name; see TypeSelect.
     void typed(std::string_view text);
 
-    /// The popover opens or closes: no row is highlighted any more.
+    /// The popover opens or closes: no row is highlighted any more, and letters begin anew.
     void resetHighlight();
 
   private:

@@ -164,6 +164,19 @@ TEST_F(MenuPopoverViewTest, ReturnLaunchesTheHighlightedRowOnly) {
     EXPECT_THAT(log.calls, ElementsAre("workspace.openApplication /apps/three", "onClose"));
 }
 
+TEST_F(MenuPopoverViewTest, LettersBeginAnewWhenThePopoverOpensAgain) {
+    LauncherItem alpha = first;
+    alpha.title = "Alpha";
+    LauncherItem bravo = first;
+    bravo.title = "Bravo";
+    manager.items.assign({alpha, bravo});
+    view->typed("a");
+    EXPECT_EQ(view->hoveredRow(), 0U);
+    view->resetHighlight();
+    view->typed("b");
+    EXPECT_EQ(view->hoveredRow(), 1U) << "within the time in which letters make one prefix";
+}
+
 // The layout's numbers.
 
 namespace mps = menu_popover_style;
