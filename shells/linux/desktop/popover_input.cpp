@@ -41,15 +41,10 @@ class GrabbedInput : public PopoverInput {
   private:
     void grab() {
         auto* window = popover_.windowHandle();
-        if (window == nullptr || x11::isMouseButtonDown()) {
+        if (window == nullptr || x11::isMouseButtonDown() || !x11::grabPointer(popover_.winId())) {
             return;
         }
-        // Who has the pointer by the toolkit's protocol is refused it by the other one too, and a
-        // shell may give back the pointer before the keyboard.
-        window->setMouseGrabEnabled(false);
-        if (!x11::canGrabPointer(popover_.winId())) {
-            return;
-        }
+        // A shell may give back the pointer before the keyboard.
         window->setMouseGrabEnabled(true);
         if (window->setKeyboardGrabEnabled(true)) {
             retry_.stop();

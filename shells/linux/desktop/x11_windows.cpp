@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <xcb/xinput.h>
 
 namespace kestrel::linux_shell::x11 {
 namespace {
@@ -116,23 +117,29 @@ WId activeWindow() {
     return active.empty() ? 0 : active.front();
 }
 
-// By the core protocol, which tells a refusal; the toolkit's own grab does not.
-bool canGrabPointer(WId window) {
+// By XInput 2, as the toolkit does it, which does not read whether it was refused: the server takes
+// a grab by the core protocol for somebody else's, and what happens under such a one is lost.
+bool grabPointer(WId window) {
     auto* c = connection();
     if (c == nullptr) {
         return false;
     }
-    const Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
-        c,
-        xcb_grab_pointer(c, 0, idOf(window), XCB_EVENT_MASK_NO_EVENT, XCB_GRAB_MODE_ASYNC,
-                         XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE,
-                         XCB_TIME_CURRENT_TIME),
-        nullptr));
-    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) {
+    const Reply<xcb_input_xi_get_client_pointer_reply_t> pointer(
+        xcb_input_xi_get_client_pointer_reply(
+            c, xcb_input_xi_get_client_pointer(c, XCB_WINDOW_NONE), nullptr));
+    if (!pointer) {
         return false;
     }
-    xcb_ungrab_pointer(c, XCB_TIME_CURRENT_TIME);
-    return true;
+    constexpr std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |
+                                     XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE |
+                                     XCB_INPUT_XI_EVENT_MASK_MOTION;
+    const auto cookie = xcb_input_xi_grab_device(
+        c, idOf(window), XCB_TIME_CURRENT_TIME, XCB_CURSOR_NONE, pointer->deviceid,
+        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_OWNER, 1,
+        &events);
+    const Reply<xcb_input_xi_grab_device_reply_t> reply(
+        xcb_input_xi_grab_device_reply(c, cookie, nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 } // namespace kestrel::linux_shell::x11

@@ -35,7 +35,9 @@ void activate(WId window);
 /// The window that the window manager says has the keyboard; 0 when it names none.
 WId activeWindow();
 
-/// True when nobody holds the pointer, so that `window`, which is shown, could.
-bool canGrabPointer(WId window);
+/// Has all of the pointer's buttons and movements told to the program, those elsewhere to `window`,
+/// which is shown. False when somebody else holds the pointer. The toolkit may grab it anew at any
+/// time, by the same protocol.
+bool grabPointer(WId window);
 
 } // namespace kestrel::linux_shell::x11
