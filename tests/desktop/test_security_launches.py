@@ -199,7 +199,7 @@ class LaunchesTest(DesktopTest):
         self.start(items)
         for row in range(len(items)):
             self.launch(row)
-            self.wait_until(lambda: self.lines("told")[-1] == "end", "the command's end")
+            self.wait_until(lambda: self.lines("told")[-1:] == ["end"], "the command's end")
             told = self.lines("told")
             self.assertEqual(told[1:], ["$(touch canary)", "end"])
             os.unlink(self.home("told"))
