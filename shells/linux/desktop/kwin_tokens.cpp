@@ -13,11 +13,9 @@
 #include <wayland-client.h>
 
 namespace kestrel::linux_shell {
-namespace {
+namespace wayland {
 
-constexpr int longestWait = 200; // milliseconds, for each answer
-
-struct WaylandRelease {
+struct Release {
     void operator()(wl_display* display) const { wl_display_disconnect(display); }
     void operator()(wl_registry* registry) const { wl_registry_destroy(registry); }
     void operator()(wl_seat* seat) const { wl_seat_destroy(seat); }
@@ -28,13 +26,21 @@ struct WaylandRelease {
     }
 };
 template <typename T>
-using WaylandPtr = std::unique_ptr<T, WaylandRelease>;
+using Ptr = std::unique_ptr<T, Release>;
 
 /// What the compositor offers of what is needed here.
 struct Globals {
-    WaylandPtr<wl_seat> seat;
-    WaylandPtr<xdg_activation_v1> activation;
+    Ptr<wl_seat> seat;
+    Ptr<xdg_activation_v1> activation;
 };
+
+} // namespace wayland
+
+namespace {
+
+using namespace wayland;
+
+constexpr int longestWait = 200; // milliseconds, for each answer
 
 void globalAdded(void* data, wl_registry* registry, std::uint32_t name, const char* interface,
                  std::uint32_t) {
@@ -75,7 +81,7 @@ bool dispatchNext(wl_display* display) {
 bool roundTrip(wl_display* display) {
     constexpr wl_callback_listener listener{.done = answered};
     bool isDone = false;
-    const WaylandPtr<wl_callback> callback(wl_display_sync(display));
+    const Ptr<wl_callback> callback(wl_display_sync(display));
     wl_callback_add_listener(callback.get(), &listener, &isDone);
     while (!isDone) {
         if (!dispatchNext(display)) {
@@ -88,16 +94,15 @@ bool roundTrip(wl_display* display) {
 } // namespace
 
 struct KWinTokens::Connection {
-    WaylandPtr<wl_display> display;
-    Globals globals;
-    WaylandPtr<wl_registry> registry;
+    wayland::Ptr<wl_display> display;
+    wayland::Globals globals;
+    wayland::Ptr<wl_registry> registry;
 };
 
 KWinTokens::KWinTokens() {
     static constexpr wl_registry_listener listener{.global = globalAdded,
                                                    .global_remove = globalRemoved};
-    WaylandPtr<wl_display> display(currentDesktopIs(u"KDE") ? wl_display_connect(nullptr)
-                                                            : nullptr);
+    Ptr<wl_display> display(currentDesktopIs(u"KDE") ? wl_display_connect(nullptr) : nullptr);
     if (!display) {
         return;
     }
@@ -124,7 +129,7 @@ std::string KWinTokens::take() {
         return {};
     }
     std::string result;
-    const WaylandPtr<xdg_activation_token_v1> token(
+    const Ptr<xdg_activation_token_v1> token(
         xdg_activation_v1_get_activation_token(globals.activation.get()));
     xdg_activation_token_v1_add_listener(token.get(), &listener, &result);
     // The token lapses when a window is activated that was used after this serial, as the one
