@@ -24,7 +24,6 @@ class CinnamonTest(ShellRounds):
         self.assert_keyboard_is_the_popovers(note)
         self.assert_closes_by_clicks(self.place_in("Note"), self.elsewhere(),
                                      self.empty_place_on_the_bar())
-        self.assert_closes_for_another_window()
         self.assert_opens_at_a_second_start()
         self.assert_other_buttons_do_nothing()
         self.assert_only_the_settings_are_listed()

@@ -17,7 +17,7 @@ namespace {
 
 constexpr auto popup = Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
 
-/// A popup, which no window manager touches, with a grab of pointer and keyboard. A panel
+/// On X11: a popup, which no window manager touches, with a grab of pointer and keyboard. A panel
 /// that reports the press of a button holds the pointer until its release, and a shell holds both
 /// while it shows something of its own: the toolkit does not notice that its grab was refused, and
 /// without one neither a key nor a click elsewhere is ever seen. So it is tried until it is
@@ -34,10 +34,6 @@ class GrabbedInput : public PopoverInput {
     void take() override { retry_.start(); }
     void end() override { retry_.stop(); }
 
-  protected:
-    /// Pointer and keyboard are the popover's now.
-    virtual void granted() {}
-
   private:
     void grab() {
         auto* window = popover_.windowHandle();
@@ -48,47 +44,11 @@ class GrabbedInput : public PopoverInput {
         window->setMouseGrabEnabled(true);
         if (window->setKeyboardGrabEnabled(true)) {
             retry_.stop();
-            granted();
         }
     }
 
     QWidget& popover_;
     QTimer retry_;
-};
-
-/// On X11. Grabs hide from the popover that something else has been brought forward, by a key that
-/// the desktop hears in spite of them for one: the window manager tells it.
-class PopupInput final : public GrabbedInput {
-  public:
-    PopupInput(QWidget& popover, std::function<void()> close)
-        : GrabbedInput(popover), close_(std::move(close)), watch_([this] { look(); }) {}
-
-    void end() override {
-        GrabbedInput::end();
-        watch_.stop();
-    }
-
-  protected:
-    void granted() override {
-        before_ = x11::activeWindow();
-        watch_.start();
-    }
-
-  private:
-    // A window that ends by itself makes room for the next, which nobody has brought forward.
-    void look() {
-        const WId active = x11::activeWindow();
-        const bool hasMadeRoom = before_ == 0 || x11::rectOnScreen(before_).isEmpty();
-        if (active == 0 || active == before_ || hasMadeRoom) {
-            before_ = active;
-        } else {
-            close_();
-        }
-    }
-
-    std::function<void()> close_;
-    x11::ActiveWindowWatch watch_;
-    WId before_ = 0; ///< the window that was active, which the popover does not change
 };
 
 /// In a Wayland session whose compositor treats X11 windows as a popup's: it has the keyboard by
@@ -207,7 +167,7 @@ std::unique_ptr<PopoverInput> PopoverInput::forSession(QWidget& popover,
         return std::make_unique<NativeInput>(popover);
     }
     if (!x11::isXWayland()) {
-        return std::make_unique<PopupInput>(popover, std::move(close));
+        return std::make_unique<GrabbedInput>(popover);
     }
     if (x11::canBeUnlisted()) {
         return std::make_unique<ActivatedInput>(popover, std::move(close));
