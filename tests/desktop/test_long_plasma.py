@@ -306,8 +306,8 @@ class PlasmaTest(PanelRounds):
 
 
 class X11Test(PlasmaTest):
-    """Here a click that is held tells what it is, since the program can ask for the buttons; and the
-    popover holds the keyboard whatever other windows come."""
+    """Here a click that is held tells what it is, since the program can ask for the buttons; and
+    the popover holds the keyboard whatever other windows come."""
 
     session = "x11"
 

@@ -59,7 +59,6 @@ class ShieldedInput final : public GrabbedInput {
         : GrabbedInput(popover), shield_(std::move(close)) {}
 
     void prepare() override { shield_.prepare(); }
-    bool canFindPointer() const override { return true; }
     void findPointer(std::function<void(std::optional<QPoint>)> found) override {
         shield_.find(std::move(found));
     }
@@ -100,7 +99,6 @@ class ActivatedInput final : public PopoverInput {
                Qt::NoDropShadowWindowHint;
     }
     void prepare() override { shield_.prepare(); }
-    bool canFindPointer() const override { return true; }
     void findPointer(std::function<void(std::optional<QPoint>)> found) override {
         shield_.find(std::move(found));
     }

@@ -30,9 +30,6 @@ class PopoverInput {
     /// Does ahead of time what the first opening would otherwise spend its time on.
     virtual void prepare() {}
 
-    /// True where the X server is not told where the pointer is, unless `findPointer` finds it.
-    virtual bool canFindPointer() const { return false; }
-
     /// Calls `found` once with the pointer's true position, or with nothing when that does not come
     /// to light; `end` calls it off.
     virtual void findPointer(std::function<void(std::optional<QPoint>)> found) {
