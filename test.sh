@@ -17,8 +17,11 @@ esac
 jobs=$(nproc)
 passed=0 failed=0 skipped=0
 failures=()
+reports=()
 
+# Each failure is told again at the end, where it is found without looking through the whole.
 finish() {
+    [ "$failed" -eq 0 ] || tools/count_tests.py --failures "${reports[@]}"
     for name in "${failures[@]}"; do
         echo "failed: $name"
     done
@@ -116,6 +119,7 @@ run_tests() {
     passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + left))
     if [ "$bad" -gt 0 ]; then
         failures+=("$bad tests of $preset")
+        [ ! -e "$report" ] || reports+=("$report")
     fi
     echo "== tests of $preset: $((SECONDS - start)) s"
 }
