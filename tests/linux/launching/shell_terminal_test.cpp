@@ -3,10 +3,13 @@
 #include "shells/linux/launching/gio_workspace.h"
 #include "tests/linux/launching/launching_fixture.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
+#include <glib.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,6 +51,11 @@ class ShellTerminalTest : public LaunchingTest {
         return testing::AssertionFailure() << "a scratch folder is left in the runtime folder";
     }
 };
+
+std::string utf8(char32_t character) {
+    std::array<char, 6> bytes{};
+    return {bytes.data(), static_cast<std::size_t>(g_unichar_to_utf8(character, bytes.data()))};
+}
 
 /// A shell and how some things are said in it.
 struct ShellCase {
@@ -93,6 +101,68 @@ TEST_P(TypedCommandTest, SixtyFourKibibytesArriveWhole) {
         text += "line " + std::to_string(text.size()) + (text.size() % 3 == 0 ? "\n" : " ");
     run("printf %s '" + text + "' > ~/out");
     EXPECT_TRUE(homeFileBecomes("out", text));
+}
+
+TEST_P(TypedCommandTest, ATextLongerThanAWordOfACommandLineArrivesWhole) {
+    // The system takes no single argument and no variable of 128 KiB.
+    for (const std::size_t size : {131071U, 131072U, 1048576U}) {
+        const std::string before = "greet > ~/greeting; printf %s '";
+        const std::string after = "' > ~/out";
+        std::string text;
+        while (text.size() < size)
+            text += "line " + std::to_string(text.size()) + (text.size() % 3 == 0 ? "\n" : " ");
+        text.resize(size - before.size() - after.size(), '.');
+        run(before + text + after);
+        EXPECT_TRUE(homeFileBecomes("out", text)) << size;
+        EXPECT_EQ(readFile(home() / "greeting"), "hello\n");
+        EXPECT_TRUE(scratchIsGone());
+    }
+}
+
+TEST_P(TypedCommandTest, EveryCharacterArrives) {
+    std::string text;
+    for (char32_t character = 1; character < 0x100; ++character)
+        if (character != U'\'')
+            text += utf8(character);
+    // Some shells use those that mean nothing, or are private, for their own purposes.
+    for (const char32_t first : {U'\u2028', U'\ufeff', U'\ue000', U'\ue0b0', U'\ue0f0', U'\uf600',
+                                 U'\uf880', U'\ufdd0', U'\ufff0', U'\U0010fff0'})
+        for (char32_t character = first; character < first + 16; ++character)
+            text += utf8(character);
+    run("printf %s '" + text + "' > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", text));
+}
+
+TEST_P(TypedCommandTest, AControlCharacterAtTheBeginningIsPartOfTheText) {
+    for (const char character : {'\x01', '\x02', '\x1b', '\x7f'}) {
+        const std::string name = std::string(1, character) + "run";
+        writeFile(programs() / name, "#!/bin/sh\nprintf %s \"$1\" > ~/out\n", 0755);
+        run(name + " 'a" + character + "b'");
+        EXPECT_TRUE(homeFileBecomes("out", std::string("a") + character + "b"));
+    }
+}
+
+TEST_P(TypedCommandTest, ATextWithANulRunsNothing) {
+    using namespace std::string_literals;
+    for (const std::string& text : {"echo one >> ~/out\0"s, "\0echo two >> ~/out"s,
+                                    "echo three >> ~/out\n\0echo four >> ~/out"s}) {
+        run(text);
+        EXPECT_FALSE(hasScratch());
+    }
+    run("echo last >> ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "last\n"));
+    EXPECT_EQ(std::ranges::count(readFile(home() / "terminal.pid"), '\n'), 1);
+}
+
+TEST_P(TypedCommandTest, TheUsersVariablesAreLeftAlone) {
+    const char* const names[] = {"folder", "shell", "text", "size", "file", "length"};
+    for (const char* name : names)
+        ::setenv(name, "the user's", 1);
+    run("env | grep \"=the user's\" | sort > ~/list; mv ~/list ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "file=the user's\nfolder=the user's\nlength=the user's\n"
+                                       "shell=the user's\nsize=the user's\ntext=the user's\n"));
+    for (const char* name : names)
+        ::unsetenv(name);
 }
 
 TEST_P(TypedCommandTest, SeveralLinesRunInTurn) {
@@ -195,6 +265,16 @@ TEST_F(BashTest, AListOfPromptCommandsIsKept) {
     type("declare -p PROMPT_COMMAND > ~/out\n");
     EXPECT_TRUE(homeFileBecomes(
         "out", "declare -a PROMPT_COMMAND=([0]=\"echo a >> ~/prompts\" [1]=\"true\")\n"));
+}
+
+TEST_F(BashTest, ALongTextLeavesRoomForProgramsWhereEveryVariableIsExported) {
+    writeFile(home() / ".bashrc", "set -a\nPROMPT_COMMAND='touch ~/prompt'\n");
+    run("env > ~/env; echo done > ~/out; #" + std::string(200000, '.'));
+    ASSERT_TRUE(homeFileBecomes("out", "done\n"));
+    EXPECT_EQ(readFile(home() / "env").find("kestrel_"), std::string::npos);
+    EXPECT_EQ(readFile(home() / "transcript").find("rgument list"), std::string::npos);
+    EXPECT_TRUE(fs::exists(home() / "prompt"));
+    EXPECT_TRUE(scratchIsGone());
 }
 
 TEST_F(BashTest, NoVariableOfOursStays) {
