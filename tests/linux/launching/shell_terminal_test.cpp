@@ -80,9 +80,12 @@ class TypedCommandTest : public ShellTerminalTest, public testing::WithParamInte
         writeFile(home() / ".bashrc", common + "PS1='ready> '\n");
         writeFile(home() / ".zshrc", common + "PS1='ready> '\n");
         writeFile(home() / ".shrc", common);
-        const fs::path fish = fs::path(std::getenv("XDG_CONFIG_HOME")) / "fish";
-        fs::create_directories(fish);
-        writeFile(fish / "config.fish", common + "set -g fish_greeting\n");
+        fs::create_directories(fishConfiguration().parent_path());
+        writeFile(fishConfiguration(), common + "set -g fish_greeting\n");
+    }
+
+    static fs::path fishConfiguration() {
+        return fs::path(std::getenv("XDG_CONFIG_HOME")) / "fish" / "config.fish";
     }
 };
 
@@ -178,6 +181,20 @@ TEST_P(TypedCommandTest, ItRunsInTheHomeFolder) {
 TEST_P(TypedCommandTest, TheUsersAliasesAreLoaded) {
     run("greet > ~/out");
     EXPECT_TRUE(homeFileBecomes("out", "hello\n"));
+}
+
+TEST_P(TypedCommandTest, WhatTheUserHasPutInPlaceOfProgramsChangesNoText) {
+    for (const char* name : {".bashrc", ".zshrc", ".shrc"})
+        std::ofstream(home() / name, std::ios::app)
+            << "cat() { echo replaced; }\nrm() { :; }\nhistory() { :; }\nexec 3</dev/null\n";
+    std::ofstream(fishConfiguration(), std::ios::app)
+        << "function cat; echo replaced; end\nfunction rm; end\n";
+    for (const std::size_t length : {10U, 200000U}) {
+        const std::string text(length, 'x');
+        run("printf %s " + text + " > ~/out");
+        EXPECT_TRUE(homeFileBecomes("out", text));
+        EXPECT_TRUE(scratchIsGone());
+    }
 }
 
 TEST_P(TypedCommandTest, ThePromptStaysInTheSameShell) {
@@ -277,6 +294,12 @@ TEST_F(BashTest, ALongTextLeavesRoomForProgramsWhereEveryVariableIsExported) {
     EXPECT_TRUE(scratchIsGone());
 }
 
+TEST_F(BashTest, AStartFileThatEndsTheShellAtAnErrorDoesNotEndItBeforeTheText) {
+    writeFile(home() / ".bashrc", "set -e\n");
+    run("echo first > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "first\n"));
+}
+
 TEST_F(BashTest, NoVariableOfOursStays) {
     writeFile(home() / ".bashrc", "");
     run("echo first > ~/out");
@@ -335,6 +358,26 @@ TEST_F(ZshTest, CommentsAreStillCommentsWhereTheUserAllowsThem) {
     writeFile(home() / ".zshrc", "PS1='ready> '\nsetopt interactive_comments\n");
     run("echo a!b > ~/out # a comment!");
     EXPECT_TRUE(homeFileBecomes("out", "a!b\n"));
+}
+
+TEST_F(ZshTest, WhateverTheUsersStartFileSetsTheTextRuns) {
+    const std::string text = "a!b\u00e9\ue0b0\x01\x02";
+    for (const char* line :
+         {"precmd_functions=(true)", "precmd() { true }", "setopt no_multibyte",
+          "setopt ksh_arrays", "setopt posix_identifiers", "unsetopt zle", "setopt all_export",
+          "histchars=", "zle-line-init() { true }; zle -N zle-line-init"}) {
+        writeFile(home() / ".zshrc", std::string(line) + "\nPS1='ready> '\n");
+        run("printf %s '" + text + "' > ~/out");
+        EXPECT_TRUE(homeFileBecomes("out", text)) << line;
+        fs::remove(home() / "out");
+    }
+}
+
+TEST_F(ZshTest, CharactersThatTheLineEditorHasAUseForAreInTheHistoryAsTheyAre) {
+    run("echo \ue000\ue0b0\ue0ff > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "\ue000\ue0b0\ue0ff\n"));
+    type("fc -ln -1 > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "echo \ue000\ue0b0\ue0ff > ~/out\n"));
 }
 
 TEST_F(ZshTest, TheCommandIsInTheHistory) {
