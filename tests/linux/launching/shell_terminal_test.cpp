@@ -109,13 +109,13 @@ TEST_P(TypedCommandTest, SixtyFourKibibytesArriveWhole) {
 TEST_P(TypedCommandTest, ATextLongerThanAWordOfACommandLineArrivesWhole) {
     // The system takes no single argument and no variable of 128 KiB.
     for (const std::size_t size : {131071U, 131072U, 1048576U}) {
-        const std::string before = "greet > ~/greeting; printf %s '";
-        const std::string after = "' > ~/out";
         std::string text;
         while (text.size() < size)
             text += "line " + std::to_string(text.size()) + (text.size() % 3 == 0 ? "\n" : " ");
-        text.resize(size - before.size() - after.size(), '.');
-        run(before + text + after);
+        std::string command = "greet > ~/greeting; printf %s '";
+        const std::string_view after = "' > ~/out";
+        text.resize(size - command.size() - after.size(), '.');
+        run(command.append(text).append(after));
         EXPECT_TRUE(homeFileBecomes("out", text)) << size;
         EXPECT_EQ(readFile(home() / "greeting"), "hello\n");
         EXPECT_TRUE(scratchIsGone());
