@@ -5,6 +5,8 @@
 
 #include <poll.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -40,7 +42,10 @@ namespace {
 
 using namespace wayland;
 
-constexpr int longestWait = 200; // milliseconds, for each answer
+using Clock = std::chrono::steady_clock;
+
+/// For all answers of one taking: a click waits for them.
+constexpr std::chrono::milliseconds longestWait{200};
 
 void globalAdded(void* data, wl_registry* registry, std::uint32_t name, const char* interface,
                  std::uint32_t) {
@@ -64,13 +69,14 @@ void tokenDone(void* data, xdg_activation_token_v1*, const char* token) {
 void answered(void* data, wl_callback*, std::uint32_t) { *static_cast<bool*>(data) = true; }
 
 /// Handles what arrives next. False when nothing does in time, or the connection is lost.
-bool dispatchNext(wl_display* display) {
+bool dispatchNext(wl_display* display, Clock::time_point deadline) {
     if (wl_display_prepare_read(display) != 0) {
         return wl_display_dispatch_pending(display) >= 0;
     }
     wl_display_flush(display);
     pollfd ready{wl_display_get_fd(display), POLLIN, 0};
-    if (::poll(&ready, 1, longestWait) <= 0) {
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    if (::poll(&ready, 1, std::max(static_cast<int>(rest.count()), 0)) <= 0) {
         wl_display_cancel_read(display);
         return false;
     }
@@ -78,13 +84,13 @@ bool dispatchNext(wl_display* display) {
 }
 
 /// As the library's own round trip, which has no limit.
-bool roundTrip(wl_display* display) {
+bool roundTrip(wl_display* display, Clock::time_point deadline) {
     constexpr wl_callback_listener listener{.done = answered};
     bool isDone = false;
     const Ptr<wl_callback> callback(wl_display_sync(display));
     wl_callback_add_listener(callback.get(), &listener, &isDone);
     while (!isDone) {
-        if (!dispatchNext(display)) {
+        if (!dispatchNext(display, deadline)) {
             return false;
         }
     }
@@ -120,9 +126,10 @@ std::string KWinTokens::take() {
     if (!connection_) {
         return {};
     }
+    const auto deadline = Clock::now() + longestWait;
     auto* display = connection_->display.get();
     const Globals& globals = connection_->globals;
-    if (!roundTrip(display) || !globals.activation || !globals.seat) {
+    if (!roundTrip(display, deadline) || !globals.activation || !globals.seat) {
         if (wl_display_get_error(display) != 0) {
             connection_.reset();
         }
@@ -139,7 +146,7 @@ std::string KWinTokens::take() {
                                        globals.seat.get());
     // Without an application's name there is no bouncing icon.
     xdg_activation_token_v1_commit(token.get());
-    const bool isGranted = roundTrip(display) && !result.starts_with("not-granted");
+    const bool isGranted = roundTrip(display, deadline) && !result.starts_with("not-granted");
     return isGranted ? result : std::string();
 }
 
