@@ -1,5 +1,6 @@
 #include "shells/linux/storage/file_store.h"
 
+#include "model/item_list_json.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
 #include "shells/linux/storage/uninterrupted.h"
@@ -19,6 +20,9 @@ namespace {
 
 constexpr mode_t ownerReadsAndWrites = 0600;
 constexpr int attemptLimit = 20;
+// Or a list would be saved that is not stored.
+static_assert(FileStore::maximumSize >= maximumListSize);
+
 constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 
 bool namesAFile(std::string_view key) {
