@@ -383,6 +383,18 @@ TEST(ItemListJsonTest, ALongListIsReadWholeWhereverItsBracesStand) {
     }
 }
 
+TEST(ItemListJsonTest, ALongListComesBackInOrderWhateverItsLength) {
+    std::vector<LauncherItem> items;
+    std::string json;
+    for (std::size_t count = 0; json.size() < std::size_t{1} << 20U; count += 97) {
+        while (items.size() < count)
+            items.push_back({.id = someId(), .title = std::to_string(items.size())});
+        json = encodeItems(items).value_or("");
+        const auto decoded = decodeItems(json);
+        ASSERT_TRUE(decoded == items) << count;
+    }
+}
+
 TEST(ItemListJsonTest, AFaultAnywhereInALongListFailsIt) {
     const std::string list = records(2'000);
     EXPECT_TRUE(decodeItems("[" + list + "]"));
