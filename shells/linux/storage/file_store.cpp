@@ -62,7 +62,8 @@ std::optional<std::string> FileStore::read(std::string_view key) const {
     std::string data;
     for (std::size_t length = 0;;) {
         // One byte more than expected, so that the end is usually found without growing.
-        data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
+        if (length == data.size())
+            data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
         const ssize_t count = uninterrupted([&] {
             return operations_.read(file.number(), data.data() + length, data.size() - length);
         });
