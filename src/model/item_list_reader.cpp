@@ -147,7 +147,12 @@ std::optional<std::vector<LauncherItem>> decodeInPieces(std::string_view json) {
     for (std::size_t start = 0; start < json.size();) {
         const std::size_t length = pieceLength(json.substr(start));
         const bool isLast = start + length == json.size();
-        piece.assign(start > 0 ? "[" : "").append(json, start, length).append(isLast ? "" : "]");
+        piece.clear();
+        if (start > 0)
+            piece += '[';
+        piece += json.substr(start, length);
+        if (!isLast)
+            piece += ']';
         piece.reserve(piece.size() + simdjson::SIMDJSON_PADDING); // or the parser copies it
         dom::element root;
         if (parser.parse(piece).get(root) != simdjson::SUCCESS || !appendItems(root, items))
