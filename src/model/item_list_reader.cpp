@@ -79,23 +79,18 @@ std::optional<LauncherItem> readItem(dom::element element) {
     return item;
 }
 
-/// Nothing when the top level is not an array or an element is not an item.
-std::optional<std::vector<LauncherItem>> readItems(dom::element root, std::size_t jsonSize) {
-    // No item is shorter than this, so a long list of something else reserves no memory to match.
-    constexpr std::size_t shortestItem =
-        std::string_view(R"({"id":"","title":"","type":"App"})").size() + Uuid::textLength;
+/// Appends the elements of an array. False when the root is none or an element is not an item.
+bool appendItems(dom::element root, std::vector<LauncherItem>& items) {
     dom::array array;
     if (root.get(array) != simdjson::SUCCESS)
-        return std::nullopt;
-    std::vector<LauncherItem> items;
-    items.reserve(std::min(array.size(), jsonSize / shortestItem));
+        return false;
     for (const dom::element element : array) {
         auto item = readItem(element);
         if (!item)
-            return std::nullopt;
+            return false;
         items.push_back(*std::move(item));
     }
-    return items;
+    return true;
 }
 
 /// Removes one byte-order mark from the front. False when a second one follows, which is no JSON.
@@ -107,9 +102,9 @@ bool skipByteOrderMark(std::string_view& json) {
 }
 
 /// Parses `json` into `document`, which owns the root. Nothing for malformed JSON, invalid UTF-8
-/// (the escape of a lone surrogate included) and too deep a nesting.
+/// (the escape of a lone surrogate included), too deep a nesting and too long a text.
 std::optional<dom::element> parse(dom::document& document, std::string_view json) {
-    if (!skipByteOrderMark(json))
+    if (json.size() > maximumListSize || !skipByteOrderMark(json))
         return std::nullopt;
     // Not kept longer than the parse, so that the items can have the memory of its large buffers.
     dom::parser parser;
@@ -124,12 +119,63 @@ std::optional<dom::element> parse(dom::document& document, std::string_view json
     return root;
 }
 
+/// The length of the next piece of `json`, up to and with the last brace that a comma and another
+/// brace follow within the usual size; all of `json` when there is none.
+std::size_t pieceLength(std::string_view json) {
+    constexpr std::size_t usualSize = std::size_t{64} * 1024;
+    constexpr std::string_view boundary = "},{";
+    if (json.size() <= usualSize)
+        return json.size();
+    std::size_t found = json.rfind(boundary, usualSize);
+    if (found == std::string_view::npos)
+        found = json.find(boundary, usualSize);
+    return found == std::string_view::npos ? json.size() : found + 1;
+}
+
+/// Reads a list a piece at a time, each as a list of its own. The parser's buffers, several times
+/// as large as its text, are so small that they are made once and stay in the processor's cache.
+///
+/// A text up to a boundary makes a list with one bracket added only if the boundary stands between
+/// two elements, and not in a string or deeper down: so what is read in pieces is what the whole
+/// would give. Nothing when a piece does not read, which says nothing about the whole.
+std::optional<std::vector<LauncherItem>> decodeInPieces(std::string_view json) {
+    if (json.empty() || json.size() > maximumListSize)
+        return std::nullopt;
+    dom::parser parser;
+    std::vector<LauncherItem> items;
+    std::string piece;
+    for (std::size_t start = 0; start < json.size();) {
+        const std::size_t length = pieceLength(json.substr(start));
+        const bool isLast = start + length == json.size();
+        piece.clear();
+        if (start > 0)
+            piece += '[';
+        piece += json.substr(start, length);
+        if (!isLast)
+            piece += ']';
+        piece.reserve(piece.size() + simdjson::SIMDJSON_PADDING); // or the parser copies it
+        dom::element root;
+        if (parser.parse(piece).get(root) != simdjson::SUCCESS || !appendItems(root, items))
+            return std::nullopt;
+        // About as many items will come in as many bytes again.
+        if (start == 0 && !isLast)
+            items.reserve(items.size() * (json.size() / length + 1));
+        start += length + 1; // and the comma
+    }
+    return items;
+}
+
 } // namespace
 
 std::optional<std::vector<LauncherItem>> decodeItems(std::string_view json) {
+    if (auto items = decodeInPieces(json))
+        return items;
     dom::document document;
+    std::vector<LauncherItem> items;
     const auto root = parse(document, json);
-    return root ? readItems(*root, json.size()) : std::nullopt;
+    if (!root || !appendItems(*root, items))
+        return std::nullopt;
+    return items;
 }
 
 std::optional<LauncherItem> decodeItem(std::string_view json) {

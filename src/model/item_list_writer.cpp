@@ -55,8 +55,9 @@ void appendString(std::string& json, std::string_view text) {
 }
 
 void appendItem(std::string& json, const LauncherItem& item) {
+    const auto id = item.id.toCharacters();
     json += R"({"id":")";
-    json += item.id.toString();
+    json.append(id.data(), id.size());
     json += R"(","title":)";
     appendString(json, item.title);
     json += R"(,"type":")";
@@ -81,10 +82,10 @@ std::size_t expectedSize(const LauncherItem& item) {
     return keys + texts + texts / 4;
 }
 
-/// Every text stands between ASCII quotes and escapes replace ASCII only, so the whole is valid
-/// UTF-8 exactly when every text is.
+/// Nothing when `json` is too long or not UTF-8. Every text stands between ASCII quotes and escapes
+/// replace ASCII only, so the whole is valid UTF-8 exactly when every text is.
 std::optional<std::string> validated(std::string json) {
-    if (!simdjson::validate_utf8(json))
+    if (json.size() > maximumListSize || !simdjson::validate_utf8(json))
         return std::nullopt;
     return json;
 }
@@ -96,9 +97,11 @@ std::optional<std::string> encodeItems(std::span<const LauncherItem> items) {
     for (const LauncherItem& item : items)
         size += expectedSize(item);
     std::string json;
-    json.reserve(size);
+    json.reserve(std::min(size, maximumListSize));
     json += '[';
     for (const LauncherItem& item : items) {
+        if (json.size() > maximumListSize)
+            return std::nullopt;
         if (json.size() > 1)
             json += ',';
         appendItem(json, item);
@@ -109,7 +112,7 @@ std::optional<std::string> encodeItems(std::span<const LauncherItem> items) {
 
 std::optional<std::string> encodeItem(const LauncherItem& item) {
     std::string json;
-    json.reserve(expectedSize(item));
+    json.reserve(std::min(expectedSize(item), maximumListSize));
     appendItem(json, item);
     return validated(std::move(json));
 }

@@ -1,5 +1,6 @@
 #include "model/uuid.h"
 
+#include <cstring>
 #include <random>
 
 namespace kestrel {
@@ -25,6 +26,15 @@ constexpr std::array<std::uint16_t, 256> digitValues = [] {
         table['A' + digit] = static_cast<std::uint16_t>(10 + digit);
         table['a' + digit] = static_cast<std::uint16_t>(10 + digit);
     }
+    return table;
+}();
+
+/// The two digits of every byte.
+constexpr std::array<std::array<char, 2>, 256> digitPairs = [] {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::array<std::array<char, 2>, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte)
+        table[byte] = {digits[byte >> 4U], digits[byte & 0x0FU]};
     return table;
 }();
 
@@ -69,14 +79,18 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
     return Uuid(bytes);
 }
 
-std::string Uuid::toString() const {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text(textLength, '-');
-    for (std::size_t i = 0; i < bytes_.size(); ++i) {
-        text[bytePositions[i]] = digits[bytes_[i] >> 4U];
-        text[bytePositions[i] + 1U] = digits[bytes_[i] & 0x0FU];
-    }
+std::array<char, Uuid::textLength> Uuid::toCharacters() const {
+    std::array<char, textLength> text{};
+    for (const std::size_t position : hyphenPositions)
+        text[position] = '-';
+    for (std::size_t i = 0; i < bytes_.size(); ++i)
+        std::memcpy(text.data() + bytePositions[i], digitPairs[bytes_[i]].data(), 2);
     return text;
+}
+
+std::string Uuid::toString() const {
+    const auto text = toCharacters();
+    return {text.begin(), text.end()};
 }
 
 } // namespace kestrel

@@ -28,7 +28,8 @@ class Uuid {
     /// Any version and variant is accepted. Nothing for any other text.
     static std::optional<Uuid> parse(std::string_view text);
 
-    /// The 36-character form with upper-case digits.
+    /// The 36-character form with upper-case digits, without and with memory of its own.
+    std::array<char, textLength> toCharacters() const;
     std::string toString() const;
 
     const Bytes& bytes() const { return bytes_; }

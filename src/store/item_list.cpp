@@ -1,9 +1,20 @@
 #include "store/item_list.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
 #include <utility>
 
 namespace kestrel {
+
+ItemList::~ItemList() {
+    if (firing_ == 0)
+        return;
+    // The write would go on in memory that is no longer the list's.
+    std::fputs("A will-change handler destroyed the list that was about to change.\n", stderr);
+    std::abort();
+}
 
 std::optional<std::size_t> ItemList::positionOf(const Uuid& id) const {
     const auto found = std::ranges::find(items_, id, &LauncherItem::id);
@@ -17,41 +28,52 @@ const LauncherItem* ItemList::find(const Uuid& id) const {
     return position ? &items_[*position] : nullptr;
 }
 
-void ItemList::assign(std::vector<LauncherItem> items) {
+void ItemList::fire() {
+    ++firing_;
     willChange_.fire();
+    --firing_;
+}
+
+void ItemList::assign(std::vector<LauncherItem> items) {
+    fire();
     items_ = std::move(items);
 }
 
 void ItemList::append(LauncherItem item) {
-    willChange_.fire();
+    fire();
     items_.push_back(std::move(item));
 }
 
 void ItemList::remove(const Positions& positions) {
-    willChange_.fire();
-    std::size_t position = 0;
-    std::erase_if(items_, [&](const LauncherItem&) { return positions.contains(position++); });
+    fire();
+    erase(positions);
 }
 
 void ItemList::move(const Positions& positions, std::size_t destination) {
-    willChange_.fire();
-    destination = std::min(destination, items_.size());
-    std::vector<LauncherItem> before;
+    fire();
     std::vector<LauncherItem> moved;
-    std::vector<LauncherItem> after;
-    before.reserve(items_.size());
-    for (std::size_t position = 0; position < items_.size(); ++position) {
-        auto& part = positions.contains(position) ? moved : position < destination ? before : after;
-        part.push_back(std::move(items_[position]));
-    }
-    std::ranges::move(moved, std::back_inserter(before));
-    std::ranges::move(after, std::back_inserter(before));
-    items_ = std::move(before);
+    for (auto i = positions.begin(); i != positions.end() && *i < items_.size(); ++i)
+        moved.push_back(std::move(items_[*i]));
+    destination = std::min(destination, items_.size());
+    const auto before = std::distance(positions.begin(), positions.lower_bound(destination));
+    erase(positions);
+    items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(destination) - before,
+                  std::make_move_iterator(moved.begin()), std::make_move_iterator(moved.end()));
 }
 
-void ItemList::replace(std::size_t position, LauncherItem item) {
-    willChange_.fire();
-    items_[position] = std::move(item);
+bool ItemList::replace(LauncherItem item) {
+    if (!positionOf(item.id))
+        return false;
+    fire();
+    const auto position = positionOf(item.id);
+    if (position)
+        items_[*position] = std::move(item);
+    return position.has_value();
+}
+
+void ItemList::erase(const Positions& positions) {
+    std::size_t position = 0;
+    std::erase_if(items_, [&](const LauncherItem&) { return positions.contains(position++); });
 }
 
 } // namespace kestrel

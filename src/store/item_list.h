@@ -1,6 +1,11 @@
 #pragma once
 // The observable list of items. Every write fires the owner's will-change signal once, before it,
 // whether or not it changes anything; reading is reading a vector. Nothing here saves.
+//
+// A handler of the signal still reads the old list. It may write, too: its writes are done, each
+// with a signal of its own, before the one that was announced, which then takes its positions in
+// the list as the handlers left it. What a handler must not do is to destroy the list or its owner
+// (the program ends at once if it does): it posts that to the main queue.
 
 #include "model/launcher_item.h"
 #include "store/will_change_signal.h"
@@ -22,7 +27,7 @@ class ItemList {
 
     ItemList(const ItemList&) = delete;
     ItemList& operator=(const ItemList&) = delete;
-    ~ItemList() = default;
+    ~ItemList();
 
     const std::vector<LauncherItem>& values() const { return items_; }
     bool empty() const { return items_.empty(); }
@@ -48,12 +53,17 @@ class ItemList {
     /// are ignored; a destination past the end is the end.
     void move(const Positions& positions, std::size_t destination);
 
-    /// `position` must be less than the list's size.
-    void replace(std::size_t position, LauncherItem item);
+    /// Replaces the first item with the id of `item`. False, and no signal, when none has it;
+    /// false also when a handler of the signal removed the last one that had it.
+    bool replace(LauncherItem item);
 
   private:
+    void fire();
+    void erase(const Positions& positions);
+
     const WillChangeSignal& willChange_;
     std::vector<LauncherItem> items_;
+    int firing_ = 0;
 };
 
 } // namespace kestrel

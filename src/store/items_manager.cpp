@@ -79,11 +79,8 @@ void ItemsManager::save() {
 void ItemsManager::writeLastSyncDate() { localStore_.setDate(clock_.now(), lastSyncKey); }
 
 void ItemsManager::update(LauncherItem item) {
-    const auto position = items.positionOf(item.id);
-    if (!position)
-        return;
-    items.replace(*position, std::move(item));
-    save();
+    if (items.replace(std::move(item)))
+        save();
 }
 
 void ItemsManager::handleICloudChange(MainQueue& mainQueue, std::weak_ptr<ItemsManager> manager) {

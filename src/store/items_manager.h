@@ -43,7 +43,8 @@ class ItemsManager {
     ItemsManager& operator=(const ItemsManager&) = delete;
     ~ItemsManager() = default;
 
-    /// Fires once before every write of `items`.
+    /// Fires once before every write of `items`. Handlers may write `items`, as ItemList says, and
+    /// must not destroy this object.
     WillChangeSignal objectWillChange;
 
     /// The list in display order. Whoever writes it calls `save` afterwards.
@@ -56,7 +57,9 @@ class ItemsManager {
     /// Writes the list to the cloud store (while an account is available) and to the local one.
     void save();
 
-    /// Replaces the first item with the same id and saves; nothing at all when there is none.
+    /// Replaces the first item with the same id, with one signal, and saves; nothing at all when
+    /// there is none. When a handler of the signal removes it, the replacement is dropped and
+    /// nothing is saved.
     void update(LauncherItem item);
 
     /// Launches an item; uses no state of the store.

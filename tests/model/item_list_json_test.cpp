@@ -307,6 +307,122 @@ TEST(ItemListJsonTest, RandomListsComeBackAsTheyWere) {
     }
 }
 
+TEST(ItemListJsonTest, WhatIsWrittenIsReadAgainWhateverTheTexts) {
+    std::vector<std::string> texts;
+    for (int byte = 0; byte < 0x100; ++byte) {
+        const std::string c(1, static_cast<char>(byte));
+        texts.insert(texts.end(), {c, "a" + c, c + "\u00e9", "\xe2" + c, "\xed" + c + "\x80"});
+    }
+    texts.insert(texts.end(), {std::string("a\0b\0", 4), "\xed\xa0\x80", "\xed\xb0\x80",
+                               "\xed\xa0\xbd\xed\xb8\x80", "\xc0\x80", "\xf4\x90\x80\x80",
+                               "\xf0\x9f\x98\x80", "\ufeff", "\ufffe", std::string(1000, '['),
+                               std::string(100'000, '\x1f'), std::string(100'000, '\\')});
+    std::size_t written = 0;
+    for (const std::string& text : texts) {
+        for (const LauncherItem& item :
+             {LauncherItem{.title = text}, LauncherItem{.title = "A", .path = text},
+              LauncherItem{.title = "A", .command = text}}) {
+            const std::vector<LauncherItem> items{item};
+            const auto json = encodeItems(items);
+            written += json ? 1U : 0U;
+            EXPECT_TRUE(!json || decodeItems(*json) == items) << testing::PrintToString(text);
+        }
+    }
+    EXPECT_GT(written, 3U * 0x80);
+}
+
+TEST(ItemListJsonTest, TheLongestListIsWrittenAndReadAgainAndALongerOneIsNeither) {
+    std::vector<LauncherItem> items{{.title = ""}, {.title = "Last", .command = "\x01/"}};
+    const auto frame = encodeItems(items);
+    ASSERT_TRUE(frame);
+    items.front().title.assign(maximumListSize - frame->size(), 'x');
+    auto json = encodeItems(items);
+    ASSERT_TRUE(json);
+    EXPECT_EQ(json->size(), maximumListSize);
+    EXPECT_TRUE(decodeItems(*json) == items);
+
+    *json += ' '; // which would be as good a list
+    EXPECT_FALSE(decodeItems(*json));
+    items.front().title += 'x';
+    EXPECT_FALSE(encodeItems(items));
+}
+
+TEST(ItemListJsonTest, ItIsTheWrittenFormWhoseLengthCounts) {
+    // Each of these bytes is written as six.
+    const std::vector<LauncherItem> items{{.title = std::string(maximumListSize / 6, '\x01')}};
+    EXPECT_FALSE(encodeItems(items));
+    EXPECT_FALSE(encodeItem(items.front()));
+    // Many items, too, and none of them long.
+    const std::vector<LauncherItem> many(40, {.title = std::string(maximumListSize / 40, 'x')});
+    EXPECT_FALSE(encodeItems(many));
+}
+
+/// A record with `title` as it stands between the quotes, and with a key that nobody knows.
+std::string recordWith(const std::string& title) {
+    return R"({"id":")" + std::string(idText) + R"(","title":")" + title +
+           R"(","more":[{"a":"},{"},{"b":[{},{}]}],"type":"App"})";
+}
+
+/// `count` records that are told apart by their titles, about 120 bytes each.
+std::string records(std::size_t count) {
+    std::string json;
+    for (std::size_t i = 0; i < count; ++i)
+        json += (i > 0 ? "," : "") + recordWith(std::to_string(i) + R"( },{ \"},{\")");
+    return json;
+}
+
+TEST(ItemListJsonTest, ALongListIsReadWholeWhereverItsBracesStand) {
+    // Growing titles at the front let every byte of a record come to stand at any place.
+    for (std::size_t shift = 0; shift < 150; ++shift) {
+        const auto items =
+            decodeItems("[" + recordWith(std::string(shift, 'x')) + "," + records(2'000) + "]");
+        ASSERT_TRUE(items) << shift;
+        ASSERT_EQ(items->size(), 2'001U) << shift;
+        for (std::size_t i = 0; i < 2'000; ++i)
+            ASSERT_EQ(items->at(i + 1).title, std::to_string(i) + R"( },{ "},{")") << shift;
+    }
+}
+
+TEST(ItemListJsonTest, ALongListComesBackInOrderWhateverItsLength) {
+    std::vector<LauncherItem> items;
+    std::string json;
+    for (std::size_t count = 0; json.size() < std::size_t{1} << 20U; count += 97) {
+        while (items.size() < count)
+            items.push_back({.id = someId(), .title = std::to_string(items.size())});
+        json = encodeItems(items).value_or("");
+        const auto decoded = decodeItems(json);
+        ASSERT_TRUE(decoded == items) << count;
+    }
+}
+
+TEST(ItemListJsonTest, AFaultAnywhereInALongListFailsIt) {
+    const std::string list = records(2'000);
+    EXPECT_TRUE(decodeItems("[" + list + "]"));
+    EXPECT_TRUE(decodeItems("\xEF\xBB\xBF \n[" + list + "]\n "));
+    for (const std::string& json :
+         {list, "[" + list, list + "]", "[" + list + "]]", "[" + list + ",]", "[," + list + "]",
+          "[[" + list + "]]", R"({"a":[)" + list + "]}", "[" + list + "],[" + list + "]",
+          "[" + list + "][" + list + "]", "[" + list + "," + recordWith("\xff") + "," + list + "]",
+          "[" + list + ",," + list + "]", "[" + list + R"(,{"id":"x"},)" + list + "]",
+          "[" + list + ",1," + list + "]", "[" + list + R"(,"},{",)" + list + "]",
+          "[" + list + ",{}]", "\xEF\xBB\xBF\xEF\xBB\xBF[" + list + "]"})
+        EXPECT_FALSE(decodeItems(json)) << json.substr(0, 40) << " ... " << json.size();
+}
+
+TEST(ItemListJsonTest, LargeNumbersAndLongRecordsStandAnywhereInALongList) {
+    const std::string list = records(2'000);
+    const std::string number =
+        R"({"id":")" + std::string(idText) + R"(","title":"N","type":"App","icon":1e400})";
+    const std::string giant(300'000, 'y');
+    const auto items = decodeItems("[" + list + "," + number + "," + list + "," +
+                                   recordWith(giant) + "," + list + "]");
+    ASSERT_TRUE(items);
+    ASSERT_EQ(items->size(), 6'002U);
+    EXPECT_EQ(items->at(2'000).title, "N");
+    EXPECT_EQ(items->at(4'001).title, giant);
+    EXPECT_EQ(items->back().title, R"(1999 },{ "},{")");
+}
+
 } // namespace
 
 } // namespace kestrel

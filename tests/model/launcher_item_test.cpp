@@ -114,6 +114,16 @@ TEST(LauncherItemTest, EveryFieldTakesPartInTheHash) {
     EXPECT_EQ(hashes.size(), changes.size() + 1);
 }
 
+TEST(LauncherItemTest, TheHashTellsAPathFromACommandOfTheSameText) {
+    LauncherItem path = fullItem();
+    path.command.reset();
+    LauncherItem command = fullItem();
+    command.command = std::exchange(command.path, std::nullopt);
+    ASSERT_EQ(path.path, command.command);
+    EXPECT_NE(path, command);
+    EXPECT_NE(hashOf(path), hashOf(command));
+}
+
 } // namespace
 
 } // namespace kestrel

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kestrel {
 
@@ -69,6 +70,27 @@ TEST(TextTest, TextsOfVeryManyCombiningMarksAreCompared) {
     EXPECT_TRUE(text::equal(a, b));
     EXPECT_EQ(text::hash(a), text::hash(b));
     EXPECT_FALSE(text::equal(a, b + "\u0301"));
+}
+
+TEST(TextTest, ManyMarksOfOneClassKeepTheirOrderAmongMarksOfAnother) {
+    const std::vector<std::string> above{"\u0300", "\u0301", "\u0302", "\u0303",
+                                         "\u0304", "\u0306", "\u0307"};
+    const std::vector<std::string> below{"\u0316", "\u0317", "\u0318", "\u0319", "\u031c"};
+    std::string mixed = "q";
+    std::string allBelow;
+    std::string allAbove;
+    for (std::size_t i = 0; i < 100; ++i) {
+        const std::string& high = above[i * i % above.size()];
+        const std::string& low = below[i * i % below.size()];
+        mixed += high + low;
+        allBelow += low;
+        allAbove += high;
+    }
+    const std::string sorted = "q" + allBelow + allAbove;
+    EXPECT_TRUE(text::equal(mixed, sorted));
+    EXPECT_EQ(text::hash(mixed), text::hash(sorted));
+    // The same marks in another order are another text.
+    EXPECT_FALSE(text::equal("q" + allAbove, "q" + allAbove.substr(2) + allAbove.substr(0, 2)));
 }
 
 TEST(TextTest, WhiteSpaceAtBothEndsIsTrimmed) {

@@ -1,6 +1,9 @@
 #include "model/uuid.h"
 
+#include <array>
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <unordered_set>
 
@@ -101,6 +104,21 @@ TEST(UuidTest, RandomUuidsDiffer) {
     for (int i = 0; i < 10'000; ++i)
         seen.insert(Uuid::random());
     EXPECT_EQ(seen.size(), 10'000U);
+}
+
+/// What the program of that path prints.
+std::string outputOf(const char* program) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(program, "r"), pclose);
+    std::array<char, 100> text{};
+    return pipe && std::fgets(text.data(), text.size(), pipe.get()) ? text.data() : "";
+}
+
+TEST(UuidTest, TheFirstRandomUuidsOfTwoProcessesDiffer) {
+    const std::string first = outputOf(KESTREL_PRINT_RANDOM_ID);
+    const std::string second = outputOf(KESTREL_PRINT_RANDOM_ID);
+    EXPECT_TRUE(Uuid::parse(first.substr(0, Uuid::textLength))) << first;
+    EXPECT_TRUE(Uuid::parse(second.substr(0, Uuid::textLength))) << second;
+    EXPECT_NE(first, second);
 }
 
 TEST(UuidTest, EqualUuidsHaveEqualHashes) {

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <thread>
+#include <utility>
 
 namespace kestrel::tests {
 namespace {
@@ -63,6 +64,38 @@ TEST_F(ItemsManagerTest, ConstructionWithAnAccountReadsTheCloudFirst) {
                 ElementsAre("cloud.addExternalChangeObserver", "cloud.defaultStore",
                             "cloudStore.synchronize", "cloud.hasIdentityToken",
                             "cloud.defaultStore", "cloudStore.dataForKey launcherItems",
+                            "defaults.setData launcherItems", "defaults.setDate lastLocalSync"));
+}
+
+/// The main queue, whose posts stand in the log between the calls of the stores.
+class LoggingQueue final : public MainQueue {
+  public:
+    explicit LoggingQueue(CallLog& log) : log_(log) {}
+    void async(std::function<void()> /*task*/) override { log_.add("mainQueue.async"); }
+
+  private:
+    CallLog& log_;
+};
+
+TEST_F(ItemsManagerTest, ALoadedListIsPostedBeforeAnythingIsWritten) {
+    LoggingQueue queue{log};
+    ItemsManager loading{{queue, defaults, cloud, clock, workspace, terminal}};
+    cloud.signedIn = true;
+    storeLocally(localList);
+    takeCalls();
+    loading.load();
+    EXPECT_THAT(
+        log.calls,
+        ElementsAre("cloud.hasIdentityToken", "cloud.defaultStore",
+                    "cloudStore.dataForKey launcherItems", "defaults.dataForKey launcherItems",
+                    "mainQueue.async", "cloud.hasIdentityToken", "cloud.defaultStore",
+                    "defaults.dataForKey launcherItems", "cloudStore.dataForKey launcherItems",
+                    "cloudStore.setData launcherItems", "cloudStore.synchronize"));
+    takeCalls();
+    loading.load();
+    EXPECT_THAT(log.calls,
+                ElementsAre("cloud.hasIdentityToken", "cloud.defaultStore",
+                            "cloudStore.dataForKey launcherItems", "mainQueue.async",
                             "defaults.setData launcherItems", "defaults.setDate lastLocalSync"));
 }
 
@@ -155,6 +188,20 @@ TEST_F(ItemsManagerTest, AListThatCannotBeEncodedIsNotWrittenNorIsTheDate) {
     EXPECT_EQ(local(), localList);
 }
 
+TEST_F(ItemsManagerTest, AListThatIsTooLongToBeStoredIsNotWrittenAnywhereNorIsTheDate) {
+    cloud.signedIn = true;
+    storeInCloud(cloudList);
+    start();
+    takeCalls();
+    manager->items.append(appItem(std::string(maximumListSize, 'x')));
+    manager->save();
+    EXPECT_THAT(log.calls, IsEmpty());
+    manager->items.remove({1});
+    manager->save();
+    EXPECT_EQ(inCloud(), encodeItems(manager->items.values()));
+    EXPECT_EQ(local(), inCloud());
+}
+
 TEST_F(ItemsManagerTest, AFailedWriteLeavesTheListOnTheScreenAsItIs) {
     storeLocally(localList);
     start();
@@ -190,6 +237,56 @@ TEST_F(ItemsManagerTest, UpdateReplacesTheFirstItemWithTheIdAndSavesOnce) {
     EXPECT_EQ(signals, 1);
     EXPECT_EQ(local(), encodeItems(manager->items.values()));
     EXPECT_TRUE(dateIsSet());
+}
+
+TEST_F(ItemsManagerTest, UpdateFindsItsItemWhereverAHandlerMovedIt) {
+    start();
+    LauncherItem item = appItem("Old");
+    manager->items.assign({appItem("First"), appItem("Second"), item});
+    item.title = "New";
+    bool isDone = false;
+    const Subscription mover = manager->objectWillChange.subscribe([&] {
+        if (!std::exchange(isDone, true))
+            manager->items.remove({0});
+    });
+    manager->update(item);
+    EXPECT_THAT(titles(manager->items), ElementsAre("Second", "New"));
+    EXPECT_EQ(local(), encodeItems(manager->items.values()));
+}
+
+TEST_F(ItemsManagerTest, AnUpdateOfAnItemThatAHandlerRemovesIsDroppedAndNotSaved) {
+    start();
+    LauncherItem item = appItem("Old");
+    manager->items.assign({appItem("First"), item});
+    bool isDone = false;
+    const Subscription remover = manager->objectWillChange.subscribe([&] {
+        if (!std::exchange(isDone, true))
+            manager->items.remove({1});
+    });
+    takeCalls();
+    manager->update(item);
+    EXPECT_THAT(titles(manager->items), ElementsAre("First"));
+    EXPECT_THAT(log.calls, IsEmpty());
+}
+
+TEST_F(ItemsManagerTest, AHandlerMayHaveTheManagerDestroyedByTheMainQueue) {
+    start();
+    const Subscription owner = manager->objectWillChange.subscribe(
+        [this] { mainQueue.async([this] { manager.reset(); }); });
+    LauncherItem item = appItem("Item");
+    manager->items.append(item);
+    manager->update(item);
+    EXPECT_EQ(local(), encodeItems(manager->items.values()));
+    mainQueue.runAll();
+    EXPECT_EQ(manager, nullptr);
+}
+
+using ItemsManagerDeathTest = ItemsManagerTest;
+
+TEST_F(ItemsManagerDeathTest, AHandlerThatDestroysTheManagerItselfEndsTheProgram) {
+    start();
+    const Subscription destroyer = manager->objectWillChange.subscribe([this] { manager.reset(); });
+    EXPECT_DEATH(manager->items.append(appItem("Item")), "handler destroyed the list");
 }
 
 TEST_F(ItemsManagerTest, UpdateWithAnEqualItemStillSignalsAndSaves) {

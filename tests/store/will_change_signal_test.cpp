@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace kestrel {
 namespace {
@@ -69,6 +71,27 @@ TEST(WillChangeSignalTest, AHandlerMayEndItsOwnAndLaterSubscriptionsAndAddNewOne
     EXPECT_EQ(calls, "1");
     signal.fire();
     EXPECT_EQ(calls, "13");
+}
+
+TEST(WillChangeSignalTest, AHandlerThatEndsItsOwnSubscriptionLivesUntilItReturns) {
+    WillChangeSignal signal;
+    Subscription token;
+    std::weak_ptr<int> captured;
+    bool wasAlive = false;
+    auto held = std::make_shared<int>(1);
+    captured = held;
+    token = signal.subscribe([held = std::move(held), &token, &captured, &wasAlive] {
+        // Names of their own, since reading a capture of a closure that is gone proves nothing.
+        Subscription& own = token;
+        const std::weak_ptr<int>& witness = captured;
+        bool& result = wasAlive;
+        own = Subscription();
+        result = !witness.expired();
+    });
+    EXPECT_FALSE(captured.expired());
+    signal.fire();
+    EXPECT_TRUE(wasAlive);
+    EXPECT_TRUE(captured.expired());
 }
 
 TEST(WillChangeSignalTest, AHandlerMayDestroyTheSignal) {

@@ -1,5 +1,6 @@
 #include "shells/linux/storage/file_store.h"
 
+#include "model/item_list_json.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
 #include "shells/linux/storage/uninterrupted.h"
@@ -19,6 +20,9 @@ namespace {
 
 constexpr mode_t ownerReadsAndWrites = 0600;
 constexpr int attemptLimit = 20;
+// Or a list would be saved that is not stored.
+static_assert(FileStore::maximumSize >= maximumListSize);
+
 constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 
 bool namesAFile(std::string_view key) {
@@ -58,7 +62,8 @@ std::optional<std::string> FileStore::read(std::string_view key) const {
     std::string data;
     for (std::size_t length = 0;;) {
         // One byte more than expected, so that the end is usually found without growing.
-        data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
+        if (length == data.size())
+            data.resize(length + std::max(chunkSize, static_cast<std::size_t>(status.st_size) + 1));
         const ssize_t count = uninterrupted([&] {
             return operations_.read(file.number(), data.data() + length, data.size() - length);
         });

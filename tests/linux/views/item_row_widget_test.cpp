@@ -52,7 +52,7 @@ TEST_F(ItemRowWidgetTest, ALongTitleWrapsAndMakesItsRowHigher) {
     const int before = row(0).height();
     LauncherItem changed = first;
     changed.title = std::string(120, 'm') + "\nand a second line";
-    manager.items.replace(0, changed);
+    manager.items.replace(changed);
     turnEventLoop();
     EXPECT_GE(row(0).height(), before * 2);
     const ItemRowWidget::Layout parts = row(0).layoutOfParts();
