@@ -65,7 +65,10 @@ void RowList::reload() {
     announceRowsChanged(*this);
 }
 
-void RowList::refresh() { layoutRows(Binding::anew); }
+void RowList::refresh() {
+    layoutRows(Binding::anew);
+    Q_EMIT rowsChanged();
+}
 
 // Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
 void RowList::layoutRows(Binding binding) {

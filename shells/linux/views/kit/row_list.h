@@ -98,6 +98,9 @@ class RowList : public QAbstractScrollArea {
     const Options& options() const { return options_; }
 
   Q_SIGNALS:
+    /// There are other rows, or they look different.
+    void rowsChanged();
+
     /// A click on a row of a menu, a double click in a selection list, Return in both.
     void activated(int row);
 
