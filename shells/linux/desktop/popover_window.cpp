@@ -193,6 +193,9 @@ void PopoverWindow::takeSizeOfContent() {
 // What is painted now is thrown away, but not the pictures and glyphs that it took.
 void PopoverWindow::fillCaches() {
     grab();
+    if (auto* window = windowHandle()) {
+        window->setCursor(cursor()); // looked up for the program's first window that has it
+    }
     // Has the memory for the window's pixels set up, without touching it.
     if (auto* store = backingStore()) {
         store->resize(size());
