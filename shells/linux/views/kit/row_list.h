@@ -175,6 +175,7 @@ class RowList : public QAbstractScrollArea {
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport
     double wheelRemainder_ = 0;
+    bool hasWidth_ = false;     ///< the layout has given the rows theirs
     qreal boundPixelRatio_ = 1; ///< for which the rows in sight were bound
 };
 
