@@ -8,9 +8,10 @@
 #include <QListWidget>
 #include <QPixmap>
 #include <QSystemTrayIcon>
+#include <QVBoxLayout>
+#include <QWidget>
 
 #include <array>
-#include <memory>
 
 namespace {
 
@@ -20,19 +21,22 @@ constexpr std::array names{"utilities-terminal",       "system-file-manager", "w
                            "application-x-executable", "text-x-script",       "folder",
                            "accessories-calculator"};
 
-void addPopup(QSystemTrayIcon& icon, QListWidget& list) {
+void addPopup(QSystemTrayIcon& icon, QWidget& popup) {
     // Where the desktop names no theme the toolkit would find none of the icons.
     QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+    auto* list = new QListWidget;
     for (int row = 0; row < rowCount; ++row) {
         const auto name = QString::fromLatin1(names[static_cast<std::size_t>(row) % names.size()]);
-        list.addItem(
+        list->addItem(
             new QListWidgetItem(QIcon::fromTheme(name), QStringLiteral("Item %1").arg(row)));
     }
-    list.setWindowFlag(Qt::Popup);
-    list.resize(240, 361);
-    QObject::connect(&icon, &QSystemTrayIcon::activated, &list, [&list] {
-        list.move(QCursor::pos());
-        list.show();
+    auto* layout = new QVBoxLayout(&popup);
+    layout->setContentsMargins({});
+    layout->addWidget(list);
+    popup.resize(240, 361);
+    QObject::connect(&icon, &QSystemTrayIcon::activated, &popup, [&popup] {
+        popup.move(QCursor::pos());
+        popup.show();
     });
 }
 
@@ -44,10 +48,9 @@ int main(int argc, char** argv) {
     QPixmap pixmap(22, 22);
     pixmap.fill(QColor(220, 0, 90));
     QSystemTrayIcon icon{QIcon(pixmap)};
-    std::unique_ptr<QListWidget> list;
+    QWidget popup(nullptr, Qt::Popup);
     if (QApplication::arguments().value(1) == QLatin1String("popup")) {
-        list = std::make_unique<QListWidget>();
-        addPopup(icon, *list);
+        addPopup(icon, popup);
     }
     icon.show();
     return QApplication::exec();
