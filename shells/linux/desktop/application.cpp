@@ -1,6 +1,7 @@
 #include "shells/linux/desktop/application.h"
 
 #include "shells/linux/desktop/accessible_application.h"
+#include "shells/linux/desktop/icon_index/icon_index.h"
 
 #include <QWidget>
 
@@ -25,6 +26,7 @@ QtApplication::QtApplication(QApplication& application) {
     application.setDesktopFileName(QStringLiteral("app.kestrel.Kestrel"));
     application.setQuitOnLastWindowClosed(false);
     installAccessibleApplication();
+    installIconIndex();
 }
 
 void QtApplication::activateIgnoringOtherApps() {
