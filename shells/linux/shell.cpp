@@ -50,7 +50,9 @@ Shell::Shell(QApplication& application)
       userDefaults_(dataDirectory_),
       cloud_(dataDirectory_, listKey),
       workspace_(launchWorker_, [this] { return activationTokens_.take(); }),
-      terminal_(launchWorker_, [this] { return activationTokens_.take(); }),
+      terminal_(
+          launchWorker_, [this] { return activationTokens_.take(); },
+          [this] { mainQueue_.async(showLateIcons); }),
       fileIcons_([this] { mainQueue_.async(showLateIcons); }),
       application_(application),
       appearance_(QDBusConnection::sessionBus()),

@@ -16,7 +16,8 @@ class Terminal {
     /// at once; nothing is waited for and no failure reported. The text arrives byte for byte.
     virtual void runInNewWindow(std::string_view command) = 0;
 
-    /// The path of the terminal application, for its icon; nothing when none is installed.
+    /// The path of the terminal application, for its icon; nothing when none is installed, or as
+    /// long as it is being sought. Returns at once.
     virtual std::optional<std::string> applicationPath() = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
+#include "tests/linux/storage/patient_limits.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -53,7 +54,7 @@ class FolderCloudRig {
     EventLoop loop_;
     TemporaryFolder folder_;
     FaultyFileOperations operations_;
-    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_};
+    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_, patientLimits};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Files, UserDefaultsContract, FileUserDefaultsRig);

@@ -28,25 +28,44 @@ std::unique_ptr<QTimer> makeTimer(const std::function<void()>& expired) {
 
 } // namespace
 
-CloudWatcher::CloudWatcher(std::string directory, std::string key, std::function<void()> changed)
-    : path_(std::move(directory), std::move(key)), changed_(std::move(changed)) {
-    if (path_.descriptor() < 0)
+CloudWatcher::CloudWatcher(CloudFolder& folder, std::string directory, std::string key,
+                           std::function<void()> changed)
+    : folder_(folder),
+      path_(std::make_shared<PathWatch>(std::move(directory), std::move(key))),
+      changed_(std::move(changed)) {
+    if (path_->descriptor() < 0)
         return;
-    notifier_ = std::make_unique<QSocketNotifier>(path_.descriptor(), QSocketNotifier::Read);
+    notifier_ = std::make_unique<QSocketNotifier>(path_->descriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
-                     [this] { takeIn(path_.readChanges()); });
+                     [this] { read(&PathWatch::readChanges); });
     patience_ = makeTimer([this] { changed_(); });
     arrival_ = makeTimer([this] {
         isExpected_ = false;
         changed_();
     });
     watchMounts();
+    folder_.ask([path = path_](FileStore&) { path->followPath(); });
 }
 
 CloudWatcher::~CloudWatcher() {
     mountNotifier_.reset();
     if (mounts_ >= 0)
         ::close(mounts_);
+}
+
+void CloudWatcher::read(const std::function<PathChange(PathWatch&)>& changes) {
+    const auto change = std::make_shared<PathChange>();
+    if (folder_.ask([path = path_, change, changes](FileStore&) { *change = changes(*path); }))
+        takeIn(*change);
+    else
+        listen(false);
+}
+
+/// What is not read stays readable: the event loop would not rest.
+void CloudWatcher::listen(bool on) {
+    for (QSocketNotifier* notifier : {notifier_.get(), mountNotifier_.get()})
+        if (notifier != nullptr)
+            notifier->setEnabled(on);
 }
 
 void CloudWatcher::takeIn(const PathChange& change) {
@@ -89,8 +108,10 @@ void CloudWatcher::watchMounts() {
     mountNotifier_ = std::make_unique<QSocketNotifier>(mounts_, QSocketNotifier::Exception);
     QObject::connect(mountNotifier_.get(), &QSocketNotifier::activated, mountNotifier_.get(),
                      [this] {
-                         const bool isAnother = path_.followPath();
-                         takeIn({.changed = isAnother, .ofDirectory = isAnother});
+                         read([](PathWatch& path) {
+                             const bool isAnother = path.followPath();
+                             return PathChange{.changed = isAnother, .ofDirectory = isAnother};
+                         });
                      });
 }
 

@@ -3,13 +3,17 @@
 // shares, or a link into a synchronised folder. The user signs in by making it and signs out by
 // removing it; the program does neither. One file per key, as in the local store.
 //
+// A folder that does not answer, as on a network that is down, counts as no account until it does;
+// its first answer then is a change from outside. One that has answered before and falls silent
+// keeps its account: what is saved meanwhile is written when it answers again.
+//
 // Changes by others are noticed only while a Qt event loop runs on the thread that added the first
 // observer, and only those that this machine's kernel sees: a network file system that another
 // machine writes to stays silent until the next start.
 
 #include "platform/cloud.h"
+#include "shells/linux/storage/cloud_folder.h"
 #include "shells/linux/storage/file_operations.h"
-#include "shells/linux/storage/file_store.h"
 
 #include <functional>
 #include <memory>
@@ -22,8 +26,10 @@ class CloudWatcher;
 
 class FolderCloudStore final : public CloudKeyValueStore {
   public:
-    FolderCloudStore(FileOperations& operations, std::string directory, std::string watchedKey);
+    /// `folder` outlives it.
+    FolderCloudStore(CloudFolder& folder, std::string watchedKey);
 
+    /// While the folder is silent every value is one that cannot be read.
     std::optional<std::string> dataForKey(std::string_view key) override;
 
     /// Does nothing while there is no account.
@@ -35,7 +41,7 @@ class FolderCloudStore final : public CloudKeyValueStore {
 
   private:
     friend class FolderCloud;
-    FileStore store_;
+    CloudFolder& folder_;
     /// Of the value under the watched key, once someone wants to know of its changes.
     CloudWatcher* watcher_ = nullptr;
     std::string watchedKey_;
@@ -44,9 +50,10 @@ class FolderCloudStore final : public CloudKeyValueStore {
 class FolderCloud final : public Cloud {
   public:
     /// `dataDirectory` is absolute, or empty when there is none: then nobody is ever signed in.
-    /// Changes of the value under `watchedKey` are reported. `operations` outlives this object.
-    FolderCloud(const std::string& dataDirectory, std::string watchedKey,
-                FileOperations& operations = systemFileOperations());
+    /// Changes of the value under `watchedKey` are reported. `operations` outlives this object and
+    /// what it has asked of a folder that does not answer.
+    FolderCloud(const std::string& dataDirectory, const std::string& watchedKey,
+                FileOperations& operations = systemFileOperations(), CloudLimits limits = {});
     ~FolderCloud() override;
     FolderCloud(const FolderCloud&) = delete;
     FolderCloud& operator=(const FolderCloud&) = delete;
@@ -61,6 +68,7 @@ class FolderCloud final : public Cloud {
     void report() const;
 
     std::string directory_;
+    CloudFolder folder_;
     FolderCloudStore store_;
     std::vector<std::function<void()>> observers_;
     std::unique_ptr<CloudWatcher> watcher_;

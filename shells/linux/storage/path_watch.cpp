@@ -76,9 +76,7 @@ struct PathWatch::Walk {
 PathWatch::PathWatch(std::string directory, std::string name)
     : directory_(std::move(directory)),
       name_(std::move(name)),
-      descriptor_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
-    followPath();
-}
+      descriptor_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
 
 PathWatch::~PathWatch() {
     if (descriptor_ >= 0)

@@ -33,9 +33,9 @@ struct PathChange {
 
 class PathWatch {
   public:
-    /// Watches the file `name` in `directory` (absolute). What the system refuses to watch is
-    /// watched from the directory above, and passed over where that is refused too; where it
-    /// refuses inotify altogether, nothing is ever noticed.
+    /// For the file `name` in `directory` (absolute), which is watched from the first `followPath`
+    /// on. What the system refuses to watch is watched from the directory above, and passed over
+    /// where that is refused too; where it refuses inotify altogether, nothing is ever noticed.
     PathWatch(std::string directory, std::string name);
     ~PathWatch();
     PathWatch(const PathWatch&) = delete;
@@ -44,7 +44,7 @@ class PathWatch {
     /// Readable when there is something for `readChanges`; -1 without inotify.
     [[nodiscard]] int descriptor() const { return descriptor_; }
 
-    /// Takes in everything that has happened so far, without waiting.
+    /// Takes in everything that has happened so far, without waiting for more.
     PathChange readChanges();
 
     /// Follows the path anew, as after a change that sends no event. True when the value's

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <fstream>
 #include <string>
@@ -76,7 +77,7 @@ bool isTag(std::string_view text) {
 } // namespace
 
 std::string nextTemporaryName(std::string_view target) {
-    static std::uint64_t count = 0;
+    static std::atomic<std::uint64_t> count = 0; // the stores write on threads of their own
     std::string name = ".";
     name += target;
     name += marker;

@@ -8,7 +8,7 @@
 
 namespace kestrel::linux_shell {
 
-/// A name next to the file `target`, never given before in this process.
+/// A name next to the file `target`, never given before in this process. Any thread may ask.
 std::string nextTemporaryName(std::string_view target);
 
 /// Whether `name` is a temporary of `target` that this machine made, now or in an earlier run.

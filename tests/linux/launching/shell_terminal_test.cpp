@@ -343,22 +343,10 @@ TEST_F(ShellTerminalTest, LeftoversAreSweptAtTheStart) {
 TEST_F(ShellTerminalTest, TheApplicationIsTheEntryThatStartsTheTerminal) {
     installTerminal("true");
     LaunchWorker worker;
-    ShellTerminal terminal(worker);
-    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
-    EXPECT_EQ(terminal.applicationPath(), terminalEntry().string());
-}
-
-TEST_F(ShellTerminalTest, TheApplicationIsTheProgramWhenNoEntryStartsIt) {
-    installTerminal("terminal-without-entry");
-    LaunchWorker worker;
-    EXPECT_EQ(ShellTerminal(worker).applicationPath(),
-              (programs() / "terminal-without-entry").string());
-}
-
-TEST_F(ShellTerminalTest, WithoutATerminalThereIsNoApplication) {
-    ::setenv("PATH", programs().c_str(), 1);
-    LaunchWorker worker;
-    EXPECT_EQ(ShellTerminal(worker).applicationPath(), std::nullopt);
+    std::atomic<int> changes = 0;
+    ShellTerminal terminal(worker, noActivation, [&changes] { ++changes; });
+    EXPECT_TRUE(waitUntil([&] { return terminal.applicationPath() == terminalEntry().string(); }));
+    EXPECT_EQ(changes, 1);
 }
 
 } // namespace

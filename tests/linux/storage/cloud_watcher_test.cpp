@@ -4,6 +4,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
+#include "tests/linux/storage/patient_limits.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -45,7 +46,7 @@ class CloudWatcherTest : public testing::Test {
     void signIn() const { fs::create_directories(directory); }
 
     void startWatching() {
-        cloud = std::make_unique<FolderCloud>(data, "launcherItems", operations);
+        cloud = std::make_unique<FolderCloud>(data, "launcherItems", operations, patientLimits);
         cloud->addExternalChangeObserver([this] {
             ++changes;
             seen = cloud->defaultStore()->dataForKey("launcherItems");
@@ -196,7 +197,7 @@ TEST_F(CloudWatcherTest, OwnWritesThatFailAreNoChanges) {
     signInAndStartWatching();
     writeOwn("old");
     FaultyFileOperations counting;
-    FolderCloud other(data, "launcherItems", counting);
+    FolderCloud other(data, "launcherItems", counting, patientLimits);
     other.defaultStore()->setData("old", "launcherItems");
     ASSERT_TRUE(isReported([&] { writeInPlace(file, "old"); })); // puts an end to what came before
     for (int i = 0; i < static_cast<int>(counting.calls.size()); ++i) {
@@ -538,7 +539,8 @@ TEST_F(CloudWatcherTest, WithoutWatchesTheStoreWorksAllTheSame) {
     if (child == 0) {
         // Room for one file at a time, so none for inotify once one is open.
         const int spare = ::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        FolderCloud unwatched(data, "launcherItems");
+        FolderCloud unwatched(data, "launcherItems", linux_shell::systemFileOperations(),
+                              patientLimits);
         // A sanitizer looks at the type of an object once, and needs descriptors for it.
         const bool isSignedIn = unwatched.hasIdentityToken();
         rlimit plenty{};

@@ -12,6 +12,7 @@
 #include "tests/fakes/fake_main_queue.h"
 #include "tests/fakes/fake_system.h"
 #include "tests/fakes/store_fixture.h"
+#include "tests/linux/storage/patient_limits.h"
 
 #include <functional>
 #include <string>
@@ -24,14 +25,14 @@ namespace kestrel::tests {
 class UnwatchedCloud final : public Cloud {
   public:
     UnwatchedCloud(linux_shell::FileOperations& operations, const std::string& directory)
-        : store_(operations, directory + "/cloud", /*watchedKey=*/{}) {}
+        : cloud_(directory, "launcherItems", operations, patientLimits) {}
 
-    bool hasIdentityToken() override { return store_.synchronize(); }
-    CloudKeyValueStore* defaultStore() override { return &store_; }
+    bool hasIdentityToken() override { return cloud_.hasIdentityToken(); }
+    CloudKeyValueStore* defaultStore() override { return cloud_.defaultStore(); }
     void addExternalChangeObserver(std::function<void()> /*handler*/) override {}
 
   private:
-    linux_shell::FolderCloudStore store_;
+    linux_shell::FolderCloud cloud_;
 };
 
 class DiskSession {

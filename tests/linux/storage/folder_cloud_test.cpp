@@ -1,5 +1,6 @@
 #include "shells/linux/storage/folder_cloud.h"
 #include "tests/linux/storage/files.h"
+#include "tests/linux/storage/patient_limits.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -20,7 +21,8 @@ class FolderCloudTest : public testing::Test {
   protected:
     TemporaryFolder folder;
     std::string directory = folder / "cloud";
-    FolderCloud cloud{folder.path(), "launcherItems"};
+    FolderCloud cloud{folder.path(), "launcherItems", linux_shell::systemFileOperations(),
+                      patientLimits};
 };
 
 TEST_F(FolderCloudTest, AnAccountIsADirectory) {

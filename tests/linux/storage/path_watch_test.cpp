@@ -50,6 +50,7 @@ class PathWatchTest : public testing::Test {
 
     void startWatching() {
         watch = std::make_unique<PathWatch>(cloud, "launcherItems");
+        watch->followPath();
         ASSERT_GE(watch->descriptor(), 0);
         ASSERT_FALSE(wakes([] {}));
     }
@@ -337,6 +338,7 @@ TEST_F(PathWatchTest, AFolderThatBecomesReadableIsNoticedFromTheOneAbove) {
         if (::geteuid() == 0 && ::setuid(nobody) != 0)
             ::_exit(2);
         PathWatch unreadable(cloud, "launcherItems");
+        unreadable.followPath();
         fs::permissions(cloud, fs::perms::owner_all);
         const bool isSeen = unreadable.readChanges().changed;
         replaceFile(cloud + "/launcherItems", "[]");

@@ -1,4 +1,4 @@
-#include "shells/linux/launching/patient_thread.h"
+#include "shells/linux/threading/patient_thread.h"
 
 #include <gtest/gtest.h>
 

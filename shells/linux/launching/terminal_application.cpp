@@ -1,0 +1,136 @@
+#include "shells/linux/launching/terminal_application.h"
+
+#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/launching/terminal_choice.h"
+
+#include <gio/gdesktopappinfo.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+namespace kestrel::linux_shell {
+
+namespace {
+
+constexpr std::chrono::milliseconds endLimit{200};
+
+struct ReleaseApplications {
+    void operator()(GList* list) const { g_list_free_full(list, g_object_unref); }
+};
+
+/// Whether the entry starts the program `name` as a terminal: others start the same program for its
+/// settings.
+bool isTerminalEntry(GDesktopAppInfo* entry, const std::string& name) {
+    const char* executable = g_app_info_get_executable(G_APP_INFO(entry));
+    if (executable == nullptr)
+        return false;
+    const GlibText base(g_path_get_basename(executable));
+    const char* categories = g_desktop_app_info_get_categories(entry);
+    return name == base.get() && categories != nullptr &&
+           std::string_view(categories).find("TerminalEmulator") != std::string_view::npos;
+}
+
+/// Reads all desktop entries: tens of milliseconds on a full system.
+std::optional<std::string> findTerminalEntry(const std::string& name) {
+    const std::unique_ptr<GList, ReleaseApplications> all(g_app_info_get_all());
+    for (const GList* node = all.get(); node != nullptr; node = node->next) {
+        auto* entry = static_cast<GDesktopAppInfo*>(node->data);
+        const char* path = g_desktop_app_info_get_filename(entry);
+        if (path != nullptr && isTerminalEntry(entry, name))
+            return std::string(path);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+/// Shared with the thread. The mutex guards all but the search.
+struct TerminalApplication::State {
+    Search search;
+    std::mutex mutex;
+    std::condition_variable ended;
+    std::function<void()> changed;
+    std::optional<std::string> path;
+    GMainContext* context = nullptr; ///< of the thread, while it runs
+    bool isStopping = false;
+
+    void run() {
+        const GlibMainContext own(g_main_context_new());
+        g_main_context_push_thread_default(own.get());
+        {
+            const std::lock_guard lock(mutex);
+            context = own.get();
+        }
+        searchAtEachChange(own.get());
+        g_main_context_pop_thread_default(own.get());
+        const std::lock_guard lock(mutex);
+        context = nullptr;
+        ended.notify_all();
+    }
+
+    void searchAtEachChange(GMainContext* own) {
+        bool isOutdated = true;
+        // It tells of changes since the last search.
+        const ObjectPtr<GAppInfoMonitor> monitor(g_app_info_monitor_get());
+        g_signal_connect_swapped(monitor.get(), "changed",
+                                 G_CALLBACK(+[](bool* outdated) { *outdated = true; }),
+                                 &isOutdated);
+        while (!mustStop()) {
+            if (std::exchange(isOutdated, false))
+                publish(search());
+            else
+                g_main_context_iteration(own, TRUE);
+        }
+        g_signal_handlers_disconnect_by_data(monitor.get(), &isOutdated);
+    }
+
+    bool mustStop() {
+        const std::lock_guard lock(mutex);
+        return isStopping;
+    }
+
+    void publish(std::optional<std::string> found) {
+        const std::lock_guard lock(mutex);
+        if (std::exchange(path, std::move(found)) != path && changed)
+            changed();
+    }
+};
+
+TerminalApplication::TerminalApplication(std::function<void()> changed, Search search)
+    : state_(std::make_shared<State>()) {
+    state_->search = std::move(search);
+    state_->changed = std::move(changed);
+}
+
+TerminalApplication::~TerminalApplication() {
+    std::unique_lock lock(state_->mutex);
+    state_->changed = nullptr;
+    state_->isStopping = true;
+    if (state_->context != nullptr)
+        g_main_context_wakeup(state_->context);
+    state_->ended.wait_for(lock, endLimit, [this] { return state_->context == nullptr; });
+}
+
+std::optional<std::string> TerminalApplication::path() {
+    if (!std::exchange(isStarted_, true))
+        std::thread([state = state_] { state->run(); }).detach();
+    const std::lock_guard lock(state_->mutex);
+    return state_->path;
+}
+
+std::optional<std::string> TerminalApplication::findTerminalApplication() {
+    const TerminalSurroundings surroundings = processSurroundings();
+    auto terminal = chooseVisibleTerminal(surroundings);
+    if (!terminal)
+        terminal = chooseTerminal(surroundings);
+    if (!terminal)
+        return std::nullopt;
+    const auto entry = findTerminalEntry(terminalName(surroundings, terminal->program));
+    return entry ? entry : terminal->program;
+}
+
+} // namespace kestrel::linux_shell
