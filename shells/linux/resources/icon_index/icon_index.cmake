@@ -2,19 +2,23 @@
 # in it. The installed one lists 649 folders, for scores of kinds of icons that no item has, and the
 # toolkit reads all of it to find the first icon: as much work as the loading of all libraries.
 set(KESTREL_ICON_SIZES 16 22 24 32 36 48 64 72 96 128 192 256 512)
+set(KESTREL_LARGE_ICON_SIZES 256 512) # the theme has these serve smaller sizes as well
 set(KESTREL_ICON_CONTEXTS actions apps categories devices mimetypes places status)
 
 # kestrel_add_icon_index(TARGET PREFIX): the index as a resource of the target.
 function(kestrel_add_icon_index target prefix)
   foreach(size IN LISTS KESTREL_ICON_SIZES)
+    set(type "Size=${size}\nType=Threshold\n")
+    if(size IN_LIST KESTREL_LARGE_ICON_SIZES)
+      set(type "MinSize=64\nSize=${size}\nMaxSize=${size}\nType=Scalable\n")
+    endif()
     foreach(context IN LISTS KESTREL_ICON_CONTEXTS)
       list(APPEND folders ${size}x${size}/${context})
-      string(APPEND sections "\n[${size}x${size}/${context}]\nSize=${size}\nType=Threshold\n")
+      string(APPEND sections "\n[${size}x${size}/${context}]\n${type}")
     endforeach()
     foreach(context IN ITEMS apps mimetypes)
       list(APPEND folders ${size}x${size}@2/${context})
-      string(APPEND sections
-        "\n[${size}x${size}@2/${context}]\nSize=${size}\nScale=2\nType=Threshold\n")
+      string(APPEND sections "\n[${size}x${size}@2/${context}]\nScale=2\n${type}")
     endforeach()
   endforeach()
   foreach(context IN LISTS KESTREL_ICON_CONTEXTS)
