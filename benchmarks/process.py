@@ -4,13 +4,16 @@
     benchmarks/process.py [BUILD_FOLDER]        (build/bench, by default)
 
 On virtual desktops of its own, the programs in turn: the way to the icon and to rest, openings of
-the popover, memory and wake-ups while nothing happens, instructions, questions to the X server, and
-what load.py measures. The exit status says whether all goals were met. Takes about four minutes, in
-which the machine should do nothing else. Needs /usr/bin/python3 and valgrind.
+the popover, memory and wake-ups while nothing happens, instructions, questions to the X server,
+what load.py measures, and the reading and writing of a long list. The exit status says whether all
+goals were met. Takes some minutes, in which the machine should do nothing else. Needs
+/usr/bin/python3 and valgrind.
 """
 import json
 import pathlib
+import re
 import statistics
+import subprocess
 import sys
 import tempfile
 import time
@@ -149,6 +152,7 @@ class Bench:
         self.bare = [build / "benchmarks/bare_tray/bare_tray"]
         self.popup = [*self.bare, "popup"]
         self.round_trips = build / "benchmarks/round_trips/libround_trips.so"
+        self.list_benchmark = build / "benchmarks/item_list_json_benchmark"
         self.table = table
 
     @staticmethod
@@ -249,7 +253,7 @@ class Bench:
                         time.sleep(IDLE_SECONDS)
                         wakes[name] = wake_ups(run.pid) - before
                     run.end()
-        # Other programs with the same toolkit share its pages while they run, which only lessens it.
+        # Other programs with the same toolkit share its pages while they run: less is only theirs.
         (pss, private), popup, bare = (
             [[max(figures)] for figures in zip(*memory[name])]
             for name in ("kestrel", "popup", "bare"))
@@ -258,6 +262,17 @@ class Bench:
         self.table.compare("memory with the popover (PSS)", pss, bare[0], BARE, unit="MiB")
         self.table.add(f"wake-ups in {IDLE_SECONDS} idle seconds", str(wakes["kestrel"]),
                        f"{wakes['bare']}, {BARE}", goal="none", met=wakes["kestrel"] == 0)
+
+    def measure_the_list(self):
+        text = subprocess.run([self.list_benchmark, "--benchmark_color=false"], check=True,
+                              timeout=120, capture_output=True, text=True).stdout
+
+        def cpu(name):
+            return [float(time) for time in re.findall(
+                rf"^{name}/\S*_median\s+[\d.]+ ms\s+([\d.]+) ms", text, re.M)]
+        self.table.compare(f"decoding {MANY:,} items (15 MB)", cpu("decode"), cpu("bareParse"),
+                           "simdjson's bare parse of the same bytes", 2)
+        self.table.compare("encoding them", cpu("encode"), cpu("decode"), "decoding them", 1)
 
     def measure_openings(self):
         medians = []
@@ -288,6 +303,7 @@ def main():
     bench.measure_openings()
     for count in Load.GOALS_MS:
         Load(bench.kestrel[0], count, table).run()
+    bench.measure_the_list()
     return table.finish()
 
 
