@@ -71,7 +71,7 @@ Shell::Shell(QApplication& application)
                  .openPanel = openPanel_,
                  .viewHosts = viewHosts_}) {
     initResources();
-    forgetStartupTokens();
+    forgetOwnStart();
     // A language without a translation shows the English texts.
     if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
                          QStringLiteral(":/kestrel/translations")))

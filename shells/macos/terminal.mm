@@ -26,7 +26,10 @@ void start(const Task& description) {
 
 } // namespace
 
-void AppleScriptTerminal::runInNewWindow(std::string_view command) { start(terminalTask(command)); }
+void AppleScriptTerminal::runInNewWindow(std::string_view command) {
+    if (command.find('\0') == std::string_view::npos)
+        start(terminalTask(command));
+}
 
 std::optional<std::string> AppleScriptTerminal::applicationPath() {
     NSURL* const url =

@@ -12,6 +12,8 @@ import threading
 import time
 import uuid
 
+import dbus
+
 # How long, in seconds, what a test waits for may take on a busy machine before it counts as failed.
 PATIENCE = 20
 PR_SET_PDEATHSIG = 1
@@ -25,14 +27,18 @@ class Timeout(AssertionError):
 
 def wait_for(condition, limit=PATIENCE, what="a condition", pause=0.02):
     """Asks `condition` until it gives something true and returns that; `Timeout` after `limit`
-    seconds."""
+    seconds. An error of D-Bus is no end: what is looked at may go at that moment, and come again."""
     end = time.monotonic() + limit
     while True:
-        result = condition()
-        if result:
-            return result
+        error = None
+        try:
+            result = condition()
+            if result:
+                return result
+        except dbus.DBusException as failure:
+            error = failure
         if time.monotonic() > end:
-            raise Timeout(f"waited {limit} s in vain for {what}")
+            raise Timeout(f"waited {limit} s in vain for {what}") from error
         time.sleep(pause)
 
 

@@ -1,8 +1,9 @@
-"""Faults in a running program's system calls on files: it is killed at any of them, or they fail.
+"""Faults in a running program's system calls on files: it is killed at any of them, they fail, or
+they are not answered.
 
 The kernel hands each such call of the program, of any of its threads and libraries, to a thread
-here before it is made (a seccomp filter with a listener), and that thread lets it through, fails it
-or kills the program instead.
+here before it is made (a seccomp filter with a listener), and that thread lets it through, fails it,
+kills the program instead, or leaves it waiting.
 """
 import ctypes
 import errno
@@ -144,6 +145,7 @@ class SystemCalls:
         self.made = []
         self.write_limit = None     # in bytes; a larger write is a short one
         self._fault, self._at = None, -1
+        self._silent, self._waiting, self._listener = None, [], -1
         self._lock = threading.Lock()
         self._memory = Memory()
         self._numbers = _numbers()
@@ -171,6 +173,25 @@ class SystemCalls:
         with self._lock:
             self.made, self._fault, self._at = [], fault, at
 
+    def hold(self, folder):
+        """From now on no call on a file in this folder below `root` is answered, as on a network
+        file system whose server is down."""
+        with self._lock:
+            self._silent = os.path.realpath(folder)
+
+    def release(self):
+        """The folder answers again, also the calls that wait."""
+        with self._lock:
+            self._silent, waiting, self._waiting = None, self._waiting, []
+        for identity in waiting:
+            self._send(identity, 0, 0, NOTIF_FLAG_CONTINUE)
+
+    @property
+    def waiting(self):
+        """How many calls wait."""
+        with self._lock:
+            return len(self._waiting)
+
     def close(self):
         """When the program has ended."""
         self._childs.close()    # ends the wait for a listener that never came
@@ -185,6 +206,7 @@ class SystemCalls:
         if not descriptors:
             return
         listener, = descriptors
+        self._listener = listener
         waiting = select.poll()
         waiting.register(listener, select.POLLIN)
         try:
@@ -204,19 +226,21 @@ class SystemCalls:
         except OSError:
             return  # the caller died meanwhile
         identity, pid, _, number, _, _, *arguments = NOTIFICATION.unpack(buffer)
-        answer = self._judge(pid, self._numbers[number], arguments)
-        if answer is NO_ANSWER:
-            return
-        value, error, flags = (*answer, 0) if answer else (0, 0, NOTIF_FLAG_CONTINUE)
+        answer = self._judge(identity, pid, self._numbers[number], arguments)
+        if answer is not NO_ANSWER:
+            self._send(identity, *((*answer, 0) if answer else (0, 0, NOTIF_FLAG_CONTINUE)))
+
+    def _send(self, identity, value, error, flags):
         try:
-            fcntl.ioctl(listener, NOTIF_SEND,
+            fcntl.ioctl(self._listener, NOTIF_SEND,
                         bytearray(RESPONSE.pack(identity, value, error, flags)))
         except OSError as gone:
             if gone.errno != errno.ENOENT:
                 print("system calls:", gone, file=sys.stderr)
 
-    def _judge(self, pid, name, arguments):
-        """What the call is to return, as (value, -errno); None to let it be made."""
+    def _judge(self, identity, pid, name, arguments):
+        """What the call is to return, as (value, -errno); None to let it be made, NO_ANSWER to give
+        none now."""
         try:
             path = self._path(pid, name, arguments)
         except OSError:
@@ -226,6 +250,9 @@ class SystemCalls:
         with self._lock:
             index, call = len(self.made), Call(name, path, pid, arguments)
             self.made.append(call)
+            if self._silent and f"{path}/".startswith(f"{self._silent}/"):
+                self._waiting.append(identity)
+                return NO_ANSWER
             fault = self._fault
             strikes = fault and (index == self._at or index > self._at and not fault.once)
         if strikes:

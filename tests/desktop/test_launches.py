@@ -10,6 +10,15 @@ from launching import LaunchingTest, descriptors, state
 
 APPIMAGE_MAGIC = b"AI\x02"
 
+# What a session tells a program about its own start.
+OWN_START = ("XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID", "DESKTOP_AUTOSTART_ID",
+             "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
+             "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE", "NOTIFY_SOCKET", "FDSTORE",
+             "LISTEN_PID", "LISTEN_PIDFDID", "LISTEN_FDS", "LISTEN_FDNAMES", "WATCHDOG_PID",
+             "WATCHDOG_USEC", "MAINPID", "MAINPIDFDID", "MANAGERPID", "MANAGERPIDFDID",
+             "SYSTEMD_EXEC_PID", "INVOCATION_ID", "JOURNAL_STREAM", "MEMORY_PRESSURE_WATCH",
+             "MEMORY_PRESSURE_WRITE")
+
 # An application that runs on the bus: each call of its interface becomes a line of its log.
 SERVICE = """
 import json, sys, dbus, dbus.service
@@ -158,6 +167,31 @@ class LaunchesTest(LaunchingTest):
         self.wait_until(lambda: len(self.lines(log)) == 2, "the service's two lines")
         self.assertEqual(json.loads(self.lines(log)[1].removeprefix("activate ")),
                          dict.fromkeys(("activation-token", "desktop-startup-id"), "panel's"))
+
+    def test_what_is_launched_inherits_nothing_of_the_start_of_the_program(self):
+        self.start_desktop()
+        program = self.script("program")
+        entry = self.entry("entry.desktop", f"Exec={program}")
+        window = self.entry("window.desktop", f"Terminal=true\nExec={program}")
+        opener = self.entry("text.desktop", f"Exec={program} %f", "data/applications")
+        self.desktop.write("config/mimeapps.list",
+                           "[Default Applications]\ntext/plain=text.desktop\n")
+        text = self.desktop.write("home/text.txt", "text\n")
+        items = [("App", "Entry", entry), ("App", "Executable", program),
+                 ("App", "Window", window), ("Command File", "File", program),
+                 ("Command File", "Text", text), ("Inline Command", "Command", self.recording())]
+        self.start_with(items, {**dict.fromkeys(OWN_START, "the program's"), "KEPT": "yes"})
+        for _, title, _ in items:
+            record = self.launch_and_record(title)
+            environment = record["environment"]
+            self.assertEqual(environment["KEPT"], "yes")
+            self.assertEqual([name for name, value in environment.items()
+                              if value == "the program's"], [], title)
+            # GIO tells the program of an entry which entry that is.
+            file = environment.get("GIO_LAUNCHED_DESKTOP_FILE")
+            self.assertEqual(file, {"Entry": entry, "Text": opener}.get(title), title)
+            if file is not None:
+                self.assertEqual(environment["GIO_LAUNCHED_DESKTOP_FILE_PID"], str(record["pid"]))
 
     def test_command_files_are_run_or_opened_by_what_they_are(self):
         self.start_desktop()

@@ -113,7 +113,7 @@ class TerminalsTest(LaunchingTest):
         self.start_desktop()
         self.write_start_files()
         for i, terminal in enumerate(TERMINALS):
-            self.type_into(terminal, shell, 64 * KIBIBYTE if i % 2 == 0 else KIBIBYTE,
+            self.type_into(terminal, shell, 160 * KIBIBYTE if i % 2 == 0 else KIBIBYTE,
                            with_a_crash=i % 2 == 1)
 
     def test_terminal_that_runs_already_opens_a_window_with_the_shell_of_the_program(self):

@@ -79,6 +79,11 @@ TEST_F(LaunchingTest, ATaskThatCannotBeStartedLeavesNoTrace) {
     EXPECT_EQ(recording::count("NSTask launchAndReturnError:"), 1);
 }
 
+TEST_F(LaunchingTest, ACommandWithANulStartsNothing) {
+    launch(ItemType::inlineCommand, std::nullopt, std::string("echo a\0 b", 9));
+    EXPECT_EQ(recording::count("NSTask launchAndReturnError:"), 0);
+}
+
 /// A program in the place of osascript that writes down its arguments.
 class ArgumentsTest : public LaunchingTest {
   protected:

@@ -6,10 +6,12 @@
 
 namespace kestrel::linux_shell {
 
-/// Removes XDG_ACTIVATION_TOKEN and DESKTOP_STARTUP_ID from the environment. They belong to our own
-/// start; a child that inherited them would claim to be the answer to it. Called by main once the
-/// toolkit has read them (after the application object is built) and before anything is launched.
-void forgetStartupTokens();
+/// Removes from the environment what was meant for this process alone, or for the service that it
+/// was started in: the marks of our own start, sockets that a service manager hands over or listens
+/// at, a watchdog's times. A child that inherited them would claim to be us, answer in our place or
+/// tell the session that we had ended. Called once the toolkit has read them (after the application
+/// object is built) and before anything is launched.
+void forgetOwnStart();
 
 /// The value of a variable; empty when it is not set.
 std::string environmentVariable(const char* name);

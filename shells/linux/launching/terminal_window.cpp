@@ -10,6 +10,8 @@
 namespace kestrel::linux_shell {
 
 void openTerminalWindow(StartScript script, std::string_view text, const Activation& activation) {
+    if (text.find('\0') != std::string_view::npos)
+        return;
     const auto terminal = chooseTerminal(processSurroundings());
     if (!terminal)
         return;

@@ -3,10 +3,13 @@
 #include "shells/linux/launching/gio_workspace.h"
 #include "tests/linux/launching/launching_fixture.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
+#include <glib.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -49,6 +52,11 @@ class ShellTerminalTest : public LaunchingTest {
     }
 };
 
+std::string utf8(char32_t character) {
+    std::array<char, 6> bytes{};
+    return {bytes.data(), static_cast<std::size_t>(g_unichar_to_utf8(character, bytes.data()))};
+}
+
 /// A shell and how some things are said in it.
 struct ShellCase {
     const char* name;
@@ -72,9 +80,12 @@ class TypedCommandTest : public ShellTerminalTest, public testing::WithParamInte
         writeFile(home() / ".bashrc", common + "PS1='ready> '\n");
         writeFile(home() / ".zshrc", common + "PS1='ready> '\n");
         writeFile(home() / ".shrc", common);
-        const fs::path fish = fs::path(std::getenv("XDG_CONFIG_HOME")) / "fish";
-        fs::create_directories(fish);
-        writeFile(fish / "config.fish", common + "set -g fish_greeting\n");
+        fs::create_directories(fishConfiguration().parent_path());
+        writeFile(fishConfiguration(), common + "set -g fish_greeting\n");
+    }
+
+    static fs::path fishConfiguration() {
+        return fs::path(std::getenv("XDG_CONFIG_HOME")) / "fish" / "config.fish";
     }
 };
 
@@ -95,6 +106,68 @@ TEST_P(TypedCommandTest, SixtyFourKibibytesArriveWhole) {
     EXPECT_TRUE(homeFileBecomes("out", text));
 }
 
+TEST_P(TypedCommandTest, ATextLongerThanAWordOfACommandLineArrivesWhole) {
+    // The system takes no single argument and no variable of 128 KiB.
+    for (const std::size_t size : {131071U, 131072U, 1048576U}) {
+        std::string text;
+        while (text.size() < size)
+            text += "line " + std::to_string(text.size()) + (text.size() % 3 == 0 ? "\n" : " ");
+        std::string command = "greet > ~/greeting; printf %s '";
+        const std::string_view after = "' > ~/out";
+        text.resize(size - command.size() - after.size(), '.');
+        run(command.append(text).append(after));
+        EXPECT_TRUE(homeFileBecomes("out", text)) << size;
+        EXPECT_EQ(readFile(home() / "greeting"), "hello\n");
+        EXPECT_TRUE(scratchIsGone());
+    }
+}
+
+TEST_P(TypedCommandTest, EveryCharacterArrives) {
+    std::string text;
+    for (char32_t character = 1; character < 0x100; ++character)
+        if (character != U'\'')
+            text += utf8(character);
+    // Some shells use those that mean nothing, or are private, for their own purposes.
+    for (const char32_t first : {U'\u2028', U'\ufeff', U'\ue000', U'\ue0b0', U'\ue0f0', U'\uf600',
+                                 U'\uf880', U'\ufdd0', U'\ufff0', U'\U0010fff0'})
+        for (char32_t character = first; character < first + 16; ++character)
+            text += utf8(character);
+    run("printf %s '" + text + "' > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", text));
+}
+
+TEST_P(TypedCommandTest, AControlCharacterAtTheBeginningIsPartOfTheText) {
+    for (const char character : {'\x01', '\x02', '\x1b', '\x7f'}) {
+        const std::string name = std::string(1, character) + "run";
+        writeFile(programs() / name, "#!/bin/sh\nprintf %s \"$1\" > ~/out\n", 0755);
+        run(name + " 'a" + character + "b'");
+        EXPECT_TRUE(homeFileBecomes("out", std::string("a") + character + "b"));
+    }
+}
+
+TEST_P(TypedCommandTest, ATextWithANulRunsNothing) {
+    using namespace std::string_literals;
+    for (const std::string& text : {"echo one >> ~/out\0"s, "\0echo two >> ~/out"s,
+                                    "echo three >> ~/out\n\0echo four >> ~/out"s}) {
+        run(text);
+        EXPECT_FALSE(hasScratch());
+    }
+    run("echo last >> ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "last\n"));
+    EXPECT_EQ(std::ranges::count(readFile(home() / "terminal.pid"), '\n'), 1);
+}
+
+TEST_P(TypedCommandTest, TheUsersVariablesAreLeftAlone) {
+    const char* const names[] = {"folder", "shell", "text", "size", "file", "length"};
+    for (const char* name : names)
+        ::setenv(name, "the user's", 1);
+    run("env | grep \"=the user's\" | sort > ~/list; mv ~/list ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "file=the user's\nfolder=the user's\nlength=the user's\n"
+                                       "shell=the user's\nsize=the user's\ntext=the user's\n"));
+    for (const char* name : names)
+        ::unsetenv(name);
+}
+
 TEST_P(TypedCommandTest, SeveralLinesRunInTurn) {
     run("echo one >> ~/out\necho two >> ~/out\n\necho three >> ~/out\n");
     EXPECT_TRUE(homeFileBecomes("out", "one\ntwo\nthree\n"));
@@ -108,6 +181,20 @@ TEST_P(TypedCommandTest, ItRunsInTheHomeFolder) {
 TEST_P(TypedCommandTest, TheUsersAliasesAreLoaded) {
     run("greet > ~/out");
     EXPECT_TRUE(homeFileBecomes("out", "hello\n"));
+}
+
+TEST_P(TypedCommandTest, WhatTheUserHasPutInPlaceOfProgramsChangesNoText) {
+    for (const char* name : {".bashrc", ".zshrc", ".shrc"})
+        std::ofstream(home() / name, std::ios::app)
+            << "cat() { echo replaced; }\nrm() { :; }\nhistory() { :; }\nexec 3</dev/null\n";
+    std::ofstream(fishConfiguration(), std::ios::app)
+        << "function cat; echo replaced; end\nfunction rm; end\n";
+    for (const std::size_t length : {10U, 200000U}) {
+        const std::string text(length, 'x');
+        run("printf %s " + text + " > ~/out");
+        EXPECT_TRUE(homeFileBecomes("out", text));
+        EXPECT_TRUE(scratchIsGone());
+    }
 }
 
 TEST_P(TypedCommandTest, ThePromptStaysInTheSameShell) {
@@ -197,6 +284,22 @@ TEST_F(BashTest, AListOfPromptCommandsIsKept) {
         "out", "declare -a PROMPT_COMMAND=([0]=\"echo a >> ~/prompts\" [1]=\"true\")\n"));
 }
 
+TEST_F(BashTest, ALongTextLeavesRoomForProgramsWhereEveryVariableIsExported) {
+    writeFile(home() / ".bashrc", "set -a\nPROMPT_COMMAND='touch ~/prompt'\n");
+    run("env > ~/env; echo done > ~/out; #" + std::string(200000, '.'));
+    ASSERT_TRUE(homeFileBecomes("out", "done\n"));
+    EXPECT_EQ(readFile(home() / "env").find("kestrel_"), std::string::npos);
+    EXPECT_EQ(readFile(home() / "transcript").find("rgument list"), std::string::npos);
+    EXPECT_TRUE(fs::exists(home() / "prompt"));
+    EXPECT_TRUE(scratchIsGone());
+}
+
+TEST_F(BashTest, AStartFileThatEndsTheShellAtAnErrorDoesNotEndItBeforeTheText) {
+    writeFile(home() / ".bashrc", "set -e\n");
+    run("echo first > ~/out");
+    EXPECT_TRUE(homeFileBecomes("out", "first\n"));
+}
+
 TEST_F(BashTest, NoVariableOfOursStays) {
     writeFile(home() / ".bashrc", "");
     run("echo first > ~/out");
@@ -255,6 +358,26 @@ TEST_F(ZshTest, CommentsAreStillCommentsWhereTheUserAllowsThem) {
     writeFile(home() / ".zshrc", "PS1='ready> '\nsetopt interactive_comments\n");
     run("echo a!b > ~/out # a comment!");
     EXPECT_TRUE(homeFileBecomes("out", "a!b\n"));
+}
+
+TEST_F(ZshTest, WhateverTheUsersStartFileSetsTheTextRuns) {
+    const std::string text = "a!b\u00e9\ue0b0\x01\x02";
+    for (const char* line :
+         {"precmd_functions=(true)", "precmd() { true }", "setopt no_multibyte",
+          "setopt ksh_arrays", "setopt posix_identifiers", "unsetopt zle", "setopt all_export",
+          "histchars=", "zle-line-init() { true }; zle -N zle-line-init"}) {
+        writeFile(home() / ".zshrc", std::string(line) + "\nPS1='ready> '\n");
+        run("printf %s '" + text + "' > ~/out");
+        EXPECT_TRUE(homeFileBecomes("out", text)) << line;
+        fs::remove(home() / "out");
+    }
+}
+
+TEST_F(ZshTest, CharactersThatTheLineEditorHasAUseForAreInTheHistoryAsTheyAre) {
+    run("echo \ue000\ue0b0\ue0ff > ~/out");
+    ASSERT_TRUE(homeFileBecomes("out", "\ue000\ue0b0\ue0ff\n"));
+    type("fc -ln -1 > ~/out\n");
+    EXPECT_TRUE(homeFileBecomes("out", "echo \ue000\ue0b0\ue0ff > ~/out\n"));
 }
 
 TEST_F(ZshTest, TheCommandIsInTheHistory) {
