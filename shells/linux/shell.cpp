@@ -26,9 +26,6 @@ constexpr const char* listKey = "launcherItems";
 // the popover shows that the program runs.
 constexpr std::chrono::seconds panelPatience{4};
 
-// The session has enough to do while it starts.
-constexpr std::chrono::milliseconds idleTime{300};
-
 QImage drawnSymbol(const Image& image, int pixels) {
     const auto* symbol = dynamic_cast<const SymbolImage*>(&image);
     return symbol != nullptr ? symbolPixmap(symbol->name, pixels, Qt::black, 1).toImage()
@@ -106,7 +103,6 @@ void Shell::showWithoutPanel() {
 
 void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
-    QTimer::singleShot(idleTime, viewHosts_.popover(), &PopoverWindow::prepare);
     auto* item = statusBar_.item();
     QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
                      &ActivationTokens::provide);

@@ -11,8 +11,13 @@ LinuxViewHosts::LinuxViewHosts(FileIconSource fileIcons) : fileIcons_(std::move(
 
 std::unique_ptr<HostingController>
 LinuxViewHosts::hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) {
-    return std::make_unique<WidgetController>(
-        std::make_unique<MenuPopoverWidget>(std::move(view), fileIcons_));
+    auto widget = std::make_unique<MenuPopoverWidget>(std::move(view), fileIcons_);
+    QObject::connect(widget.get(), &MenuPopoverWidget::contentChanged, widget.get(), [this] {
+        if (popover_ != nullptr) {
+            popover_->prepareSoon();
+        }
+    });
+    return std::make_unique<WidgetController>(std::move(widget));
 }
 
 std::unique_ptr<HostingController>

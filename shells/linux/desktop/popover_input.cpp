@@ -98,7 +98,10 @@ class ActivatedInput final : public PopoverInput {
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                Qt::NoDropShadowWindowHint;
     }
-    void prepare() override { shield_.prepare(); }
+    void prepare() override {
+        shield_.prepare();
+        x11::beUnlisted(popover_.winId(), {}); // the server has given numbers to all names then
+    }
     void findPointer(std::function<void(std::optional<QPoint>)> found) override {
         shield_.find(std::move(found));
     }

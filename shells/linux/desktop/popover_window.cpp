@@ -5,6 +5,7 @@
 #include "shells/linux/desktop/x11.h"
 
 #include <QApplication>
+#include <QBackingStore>
 #include <QCursor>
 #include <QKeyEvent>
 #include <QLayout>
@@ -13,6 +14,7 @@
 #include <QStyle>
 #include <QWindow>
 
+#include <chrono>
 #include <cmath>
 #include <optional>
 
@@ -24,6 +26,9 @@ constexpr int fadeTime = 120; // milliseconds
 // The toolkit learns late that the keyboard has left a popup, and then closes every popup, also
 // one that was opened since.
 constexpr int staleCloseTime = 150; // milliseconds
+
+// Changes come in groups, and a session that starts has enough to do.
+constexpr std::chrono::milliseconds idleTime{300};
 
 // A bar of a Wayland session covers every X11 window, and some sessions do not tell where it is.
 constexpr int unknownBarHeight = 40; // pixels
@@ -44,10 +49,10 @@ ScreenArea areaAround(QPoint point) {
 
 /// The screen that has a panel, as far as that is told; else that with the pointer.
 ScreenArea areaWithPanel() {
+    const auto panels = x11::panels();
     const auto screens = QGuiApplication::screens();
     for (const auto* screen : screens) {
         auto area = areaOf(*screen);
-        const auto panels = x11::panels();
         for (const QRect& panel : panels) {
             if (area.whole.contains(panel.center())) {
                 area = withoutPanel(area, panel);
@@ -101,6 +106,9 @@ PopoverWindow::PopoverWindow()
     fade_.setDuration(fadeTime);
     fade_.setStartValue(0.0);
     fade_.setEndValue(1.0);
+    preparation_.setSingleShot(true);
+    preparation_.setInterval(idleTime);
+    connect(&preparation_, &QTimer::timeout, this, &PopoverWindow::prepare);
 }
 
 PopoverWindow::~PopoverWindow() { hide(); }
@@ -118,6 +126,7 @@ void PopoverWindow::setContentViewController(std::unique_ptr<HostingController> 
     content->show();
     setFocusProxy(content);
     layOut();
+    prepareSoon();
 }
 
 void PopoverWindow::setContentSize(Size size) {
@@ -153,12 +162,47 @@ void PopoverWindow::performClose() {
     input_->end();
 }
 
+void PopoverWindow::prepareSoon() {
+    isPrepared_ = false;
+    if (!isVisible()) {
+        preparation_.start();
+    }
+}
+
 void PopoverWindow::prepare() {
+    if (isShown()) {
+        return;
+    }
+    isPrepared_ = true;
+    takeSizeOfContent();
     layOut();
     ensurePolished();
     winId();
-    grab();
     input_->prepare();
+    fillCaches();
+}
+
+void PopoverWindow::takeSizeOfContent() {
+    const auto* content = controller_ != nullptr ? controller_->widget() : nullptr;
+    const QSize wanted = content != nullptr ? content->sizeHint() : QSize();
+    if (wanted.isValid()) {
+        contentSize_ = wanted;
+    }
+}
+
+// What is painted now is thrown away, but not the pictures and glyphs that it took.
+void PopoverWindow::fillCaches() {
+    grab();
+    if (auto* window = windowHandle()) {
+        window->setCursor(cursor()); // looked up for the program's first window that has it
+    }
+    // Has the memory for the window's pixels set up, without touching it.
+    if (auto* store = backingStore()) {
+        store->resize(size());
+        store->beginPaint(QRegion());
+        store->endPaint();
+    }
+    x11::panels();
 }
 
 QRect PopoverWindow::contentRect() const { return {QPoint(margin_, margin_), contentSize_}; }
@@ -209,12 +253,17 @@ void PopoverWindow::fadeIn() {
 void PopoverWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     pressedOutside_ = false;
+    isPrepared_ = true;
+    preparation_.stop();
     sinceShown_.start();
 }
 
 void PopoverWindow::hideEvent(QHideEvent* event) {
     fade_.stop();
     input_->end();
+    if (!isPrepared_) {
+        preparation_.start();
+    }
     QWidget::hideEvent(event);
 }
 
@@ -258,8 +307,17 @@ void PopoverWindow::paintEvent(QPaintEvent* event) {
 }
 
 bool PopoverWindow::event(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) {
+    switch (event->type()) {
+    case QEvent::PaletteChange:
         update();
+        prepareSoon();
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        prepareSoon();
+        break;
+    default:
+        break;
     }
     return QWidget::event(event);
 }

@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 #include <QPropertyAnimation>
+#include <QTimer>
 #include <QWidget>
 
 namespace kestrel::linux_shell {
@@ -33,8 +34,14 @@ class PopoverWindow final : public QWidget, public Popover {
     void showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) override;
     void performClose() override;
 
-    /// Does ahead of time what the first opening would otherwise spend its time on.
+    /// Does ahead of time what the next opening would otherwise spend its time on, at the size that
+    /// the content says it wants. Nothing while the popover is shown.
     void prepare();
+
+    /// The content looks different from now on: prepares once nothing has changed for a moment and
+    /// the popover is not shown. Comes by itself when the content is set and when the desktop's
+    /// looks change.
+    void prepareSoon();
 
   protected:
     bool event(QEvent* event) override;
@@ -49,6 +56,8 @@ class PopoverWindow final : public QWidget, public Popover {
   private:
     void showAt(const QRect& content);
     void layOut();
+    void takeSizeOfContent();
+    void fillCaches();
     void fadeIn();
     QRect contentRect() const;
 
@@ -59,6 +68,8 @@ class PopoverWindow final : public QWidget, public Popover {
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     bool animates_ = false;
     bool pressedOutside_ = false;
+    bool isPrepared_ = false; ///< the next opening finds everything as it is now
+    QTimer preparation_;
     QElapsedTimer sinceShown_;
     QPropertyAnimation fade_;
 };

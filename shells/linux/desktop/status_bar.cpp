@@ -224,9 +224,10 @@ void LinuxStatusItem::notifierMenuWanted(QPoint place) {
     longPress_.start();
 }
 
+// The panel is looked at again later: the popover does not wait for that.
 void LinuxStatusItem::clicked() {
-    sampleBackground();
     button_.sendAction();
+    settling_.start();
 }
 
 PopoverAnchor LinuxStatusItem::anchor() const {
@@ -248,7 +249,11 @@ PopoverAnchor LinuxStatusItem::anchor() const {
 // show the background. A change of colour paints the icon again and has this look once more, which
 // then finds no other.
 void LinuxStatusItem::sampleBackground() {
-    if (QApplication::activePopupWidget() != nullptr || x11::isXWayland()) {
+    if (x11::isXWayland()) {
+        return;
+    }
+    if (QApplication::activePopupWidget() != nullptr) {
+        settling_.start(); // until nothing may lie over the panel
         return;
     }
     const auto color =

@@ -1,10 +1,9 @@
 #include "shells/linux/desktop/x11.h"
 
+#include "shells/linux/desktop/desktop_watch.h"
 #include "shells/linux/desktop/x11_connection.h"
 
 #include <QGuiApplication>
-
-#include <algorithm>
 
 namespace kestrel::linux_shell::x11 {
 namespace {
@@ -49,18 +48,13 @@ std::optional<QColor> trayForeground() {
 }
 
 QList<QRect> panels() {
-    auto* c = connection();
-    if (c == nullptr || isXWayland()) {
+    auto* watch = isXWayland() ? nullptr : DesktopWatch::current();
+    if (watch == nullptr) {
         return {};
     }
     QList<QRect> found;
-    const auto dock = atom(c, "_NET_WM_WINDOW_TYPE_DOCK");
-    for (const auto window : values(c, rootWindow(c), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW)) {
-        const auto types = values(c, window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM);
-        const QRect rect = rectOf(c, window);
-        if (std::ranges::find(types, dock) != types.end() && !rect.isEmpty()) {
-            found.append(independentOfDevice(rect));
-        }
+    for (const QRect& panel : watch->panels()) {
+        found.append(independentOfDevice(panel));
     }
     return found;
 }
@@ -70,8 +64,11 @@ QPoint independentOfDevice(QPoint point) {
 }
 
 bool isCompositing() {
-    auto* c = connection();
-    return c != nullptr && (isXWayland() || selectionOwner(c, "_NET_WM_CM_S0") != XCB_WINDOW_NONE);
+    if (isXWayland()) {
+        return true;
+    }
+    auto* watch = DesktopWatch::current();
+    return watch != nullptr && watch->hasCompositor();
 }
 
 bool isMouseButtonDown() {

@@ -36,11 +36,14 @@ xcb_window_t selectionOwner(xcb_connection_t* c, std::string_view selection) {
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
-std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
-                                  std::string_view property, xcb_atom_t type) {
+xcb_get_property_cookie_t askValues(xcb_connection_t* c, xcb_window_t window,
+                                    std::string_view property, xcb_atom_t type) {
     constexpr std::uint32_t most = 4096;
-    const auto cookie = xcb_get_property(c, 0, window, atom(c, property), type, 0, most);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
+    return xcb_get_property(c, 0, window, atom(c, property), type, 0, most);
+}
+
+std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_get_property_cookie_t question) {
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, question, nullptr));
     if (!reply || reply->format != 32) {
         return {};
     }
@@ -48,21 +51,29 @@ std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
     return {first, first + reply->value_len};
 }
 
-QRect rectOf(xcb_connection_t* c, xcb_window_t window) {
-    const auto root = rootWindow(c);
-    const auto stateCookie = xcb_get_window_attributes(c, window);
-    const auto sizeCookie = xcb_get_geometry(c, window);
-    const auto placeCookie = xcb_translate_coordinates(c, window, root, 0, 0);
+std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
+                                  std::string_view property, xcb_atom_t type) {
+    return values(c, askValues(c, window, property, type));
+}
+
+RectQuestion askRect(xcb_connection_t* c, xcb_window_t window) {
+    return {xcb_get_window_attributes(c, window), xcb_get_geometry(c, window),
+            xcb_translate_coordinates(c, window, rootWindow(c), 0, 0)};
+}
+
+QRect rectOf(xcb_connection_t* c, const RectQuestion& question) {
     const Reply<xcb_get_window_attributes_reply_t> state(
-        xcb_get_window_attributes_reply(c, stateCookie, nullptr));
-    const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, sizeCookie, nullptr));
+        xcb_get_window_attributes_reply(c, question.state, nullptr));
+    const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, question.size, nullptr));
     const Reply<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(c, placeCookie, nullptr));
+        xcb_translate_coordinates_reply(c, question.place, nullptr));
     if (!state || !size || !place || state->map_state != XCB_MAP_STATE_VIEWABLE) {
         return {};
     }
     return {place->dst_x, place->dst_y, size->width, size->height};
 }
+
+QRect rectOf(xcb_connection_t* c, xcb_window_t window) { return rectOf(c, askRect(c, window)); }
 
 QRect independentOfDevice(const QRect& rect) {
     const auto screens = QGuiApplication::screens();

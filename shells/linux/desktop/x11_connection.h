@@ -36,8 +36,22 @@ xcb_window_t selectionOwner(xcb_connection_t* c, std::string_view selection);
 std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_window_t window,
                                   std::string_view property, xcb_atom_t type);
 
+/// The same in two steps: what is asked before any answer is read takes the server's time but once.
+xcb_get_property_cookie_t askValues(xcb_connection_t* c, xcb_window_t window,
+                                    std::string_view property, xcb_atom_t type);
+std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_get_property_cookie_t question);
+
 /// Where a window is on the root window, in the server's pixels; empty when it is not shown.
 QRect rectOf(xcb_connection_t* c, xcb_window_t window);
+
+/// The same in two steps.
+struct RectQuestion {
+    xcb_get_window_attributes_cookie_t state;
+    xcb_get_geometry_cookie_t size;
+    xcb_translate_coordinates_cookie_t place;
+};
+RectQuestion askRect(xcb_connection_t* c, xcb_window_t window);
+QRect rectOf(xcb_connection_t* c, const RectQuestion& question);
 
 /// A rectangle of the server's pixels in the toolkit's, which scales each screen about its corner.
 QRect independentOfDevice(const QRect& rect);

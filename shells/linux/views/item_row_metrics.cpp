@@ -20,11 +20,14 @@ constexpr double kerningReserve = 1.05; // letters next to each other may stand 
 constexpr unsigned char firstPrintable = 0x20;
 constexpr unsigned char lastPrintable = 0x7E;
 
-bool hasLineBreak(std::string_view title) {
-    const auto contains = [title](std::string_view text) {
-        return title.find(text) != std::string_view::npos;
-    };
-    return contains("\n") || contains("\u2028") || contains("\u2029");
+/// Whether a line ends at this byte: a line feed, U+2028 or U+2029.
+bool isLineBreak(std::string_view title, std::size_t position) {
+    constexpr char firstOfSeparator = '\xE2';
+    if (title[position] != firstOfSeparator) {
+        return title[position] == '\n';
+    }
+    const auto text = title.substr(position);
+    return text.starts_with("\u2028") || text.starts_with("\u2029");
 }
 
 } // namespace
@@ -48,36 +51,37 @@ ItemRowMetrics::ItemRowMetrics(int width) {
             itemRowColumns(toQString(rawValue(allItemTypes.at(type))), width).textWidth;
     }
     const QFontMetricsF metrics(fontFor(row_style::title.font));
+    advances_.fill(2 * metrics.height()); // more than any letter takes
     for (unsigned char letter = firstPrintable; letter <= lastPrintable; ++letter) {
         advances_.at(letter) = metrics.horizontalAdvance(QLatin1Char(static_cast<char>(letter)));
     }
-    widest_ = 2 * metrics.height();
-    lineHeight_ = itemRowLineHeight(row_style::title.font);
     others_ = pixels(row_style::lineSpacing) + itemRowLineHeight(row_style::detail.font);
+    lowest_ = rowHeight(itemRowLineHeight(row_style::title.font));
 }
 
 // A byte other than printable ASCII counts as a letter of the greatest width.
 bool ItemRowMetrics::surelyFits(std::string_view title, int width) const {
-    if (hasLineBreak(title)) {
-        return false;
-    }
     double sum = 0;
-    for (const char byte : title) {
-        const auto letter = static_cast<unsigned char>(byte);
-        const bool printable = letter >= firstPrintable && letter <= lastPrintable;
-        sum += printable ? advances_[letter] : widest_;
+    for (std::size_t i = 0; i < title.size(); ++i) {
+        if (isLineBreak(title, i)) {
+            return false;
+        }
+        sum += advances_[static_cast<unsigned char>(title[i])];
     }
     return sum * kerningReserve <= width;
 }
 
-int ItemRowMetrics::heightFor(std::string_view title, ItemType type) const {
-    const int width = textWidths_.at(static_cast<std::size_t>(type));
-    const int titleHeight =
-        surelyFits(title, width)
-            ? lineHeight_
-            : wrappedHeight(toQString(title), fontFor(row_style::title.font), width);
+int ItemRowMetrics::rowHeight(int titleHeight) const {
     const int content = std::max(titleHeight + others_, pixels(row_style::iconSize.height));
     return content + pixels(row_style::padding.top) + pixels(row_style::padding.bottom);
+}
+
+int ItemRowMetrics::heightFor(std::string_view title, ItemType type) const {
+    const int width = textWidths_.at(static_cast<std::size_t>(type));
+    if (surelyFits(title, width)) {
+        return lowest_;
+    }
+    return rowHeight(wrappedHeight(toQString(title), fontFor(row_style::title.font), width));
 }
 
 } // namespace kestrel::linux_shell

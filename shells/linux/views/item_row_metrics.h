@@ -35,12 +35,12 @@ class ItemRowMetrics {
 
   private:
     bool surelyFits(std::string_view title, int width) const;
+    int rowHeight(int titleHeight) const;
 
     std::array<int, allItemTypes.size()> textWidths_{};
-    std::array<double, 128> advances_{}; ///< of the ASCII letters, pixels
-    double widest_ = 0;                  ///< more than any other letter takes
-    int lineHeight_ = 0;
-    int others_ = 0; ///< all of a row's height but the title
+    std::array<double, 256> advances_{}; ///< pixels, by the byte: at least what it takes
+    int others_ = 0;                     ///< what stands above and below the title, pixels
+    int lowest_ = 0;                     ///< the height of a row whose title has one line
 };
 
 } // namespace kestrel::linux_shell

@@ -105,7 +105,12 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
     updateNow();
 }
 
+QSize MenuPopoverWidget::sizeHint() const {
+    return sizeFor(popover::contentSize(view_->items().size()));
+}
+
 void MenuPopoverWidget::connectList() {
+    connect(&list_, &RowList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
     connect(&list_, &RowList::activated, this, [this](int row) {
         const auto position = static_cast<std::size_t>(row);
         if (position < view_->items().size()) {

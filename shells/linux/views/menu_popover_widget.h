@@ -24,6 +24,13 @@ class MenuPopoverWidget final : public QWidget {
 
     const RowList& list() const { return list_; }
 
+    /// The size at which the popover shows what the list holds now.
+    QSize sizeHint() const override;
+
+  Q_SIGNALS:
+    /// The list holds other items, or they look different.
+    void contentChanged();
+
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;

@@ -9,6 +9,11 @@
 #include <algorithm>
 
 namespace kestrel::linux_shell {
+namespace {
+
+constexpr int provisionalHeight = 40;
+
+} // namespace
 
 RowList::RowList(RowSource& source, const Options& options, QWidget* parent)
     : QAbstractScrollArea(parent), source_(source), options_(options) {
@@ -40,6 +45,9 @@ void RowList::rebuildGeometry() {
     const RowGeometry::Padding padding{options_.padding.top(), options_.padding.bottom()};
     if (const std::optional<int> height = source_.uniformHeight()) {
         geometry_ = RowGeometry::uniform(source_.count(), *height, padding);
+    } else if (!hasWidth_) {
+        // The heights follow with the width, before the list is shown.
+        geometry_ = RowGeometry::uniform(source_.count(), provisionalHeight, padding);
     } else {
         source_.prepareHeights(rowsWidth());
         std::vector<int> heights(static_cast<std::size_t>(source_.count()));
@@ -65,7 +73,10 @@ void RowList::reload() {
     announceRowsChanged(*this);
 }
 
-void RowList::refresh() { layoutRows(Binding::anew); }
+void RowList::refresh() {
+    layoutRows(Binding::anew);
+    Q_EMIT rowsChanged();
+}
 
 // Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
 void RowList::layoutRows(Binding binding) {
@@ -212,6 +223,7 @@ bool RowList::viewportEvent(QEvent* event) {
 
 void RowList::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
+    hasWidth_ = true;
     rebuildGeometry();
     layoutRows();
 }

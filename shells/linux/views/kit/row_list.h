@@ -98,6 +98,9 @@ class RowList : public QAbstractScrollArea {
     const Options& options() const { return options_; }
 
   Q_SIGNALS:
+    /// There are other rows, or they look different.
+    void rowsChanged();
+
     /// A click on a row of a menu, a double click in a selection list, Return in both.
     void activated(int row);
 
@@ -172,6 +175,7 @@ class RowList : public QAbstractScrollArea {
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport
     double wheelRemainder_ = 0;
+    bool hasWidth_ = false;     ///< the layout has given the rows theirs
     qreal boundPixelRatio_ = 1; ///< for which the rows in sight were bound
 };
 
