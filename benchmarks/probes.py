@@ -32,6 +32,17 @@ def memory_mib(pid):
     return sizes["Pss"], sizes["Private_Dirty"]
 
 
+def programs_with(library):
+    """How many processes have loaded a library: they share its pages."""
+    count = 0
+    for maps in pathlib.Path("/proc").glob("[0-9]*/maps"):
+        try:
+            count += library in maps.read_text()
+        except OSError:
+            pass  # It has ended, or is another user's.
+    return count
+
+
 def wake_ups(pid):
     """How often its threads have waited for something so far, thus woken up again."""
     return sum(int(line.split()[1])
