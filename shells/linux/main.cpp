@@ -8,8 +8,12 @@
 #include <QApplication>
 #include <QDBusConnection>
 
+#include <malloc.h>
+
 int main(int argc, char** argv) {
     using namespace kestrel::linux_shell;
+    // Its threads mostly wait, so they can share what each would keep of memory for itself.
+    mallopt(M_ARENA_MAX, 1);
     const Startup startup = startupOfThisProcess();
     ToolkitArguments arguments(argc > 0 ? argv[0] : "kestrel");
     QApplication application(arguments.count(), arguments.values());

@@ -2,9 +2,22 @@
 
 #include "shells/linux/desktop/accessible_application.h"
 
+#include <QIcon>
+#include <QStringList>
 #include <QWidget>
 
 namespace kestrel::linux_shell {
+namespace {
+
+// The toolkit reads a theme's whole index for its first icon. Of a theme that is in several folders
+// the first folder's index counts, and the icons of all: this has the short index for applications'
+// icons.
+void putIconIndexFirst() {
+    QIcon::setThemeSearchPaths(QStringList{QStringLiteral(":/kestrel/themes")} +
+                               QIcon::themeSearchPaths());
+}
+
+} // namespace
 
 ToolkitArguments::ToolkitArguments(const char* programPath) : texts_{programPath} {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
@@ -25,6 +38,7 @@ QtApplication::QtApplication(QApplication& application) {
     application.setDesktopFileName(QStringLiteral("app.kestrel.Kestrel"));
     application.setQuitOnLastWindowClosed(false);
     installAccessibleApplication();
+    putIconIndexFirst();
 }
 
 void QtApplication::activateIgnoringOtherApps() {

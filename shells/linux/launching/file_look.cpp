@@ -6,6 +6,7 @@
 
 #include <sys/stat.h>
 
+#include <fstream>
 #include <initializer_list>
 #include <string_view>
 
@@ -46,15 +47,49 @@ void addThemed(FileLook& look, GThemedIcon* icon) {
             look.names.emplace_back(*name);
 }
 
-void addIconOfType(FileLook& look, const std::string& path) {
+/// As many as tell what a file is; none of a file that cannot be read.
+std::string firstBytesOf(const std::string& path) {
+    constexpr std::size_t telling = 4096;
+    std::string bytes(telling, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+/// What a file is by its name and, where that leaves a doubt, by its first bytes. Asking GIO for a
+/// file's information would say the same and load all modules for other file systems.
+GlibText typeOfFile(const std::string& path, const FileStamp& stamp) {
+    if (stamp.size == 0)
+        return GlibText(g_content_type_from_mime_type("text/plain"));
+    gboolean isUncertain = FALSE;
+    GlibText type(g_content_type_guess(path.c_str(), nullptr, 0, &isUncertain));
+    const std::string bytes = isUncertain != FALSE ? firstBytesOf(path) : std::string();
+    if (!bytes.empty())
+        type.reset(g_content_type_guess(path.c_str(), reinterpret_cast<const guchar*>(bytes.data()),
+                                        bytes.size(), nullptr));
+    return type;
+}
+
+ObjectPtr<GIcon> iconOfOther(const std::string& path) {
     const ObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
     const ObjectPtr<GFileInfo> info(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,
                                                       G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
     GIcon* icon = info ? g_file_info_get_icon(info.get()) : nullptr;
-    if (icon != nullptr && G_IS_THEMED_ICON(icon)) {
-        addThemed(look, G_THEMED_ICON(icon));
-    } else if (icon != nullptr && G_IS_FILE_ICON(icon)) {
-        const GlibText picture(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon))));
+    return ObjectPtr<GIcon>(icon != nullptr ? G_ICON(g_object_ref(icon)) : nullptr);
+}
+
+ObjectPtr<GIcon> iconOfFile(const std::string& path, const FileStamp& stamp) {
+    return ObjectPtr<GIcon>(g_content_type_get_icon(typeOfFile(path, stamp).get()));
+}
+
+/// GIO knows the folders that have icons of their own, and what neither is one nor can be read.
+void addIconOfType(FileLook& look, const std::string& path) {
+    const auto icon = S_ISREG(look.stamp.mode) ? iconOfFile(path, look.stamp) : iconOfOther(path);
+    if (icon != nullptr && G_IS_THEMED_ICON(icon.get())) {
+        addThemed(look, G_THEMED_ICON(icon.get()));
+    } else if (icon != nullptr && G_IS_FILE_ICON(icon.get())) {
+        const GlibText picture(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon.get()))));
         if (picture)
             addPicture(look, picture.get());
     }

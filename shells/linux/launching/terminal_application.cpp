@@ -5,12 +5,16 @@
 
 #include <gio/gdesktopappinfo.h>
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <mutex>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
@@ -18,9 +22,7 @@ namespace {
 
 constexpr std::chrono::milliseconds endLimit{200};
 
-struct ReleaseApplications {
-    void operator()(GList* list) const { g_list_free_full(list, g_object_unref); }
-};
+constexpr std::string_view terminalCategory = "TerminalEmulator";
 
 /// Whether the entry starts the program `name` as a terminal: others start the same program for its
 /// settings.
@@ -31,17 +33,55 @@ bool isTerminalEntry(GDesktopAppInfo* entry, const std::string& name) {
     const GlibText base(g_path_get_basename(executable));
     const char* categories = g_desktop_app_info_get_categories(entry);
     return name == base.get() && categories != nullptr &&
-           std::string_view(categories).find("TerminalEmulator") != std::string_view::npos;
+           std::string_view(categories).find(terminalCategory) != std::string_view::npos;
 }
 
-/// Reads all desktop entries: tens of milliseconds on a full system.
+bool mayBeTerminalEntry(const std::filesystem::path& file) {
+    char* text = nullptr;
+    gsize length = 0;
+    if (file.extension() != ".desktop" ||
+        g_file_get_contents(file.c_str(), &text, &length, nullptr) == FALSE)
+        return false;
+    const GlibText owner(text);
+    return std::string_view(text, length).find(terminalCategory) != std::string_view::npos;
+}
+
+/// The ids of the entries in a folder of applications that may be terminals.
+std::vector<std::string> possibleTerminals(const std::filesystem::path& folder) {
+    std::vector<std::string> ids;
+    std::error_code error;
+    for (std::filesystem::recursive_directory_iterator at(folder, error), end; !error && at != end;
+         at.increment(error)) {
+        if (!mayBeTerminalEntry(at->path()))
+            continue;
+        std::string id = at->path().lexically_relative(folder).string();
+        std::ranges::replace(id, '/', '-');
+        ids.push_back(std::move(id));
+    }
+    return ids;
+}
+
+std::vector<std::filesystem::path> applicationFolders() {
+    std::vector<std::filesystem::path> folders{std::filesystem::path(g_get_user_data_dir())};
+    for (const char* const* folder = g_get_system_data_dirs(); *folder != nullptr; ++folder)
+        folders.emplace_back(*folder);
+    for (auto& folder : folders)
+        folder /= "applications";
+    return folders;
+}
+
+/// GIO has the last word on an entry: one folder's may hide another's, and a program may be
+/// missing. It is not asked for all, since it would read each line of each, ten times as much work.
 std::optional<std::string> findTerminalEntry(const std::string& name) {
-    const std::unique_ptr<GList, ReleaseApplications> all(g_app_info_get_all());
-    for (const GList* node = all.get(); node != nullptr; node = node->next) {
-        auto* entry = static_cast<GDesktopAppInfo*>(node->data);
-        const char* path = g_desktop_app_info_get_filename(entry);
-        if (path != nullptr && isTerminalEntry(entry, name))
-            return std::string(path);
+    // Watches for changes only once it has looked for an application.
+    const ObjectPtr<GDesktopAppInfo> none(g_desktop_app_info_new(".desktop"));
+    for (const auto& folder : applicationFolders()) {
+        for (const std::string& id : possibleTerminals(folder)) {
+            const ObjectPtr<GDesktopAppInfo> entry(g_desktop_app_info_new(id.c_str()));
+            const char* path = entry ? g_desktop_app_info_get_filename(entry.get()) : nullptr;
+            if (path != nullptr && isTerminalEntry(entry.get(), name))
+                return std::string(path);
+        }
     }
     return std::nullopt;
 }
