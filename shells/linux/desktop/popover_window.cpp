@@ -17,6 +17,7 @@
 #include <chrono>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -67,6 +68,16 @@ ScreenArea areaWithPanel() {
         area.available.adjust(0, unknownBarHeight, -unknownBarHeight, 0);
     }
     return area;
+}
+
+/// The toolkit posts to each widget that is shown that it is to be painted, and has all of a window
+/// painted a second time when the server has asked for it before that arrives.
+void forgetUpdatesOf(QWidget& window) {
+    QCoreApplication::removePostedEvents(&window, QEvent::UpdateLater);
+    const auto widgets = window.findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        QCoreApplication::removePostedEvents(widget, QEvent::UpdateLater);
+    }
 }
 
 QRect placed(const PopoverAnchor& anchor, QSize size) {
@@ -253,6 +264,7 @@ void PopoverWindow::fadeIn() {
 void PopoverWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     pressedOutside_ = false;
+    isPainted_ = false;
     isPrepared_ = true;
     preparation_.stop();
     sinceShown_.start();
@@ -299,6 +311,9 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 void PopoverWindow::paintEvent(QPaintEvent* event) {
+    if (event->rect() == rect() && !std::exchange(isPainted_, true)) {
+        forgetUpdatesOf(*this);
+    }
     QPainter painter(this);
     if (margin_ > 0 && !contentRect().contains(event->rect())) {
         popover_frame::paintShadow(painter, contentRect());

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -24,6 +25,19 @@ class FakeButton : public AnchoredButton {
     void setClickedPoint(QPoint) override {}
 
     PopoverAnchor place;
+};
+
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+  public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int count = 0;
+
+  private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
 };
 
 class PopoverWindowTest : public testing::Test {
@@ -67,6 +81,21 @@ TEST_F(PopoverWindowTest, ContentHasExactlyTheSizeThatWasSet) {
     popover.setContentSize({240, 361});
     open();
     EXPECT_EQ(content->size(), QSize(240, 361));
+}
+
+TEST_F(PopoverWindowTest, IsPaintedOnceAtEachOpening) {
+    const PaintCounter window(popover);
+    const PaintCounter inside(*content);
+    for (int opening = 1; opening <= 3; ++opening) {
+        open();
+        // The server asks for the paint before the toolkit's own wish for one arrives.
+        QExposeEvent exposed(popover.rect());
+        QCoreApplication::sendEvent(popover.windowHandle(), &exposed);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window.count, opening);
+        EXPECT_EQ(inside.count, opening);
+        popover.performClose();
+    }
 }
 
 TEST_F(PopoverWindowTest, OpensAtTheIcon) {
