@@ -68,7 +68,7 @@ class PopoverWindow final : public QWidget, public Popover {
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     bool animates_ = false;
     bool pressedOutside_ = false;
-    bool isPainted_ = false; ///< all of it, since it was shown
+    bool isPainted_ = false;  ///< all of it, since it was shown
     bool isPrepared_ = false; ///< the next opening finds everything as it is now
     QTimer preparation_;
     QElapsedTimer sinceShown_;
