@@ -12,17 +12,19 @@ from program import item, store_before_start
 
 RECORDER = r"""
 import json, os, sys, time
-def target(number):
+def target(link):
     try:
-        return os.readlink("/proc/self/fd/" + number)
+        return os.readlink(link)
     except OSError:
         return None
 folder = os.path.dirname(os.path.abspath(__file__))
-descriptors = {number: target(number) for number in os.listdir("/proc/self/fd")}
+descriptors = {number: target("/proc/self/fd/" + number) for number in os.listdir("/proc/self/fd")}
+# The process that starts a program for GLib may still be there, and be gone the next moment.
+shell = target(f"/proc/{os.getppid()}/exe")
 record = {"arguments": sys.argv[1:], "folder": os.getcwd(), "pid": os.getpid(),
           "descriptors": {n: t for n, t in descriptors.items() if t and "/proc/" not in t},
           "session": os.getsid(0), "environment": dict(os.environ),
-          "shell": os.path.basename(os.readlink(f"/proc/{os.getppid()}/exe"))}
+          "shell": shell and os.path.basename(shell)}
 name = os.path.join(folder, f"{time.monotonic_ns():020}-{os.getpid()}")
 with open(name + ".new", "w") as file:
     json.dump(record, file)

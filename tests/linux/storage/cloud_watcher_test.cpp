@@ -543,6 +543,7 @@ TEST_F(CloudWatcherTest, WithoutWatchesTheStoreWorksAllTheSame) {
                               patientLimits);
         // A sanitizer looks at the type of an object once, and needs descriptors for it.
         const bool isSignedIn = unwatched.hasIdentityToken();
+        FolderCloud(data, "launcherItems").addExternalChangeObserver([] {});
         rlimit plenty{};
         ::getrlimit(RLIMIT_NOFILE, &plenty);
         const rlimit none{static_cast<rlim_t>(spare) + 1, plenty.rlim_max};
