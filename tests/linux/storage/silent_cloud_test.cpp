@@ -199,7 +199,7 @@ TEST_F(SilentCloudTest, AWriteThatIsGivenUpNeverOvertakesALaterOne) {
 
 TEST_F(SilentCloudTest, TheEndOfTheProgramWaitsForAWriteThatEndsAtLast) {
     writeInPlace(remote, listOf({"Old"}));
-    start({.first = std::chrono::minutes(1), .later = std::chrono::milliseconds(200)});
+    start(impatientLater);
     ASSERT_TRUE(comesToBeEverywhere({"Old"}));
     operations.hold("renameAt");
     add("One");
