@@ -37,6 +37,7 @@ class QuickHands:
         self._x.XOpenDisplay.restype = _pointer
         self._x.XDefaultRootWindow.restype = self._x.XInternAtom.restype = _number
         self._x.XStringToKeysym.restype = _number
+        self._x.XGetAtomName.restype = _pointer
         # A window that goes between two questions is no error.
         self._handler = ctypes.CFUNCTYPE(_small, _pointer, _pointer)(lambda *_: 0)
         self._x.XSetErrorHandler(self._handler)
@@ -113,13 +114,19 @@ class QuickHands:
                  pause=0.001)
 
     def resources(self, window):
-        """How many windows, pixmaps, pictures and so on the server keeps for a window's owner,
-        and the bytes of the pixmaps."""
+        """How many windows, pixmaps, pictures and so on the server keeps for a window's owner, a
+        number for each kind by the server's name for it, and the bytes of the pixmaps."""
         count, types = _small(), ctypes.POINTER(_Resource)()
         identity, size = _number(int(window, 16)), _number()
         self._res.XResQueryClientResources(self._display, identity, ctypes.byref(count),
                                            ctypes.byref(types))
-        total = sum(types[i].count for i in range(count.value))
+        kinds = {self._atom_name(types[i].type): types[i].count for i in range(count.value)}
         self._x.XFree(types)
         self._res.XResQueryClientPixmapBytes(self._display, identity, ctypes.byref(size))
-        return total, size.value
+        return kinds, size.value
+
+    def _atom_name(self, atom):
+        name = self._x.XGetAtomName(self._display, _number(atom))
+        result = ctypes.string_at(name).decode()
+        self._x.XFree(_pointer(name))
+        return result

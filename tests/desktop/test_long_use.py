@@ -21,6 +21,9 @@ ROUNDS = 20
 # What the second half of the day may add to the memory: the heap's own unrest. A window of settings
 # or an opening that left anything behind would show as far more.
 ALLOWED_KIB = 512
+# The toolkit keeps one cursor of each shape from its first use: the arrow, and the text cursor that
+# the pointer gets whenever it happens to rest on a form's field.
+CURSOR_SHAPES = 2
 ENTRY = "[Desktop Entry]\nType=Application\nName={0}\nExec=/bin/true\nIcon={1}\n"
 PICTURE = '<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><circle r="30"/></svg>'
 
@@ -120,11 +123,13 @@ class LongUseTest(DesktopTest):
         process = pathlib.Path(f"/proc/{self.kestrel.process.pid}")
 
         resources, pixmap_bytes = self.hands.resources(self.popover)
+        cursors = resources.pop("CURSOR", 0)
         time.sleep(0.5)
         return {"memory": self.kestrel.own_memory(),
                 "descriptors": len(list((process / "fd").iterdir())),
                 "threads": len(list((process / "task").iterdir())),
-                "X resources": resources, "pixmap bytes": pixmap_bytes,
+                "X resources": sum(resources.values()), "cursors": cursors,
+                "pixmap bytes": pixmap_bytes,
                 "bus matches": self.bus_matches()}
 
     def bus_matches(self):
@@ -149,6 +154,7 @@ class LongUseTest(DesktopTest):
         for name in ("descriptors", "threads", "X resources", "pixmap bytes", "bus matches"):
             self.assertLessEqual(min(figures[name] for figures in late),
                                  max(figures[name] for figures in early), name)
+        self.assertLessEqual(max(figures["cursors"] for figures in history), CURSOR_SHAPES)
         growth = (min(figures["memory"] for figures in late)
                   - max(figures["memory"] for figures in early))
         self.assertLess(growth, ALLOWED_KIB, "KiB more than after the first rounds")
