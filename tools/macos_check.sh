@@ -4,7 +4,8 @@
 #   macos_check.sh typecheck
 #       Type-checks every source of shells/macos and tests/macos.
 #   macos_check.sh test PROGRAM LIBRARY...
-#       Builds PROGRAM from shells/macos, tests/macos and the core's LIBRARYs, and runs its tests.
+#       Builds PROGRAM from shells/macos, tests/macos and the core's LIBRARYs, and
+#       runs its tests.
 #   macos_check.sh sanitized PROGRAM
 #       The same with the core's sources, and with the address and undefined behaviour sanitizers.
 #
@@ -30,19 +31,17 @@ node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
 # The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
 typecheck() {
     status=0
+    # shellcheck disable=SC2046 # a word for each source; no name holds a space
     "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
         -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
-        -Wimplicit-fallthrough shells/macos/*.mm || status=$?
+        -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort) || status=$?
     "$tool/typecheck" -I src -I . tests/macos/*.mm || status=$?
     return "$status"
 }
 
 # build SOURCE|LIBRARY...
 build() {
-    sources=
-    for source in shells/macos/*.mm tests/macos/*.mm; do
-        [ "$source" = shells/macos/main.mm ] || sources="$sources $source"
-    done
+    sources=$(find shells/macos tests/macos -name '*.mm' ! -path shells/macos/main.mm | sort)
     # shellcheck disable=SC2086 # a word for each source; no name holds a space
     "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
         -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {

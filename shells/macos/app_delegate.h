@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "shells/macos/status_bar.h"
+#include "shells/macos/desktop/status_bar.h"
 
 namespace kestrel {
 class AppDelegate;

@@ -1,7 +1,7 @@
 #include "shells/macos/app_delegate.h"
 
-#include "shells/macos/entry_point.h"
-#include "shells/macos/main_menu.h"
+#include "shells/macos/desktop/main_menu.h"
+#include "shells/macos/foundation/entry_point.h"
 #include "shells/macos/ports.h"
 
 using kestrel::macos_shell::atEntryPoint;

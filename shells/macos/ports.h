@@ -2,18 +2,18 @@
 // All the adapters of this shell together, as the core's AppDelegate needs them.
 
 #include "app/app_delegate.h"
-#include "shells/macos/application.h"
-#include "shells/macos/cloud.h"
-#include "shells/macos/images.h"
-#include "shells/macos/main_queue.h"
-#include "shells/macos/open_panel.h"
-#include "shells/macos/status_bar.h"
-#include "shells/macos/system_clock.h"
-#include "shells/macos/terminal.h"
-#include "shells/macos/user_defaults.h"
-#include "shells/macos/view_hosts.h"
-#include "shells/macos/window_server.h"
-#include "shells/macos/workspace.h"
+#include "shells/macos/desktop/application.h"
+#include "shells/macos/desktop/images.h"
+#include "shells/macos/desktop/main_queue.h"
+#include "shells/macos/desktop/open_panel.h"
+#include "shells/macos/desktop/status_bar.h"
+#include "shells/macos/desktop/view_hosts.h"
+#include "shells/macos/desktop/window_server.h"
+#include "shells/macos/launching/terminal.h"
+#include "shells/macos/launching/workspace.h"
+#include "shells/macos/storage/cloud.h"
+#include "shells/macos/storage/system_clock.h"
+#include "shells/macos/storage/user_defaults.h"
 
 namespace kestrel::macos_shell {
 

@@ -1,8 +1,8 @@
 // Symbols for the core, and the pictures of items.
 #include "actions/item_icon.h"
-#include "shells/macos/images.h"
-#include "shells/macos/item_icon_image.h"
-#include "shells/macos/terminal.h"
+#include "shells/macos/desktop/images.h"
+#include "shells/macos/launching/terminal.h"
+#include "shells/macos/views/item_icon_image.h"
 #include "tests/macos/macos_fixture.h"
 
 namespace kestrel::tests {

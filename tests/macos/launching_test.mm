@@ -1,9 +1,9 @@
 // Each kind of launch, as it reaches the system.
 #include "actions/apple_script.h"
 #include "actions/execute.h"
-#include "shells/macos/terminal.h"
-#include "shells/macos/text.h"
-#include "shells/macos/workspace.h"
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/launching/terminal.h"
+#include "shells/macos/launching/workspace.h"
 #include "tests/macos/macos_fixture.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Either side may die first: the core with its objects of the system still there, or those with
 // the core still at work.
+#include "shells/macos/foundation/text.h"
 #include "shells/macos/ports.h"
-#include "shells/macos/text.h"
 #include "tests/macos/app_fixture.h"
 
 /// A delegate of the test's own, which hands on what the shell's does.

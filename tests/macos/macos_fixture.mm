@@ -1,7 +1,7 @@
 #include "tests/macos/macos_fixture.h"
 
 #include "model/item_list_json.h"
-#include "shells/macos/text.h"
+#include "shells/macos/foundation/text.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "shells/macos/main_menu.h"
+#include "shells/macos/desktop/main_menu.h"
 #include "tests/macos/macos_fixture.h"
 
 namespace kestrel::tests {

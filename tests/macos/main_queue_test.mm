@@ -1,4 +1,4 @@
-#include "shells/macos/main_queue.h"
+#include "shells/macos/desktop/main_queue.h"
 #include "tests/macos/macos_fixture.h"
 
 #include <memory>

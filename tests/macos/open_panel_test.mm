@@ -1,4 +1,4 @@
-#include "shells/macos/open_panel.h"
+#include "shells/macos/desktop/open_panel.h"
 #include "tests/macos/macos_fixture.h"
 
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>

@@ -1,5 +1,5 @@
 // The icon's click and the popover.
-#include "shells/macos/text.h"
+#include "shells/macos/foundation/text.h"
 #include "tests/macos/app_fixture.h"
 
 namespace kestrel::tests {

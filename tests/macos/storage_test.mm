@@ -1,7 +1,7 @@
 // The stores' contracts on the system's own, and what is special about those.
-#include "shells/macos/cloud.h"
-#include "shells/macos/text.h"
-#include "shells/macos/user_defaults.h"
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/storage/cloud.h"
+#include "shells/macos/storage/user_defaults.h"
 #include "tests/contract/cloud_contract.h"
 #include "tests/contract/user_defaults_contract.h"
 #include "tests/macos/macos_fixture.h"

@@ -1,5 +1,5 @@
 // Saving with and without an account, and changes that other machines make.
-#include "shells/macos/text.h"
+#include "shells/macos/foundation/text.h"
 #include "tests/macos/app_fixture.h"
 
 namespace kestrel::tests {

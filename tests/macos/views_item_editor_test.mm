@@ -1,8 +1,8 @@
 // The form of the sheet: its fields and the state behind them, its keys and its gaps.
 
-#include "shells/macos/item_editor_view_controller.h"
-#include "shells/macos/rounded_fill_view.h"
-#include "shells/macos/style_bridge.h"
+#include "shells/macos/views/item_editor_view_controller.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/style_bridge.h"
 #include "tests/macos/views_support.h"
 
 #include <memory>

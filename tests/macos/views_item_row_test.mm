@@ -1,8 +1,8 @@
 // One row of the settings list: what it shows, where its parts stand, its menu and the pointer.
 
-#include "shells/macos/item_row_cell_view.h"
-#include "shells/macos/rounded_fill_view.h"
-#include "shells/macos/symbol_view.h"
+#include "shells/macos/views/item_row_cell_view.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/symbol_view.h"
 #include "tests/macos/views_support.h"
 
 namespace kestrel::tests {

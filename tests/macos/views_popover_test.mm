@@ -1,11 +1,11 @@
 // The popover's view controller with its views, driven as AppKit drives them.
 
-#include "shells/macos/centered_column_view.h"
-#include "shells/macos/face_button.h"
-#include "shells/macos/menu_popover_view_controller.h"
-#include "shells/macos/popover_list_view.h"
-#include "shells/macos/rounded_fill_view.h"
-#include "shells/macos/symbol_view.h"
+#include "shells/macos/views/kit/centered_column_view.h"
+#include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/menu_popover_view_controller.h"
+#include "shells/macos/views/popover_list_view.h"
 #include "tests/macos/views_support.h"
 #include "views/popover/menu_popover_style.h"
 

@@ -1,13 +1,13 @@
 // The settings view controller with its table, rows and sheets, driven as AppKit drives them.
 
-#include "shells/macos/centered_column_view.h"
-#include "shells/macos/face_button.h"
-#include "shells/macos/item_row_cell_view.h"
-#include "shells/macos/items_table_controller.h"
-#include "shells/macos/rounded_fill_view.h"
-#include "shells/macos/settings_toolbar_view.h"
-#include "shells/macos/settings_view_controller.h"
-#include "shells/macos/symbol_view.h"
+#include "shells/macos/views/item_row_cell_view.h"
+#include "shells/macos/views/items_table_controller.h"
+#include "shells/macos/views/kit/centered_column_view.h"
+#include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/settings_toolbar_view.h"
+#include "shells/macos/views/settings_view_controller.h"
 #include "tests/macos/views_support.h"
 
 #include <memory>

@@ -3,7 +3,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "shells/macos/text.h"
+#include "shells/macos/foundation/text.h"
 #include "tests/fakes/fake_system.h"
 #include "tests/fakes/store_fixture.h"
 

@@ -1,7 +1,7 @@
 // The program as the user drives it: icon, popover, settings window and sheet together.
-#include "shells/macos/face_button.h"
-#include "shells/macos/popover_list_view.h"
-#include "shells/macos/text.h"
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/popover_list_view.h"
 #include "tests/macos/app_fixture.h"
 #include "tests/macos/views_support.h"
 

@@ -1,6 +1,6 @@
 // Windows and the controllers in them, without the program around them.
-#include "shells/macos/hosting_controller.h"
-#include "shells/macos/window_server.h"
+#include "shells/macos/desktop/hosting_controller.h"
+#include "shells/macos/desktop/window_server.h"
 #include "tests/macos/macos_fixture.h"
 
 #include <utility>

@@ -65,7 +65,7 @@ def shell_texts(root):
     """The texts that the shell itself has looked up: its main menu."""
     pattern = re.compile(r'NSLocalizedString\(@"((?:[^"\\]|\\.)*)"')
     texts = set()
-    for source in (root / "shells" / "macos").glob("*.mm"):
+    for source in (root / "shells" / "macos").rglob("*.mm"):
         texts.update(pattern.findall(source.read_text(encoding="utf-8")))
     return texts
 
@@ -169,8 +169,8 @@ def icns(root):
 
 def sources(root):
     shell = root / "shells/macos"
-    listed = set(re.findall(r"\w+\.mm", (shell / "CMakeLists.txt").read_text(encoding="utf-8")))
-    found = {file.name for file in shell.glob("*.mm")}
+    listed = set(re.findall(r"[\w/]+\.mm", (shell / "CMakeLists.txt").read_text(encoding="utf-8")))
+    found = {file.relative_to(shell).as_posix() for file in shell.rglob("*.mm")}
     if forgotten := found - listed:
         fail(f"shells/macos/CMakeLists.txt does not name {sorted(forgotten)}")
     if "main.mm" in found and (missing := listed - found):

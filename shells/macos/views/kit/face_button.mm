@@ -1,0 +1,117 @@
+#include "shells/macos/views/kit/face_button.h"
+
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/style_bridge.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/kit/text_label.h"
+
+#include <algorithm>
+
+using namespace kestrel;
+using namespace kestrel::macos_shell;
+
+@interface FaceButton ()
+- (NSSize)faceSize;
+- (void)layOutFace;
+@end
+
+@implementation FaceButton {
+    ButtonFace::Axis _axis;
+    CGFloat _spacing;
+}
+
+- (instancetype)initWithFace:(const ButtonFace&)face target:(id)target action:(SEL)action {
+    if ((self = [super initWithFrame:NSZeroRect])) {
+        _axis = face.axis;
+        _spacing = face.spacing;
+        _symbol = symbolView(face.symbol);
+        _label = lineLabel(toNSString(face.title), face.titleStyle);
+        self.title = @"";
+        self.bordered = NO;
+        self.imagePosition = NSNoImage;
+        self.target = target;
+        self.action = action;
+        [self setAccessibilityLabel:_label.stringValue];
+        [_label setAccessibilityElement:NO];
+        [self addSubview:_symbol];
+        [self addSubview:_label];
+        const NSSize size = [self faceSize];
+        self.frame = NSMakeRect(0, 0, size.width, size.height);
+        [self layOutFace];
+    }
+    return self;
+}
+
+- (void)setFaceColor:(style::ColorLevel)level {
+    self.symbol.contentTintColor = colorFor(level);
+    self.label.textColor = colorFor(level);
+}
+
+- (BOOL)isFlipped {
+    return YES;
+}
+
+// The face is this view's, not the cell's.
+- (void)drawRect:(NSRect)dirtyRect {
+    (void)dirtyRect;
+}
+
+- (NSView*)hitTest:(NSPoint)point {
+    return [super hitTest:point] ? self : nil;
+}
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+    (void)event;
+    return YES;
+}
+
+- (NSSize)faceSize {
+    const NSSize symbol = self.symbol.frame.size;
+    const NSSize label = self.label.frame.size;
+    if (_axis == ButtonFace::Axis::horizontal)
+        return NSMakeSize(symbol.width + _spacing + label.width,
+                          std::max(symbol.height, label.height));
+    return NSMakeSize(std::max(symbol.width, label.width), symbol.height + _spacing + label.height);
+}
+
+- (void)layOutFace {
+    const NSSize size = self.bounds.size;
+    const NSSize face = [self faceSize];
+    const NSSize symbol = self.symbol.frame.size;
+    const NSSize label = self.label.frame.size;
+    const CGFloat left = centeredOrigin(face.width, size.width);
+    const CGFloat top = centeredOrigin(face.height, size.height);
+    if (_axis == ButtonFace::Axis::horizontal) {
+        [self.symbol setFrameOrigin:NSMakePoint(left, centeredOrigin(symbol.height, size.height))];
+        [self.label setFrameOrigin:NSMakePoint(left + symbol.width + _spacing,
+                                               centeredOrigin(label.height, size.height))];
+    } else {
+        [self.symbol setFrameOrigin:NSMakePoint(centeredOrigin(symbol.width, size.width), top)];
+        [self.label setFrameOrigin:NSMakePoint(centeredOrigin(label.width, size.width),
+                                               top + symbol.height + _spacing)];
+    }
+}
+
+- (void)layout {
+    [super layout];
+    [self layOutFace];
+}
+
+- (void)resizeSubviewsWithOldSize:(NSSize)oldSize {
+    (void)oldSize;
+    [self layOutFace];
+}
+
+@end
+
+namespace kestrel::macos_shell {
+
+NSButton* prominentButton(NSString* title, id target, SEL action) {
+    NSButton* const button = [NSButton buttonWithTitle:title target:target action:action];
+    button.bezelStyle = NSBezelStyleRounded;
+    button.bezelColor = colorFor(style::ColorLevel::accent);
+    [button sizeToFit];
+    return button;
+}
+
+} // namespace kestrel::macos_shell

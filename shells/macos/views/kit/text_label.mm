@@ -1,0 +1,45 @@
+#include "shells/macos/views/kit/text_label.h"
+
+#include "shells/macos/views/kit/style_bridge.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrel::macos_shell {
+
+namespace {
+
+void apply(const style::TextStyle& style, NSTextField* label) {
+    label.font = fontFor(style.font);
+    label.textColor = colorFor(style.color);
+    label.selectable = NO;
+}
+
+} // namespace
+
+NSTextField* lineLabel(NSString* text, const style::TextStyle& style) {
+    NSTextField* const label = [NSTextField labelWithString:text];
+    apply(style, label);
+    label.usesSingleLineMode = YES;
+    label.lineBreakMode = NSLineBreakByTruncatingTail;
+    [label sizeToFit];
+    return label;
+}
+
+NSTextField* paragraphLabel(NSString* text, const style::TextStyle& style) {
+    NSTextField* const label = [NSTextField wrappingLabelWithString:text];
+    apply(style, label);
+    return label;
+}
+
+NSSize sizeOfLabel(NSTextField* label, CGFloat maximumWidth) {
+    const NSRect room = NSMakeRect(0, 0, std::max(maximumWidth, 0.0), CGFLOAT_MAX);
+    const NSSize size = [label.cell cellSizeForBounds:room];
+    return NSMakeSize(std::min(std::ceil(size.width), maximumWidth), std::ceil(size.height));
+}
+
+CGFloat centeredOrigin(CGFloat length, CGFloat available) {
+    return std::floor((available - length) / 2);
+}
+
+} // namespace kestrel::macos_shell

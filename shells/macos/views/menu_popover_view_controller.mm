@@ -1,0 +1,320 @@
+#include "shells/macos/views/menu_popover_view_controller.h"
+
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/views/item_icon_image.h"
+#include "shells/macos/views/kit/centered_column_view.h"
+#include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/style_bridge.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/kit/text_label.h"
+#include "shells/macos/views/popover_list_view.h"
+#include "views/popover/menu_popover_style.h"
+
+#include <optional>
+#include <utility>
+
+using namespace kestrel;
+using namespace kestrel::macos_shell;
+namespace popover_style = kestrel::menu_popover_style;
+
+/// The whole view. It takes the keys as long as none of the buttons does, and passes them on to
+/// its controller, the next responder.
+@interface MenuPopoverContentView : NSView
+@end
+
+@implementation MenuPopoverContentView
+
+- (BOOL)acceptsFirstResponder {
+    return YES;
+}
+
+@end
+
+@interface MenuPopoverViewController () <PopoverRowViewDelegate, NSStandardKeyBindingResponding>
+- (void)scheduleUpdate;
+- (void)updateNow;
+- (void)showRows;
+- (void)moveHighlight:(MenuPopoverView::Step)step;
+- (void)addContentTo:(NSView*)root;
+- (NSScrollView*)makeListIn:(NSRect)frame;
+- (void)addFooterTo:(NSView*)root;
+- (void)settingsClicked:(id)sender;
+- (void)quitClicked:(id)sender;
+- (void)listScrolled:(NSNotification*)notification;
+@end
+
+namespace {
+
+FaceButton* footerButton(const popover_style::footer::Button& button, id target, SEL action) {
+    const ButtonFace face{.symbol = button.symbol,
+                          .title = button.title.english,
+                          .titleStyle = button.titleStyle,
+                          .axis = ButtonFace::Axis::horizontal,
+                          .spacing = popover_style::footer::buttonSpacing};
+    return [[FaceButton alloc] initWithFace:face target:target action:action];
+}
+
+CenteredColumnView* emptyStateView(NSRect frame) {
+    namespace state = popover_style::empty_state;
+    CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
+    [column addView:symbolView(state::symbol) gapAbove:0];
+    [column addView:lineLabel(textFor(state::title), state::titleStyle) gapAbove:state::spacing];
+    [column addView:lineLabel(textFor(state::hint), state::hintStyle) gapAbove:state::spacing];
+    return column;
+}
+
+} // namespace
+
+@implementation MenuPopoverViewController {
+    std::unique_ptr<MenuPopoverView> _state;
+    NSScrollView* _scrollView;
+    PopoverListView* _list;
+    CenteredColumnView* _emptyState;
+    BOOL _isUpdateScheduled;
+    BOOL _haveItemsChanged;
+    Subscription _viewWillChange;
+    Subscription _itemsWillChange;
+}
+
+- (instancetype)initWithMenuPopoverView:(std::unique_ptr<MenuPopoverView>)view {
+    if ((self = [super initWithNibName:nil bundle:nil])) {
+        _state = std::move(view);
+        __weak MenuPopoverViewController* weakSelf = self;
+        _viewWillChange =
+            _state->objectWillChange.subscribe([weakSelf] { [weakSelf scheduleUpdate]; });
+        _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
+            if (MenuPopoverViewController* const strongSelf = weakSelf)
+                strongSelf->_haveItemsChanged = YES;
+            [weakSelf scheduleUpdate];
+        });
+    }
+    return self;
+}
+
+- (void)dealloc {
+    [self discardView];
+}
+
+- (void)discardView {
+    [NSNotificationCenter.defaultCenter removeObserver:self];
+    _viewWillChange = {};
+    _itemsWillChange = {};
+    _state.reset();
+}
+
+// ---- the views
+
+- (void)loadView {
+    const NSSize size = sizeFor(popover_style::contentSize(_state->items().size()));
+    NSView* const root =
+        [[MenuPopoverContentView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
+    [self addContentTo:root];
+    [self addFooterTo:root];
+    self.view = root;
+    _haveItemsChanged = YES;
+    [self updateNow];
+}
+
+- (void)addContentTo:(NSView*)root {
+    const NSSize size = root.bounds.size;
+    const CGFloat dividerY = popover_style::footer::height;
+    const CGFloat contentY = dividerY + popover_style::dividerHeight;
+    const NSRect content = NSMakeRect(0, contentY, size.width, size.height - contentY);
+    _scrollView = [self makeListIn:content];
+    _emptyState = emptyStateView(content);
+    for (NSView* view in @[ _scrollView, _emptyState ]) {
+        view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+        [root addSubview:view];
+    }
+    RoundedFillView* const divider = [[RoundedFillView alloc]
+        initWithFrame:NSMakeRect(0, dividerY, size.width, popover_style::dividerHeight)];
+    divider.autoresizingMask = NSViewWidthSizable | NSViewMaxYMargin;
+    [root addSubview:divider];
+}
+
+- (NSScrollView*)makeListIn:(NSRect)frame {
+    _list = [[PopoverListView alloc] initWithFrame:frame];
+    NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
+    scrollView.hasVerticalScroller = NO;
+    scrollView.hasHorizontalScroller = NO;
+    scrollView.drawsBackground = NO;
+    scrollView.borderType = NSNoBorder;
+    scrollView.documentView = _list;
+    [NSNotificationCenter.defaultCenter addObserver:self
+                                           selector:@selector(listScrolled:)
+                                               name:NSScrollViewDidLiveScrollNotification
+                                             object:scrollView];
+    return scrollView;
+}
+
+- (void)addFooterTo:(NSView*)root {
+    namespace footer = popover_style::footer;
+    FaceButton* const settings = footerButton(footer::settings, self, @selector(settingsClicked:));
+    FaceButton* const quit = footerButton(footer::quit, self, @selector(quitClicked:));
+    const auto place = [&](FaceButton* button, CGFloat x, NSAutoresizingMaskOptions margin) {
+        // As high as the footer, so that a click need not hit the text.
+        button.frame = NSMakeRect(x, 0, button.frame.size.width, footer::height);
+        button.autoresizingMask = NSViewMaxYMargin | margin;
+        [root addSubview:button];
+    };
+    place(settings, footer::padding.left, NSViewMaxXMargin);
+    const CGFloat right = root.bounds.size.width - footer::padding.right;
+    place(quit, right - quit.frame.size.width, NSViewMinXMargin);
+}
+
+// ---- drawing the state
+
+// The signal comes before the change: the new state can be read from the main queue's next turn on.
+- (void)scheduleUpdate {
+    if (_isUpdateScheduled)
+        return;
+    _isUpdateScheduled = YES;
+    __weak MenuPopoverViewController* weakSelf = self;
+    dispatch_async(dispatch_get_main_queue(), ^{
+        [weakSelf updateNow];
+    });
+}
+
+- (void)updateNow {
+    _isUpdateScheduled = NO;
+    if (!_state || !_list)
+        return;
+    if (_haveItemsChanged)
+        [self showRows];
+    const std::optional<std::size_t> hovered = _state->hoveredRow();
+    for (PopoverRowView* row in _list.rows)
+        row.highlighted = hovered == row.position;
+}
+
+- (void)showRows {
+    _haveItemsChanged = NO;
+    const std::size_t count = _state->items().size();
+    [_list setRowCount:count delegate:self];
+    for (PopoverRowView* row in _list.rows) {
+        const ItemRowView value = _state->row(row.position);
+        [row showRow:value icon:itemIconImage(_state->manager().icon(value.item))];
+    }
+    _scrollView.hidden = count == 0;
+    _emptyState.hidden = count != 0;
+}
+
+- (void)viewWillAppear {
+    [super viewWillAppear];
+    if (_state)
+        _state->resetHighlight();
+    [self updateNow];
+}
+
+- (void)viewDidAppear {
+    [super viewDidAppear];
+    [self.view.window makeFirstResponder:self.view];
+}
+
+// No pointer leaves a row that is taken off the screen beneath it.
+- (void)viewDidDisappear {
+    [super viewDidDisappear];
+    if (_state)
+        _state->resetHighlight();
+}
+
+// ---- the pointer
+
+- (void)pointerEnteredRow:(PopoverRowView*)row {
+    if (_state)
+        _state->pointerEntered(row.position);
+}
+
+- (void)pointerLeftRow:(PopoverRowView*)row {
+    if (_state)
+        _state->pointerLeft(row.position);
+}
+
+// Rows that move under a resting pointer report nothing by themselves.
+- (void)listScrolled:(NSNotification*)notification {
+    (void)notification;
+    NSWindow* const window = self.view.window;
+    if (!window)
+        return;
+    const NSPoint point = [_list convertPoint:window.mouseLocationOutsideOfEventStream
+                                     fromView:nil];
+    PopoverRowView* const row =
+        NSPointInRect(point, _list.visibleRect) ? [_list rowAtPoint:point] : nil;
+    if (row)
+        _state->pointerEntered(row.position);
+    else
+        _state->resetHighlight();
+}
+
+- (void)settingsClicked:(id)sender {
+    (void)sender;
+    if (_state)
+        _state->settingsClicked();
+}
+
+- (void)quitClicked:(id)sender {
+    (void)sender;
+    if (_state)
+        _state->quitClicked();
+}
+
+// ---- the keyboard
+
+- (void)keyDown:(NSEvent*)event {
+    [self interpretKeyEvents:@[ event ]];
+}
+
+- (void)moveHighlight:(MenuPopoverView::Step)step {
+    if (!_state)
+        return;
+    _state->moveHighlight(step);
+    if (const auto row = _state->hoveredRow())
+        [_list scrollToRow:*row];
+}
+
+- (void)moveUp:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::previous];
+}
+
+- (void)moveDown:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::next];
+}
+
+- (void)scrollPageUp:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::pageUp];
+}
+
+- (void)scrollPageDown:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::pageDown];
+}
+
+- (void)scrollToBeginningOfDocument:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::first];
+}
+
+- (void)scrollToEndOfDocument:(id)sender {
+    (void)sender;
+    [self moveHighlight:MenuPopoverView::Step::last];
+}
+
+- (void)insertNewline:(id)sender {
+    (void)sender;
+    if (_state)
+        _state->activateHighlighted();
+}
+
+- (void)insertText:(id)text {
+    if (!_state)
+        return;
+    NSString* const letters = [text isKindOfClass:NSString.class] ? text : @"";
+    _state->typed(toUtf8(letters));
+    if (const auto row = _state->hoveredRow())
+        [_list scrollToRow:*row];
+}
+
+@end

@@ -1,0 +1,67 @@
+#include "shells/macos/views/popover_list_view.h"
+
+#include "views/popover/menu_popover_style.h"
+
+namespace popover_style = kestrel::menu_popover_style;
+
+@implementation PopoverListView {
+    NSMutableArray<PopoverRowView*>* _rows;
+}
+
+- (instancetype)initWithFrame:(NSRect)frame {
+    if ((self = [super initWithFrame:frame])) {
+        _rows = [NSMutableArray array];
+        self.autoresizingMask = NSViewWidthSizable;
+        [self setAccessibilityElement:YES];
+        [self setAccessibilityRole:NSAccessibilityListRole];
+    }
+    return self;
+}
+
+- (NSArray<PopoverRowView*>*)rows {
+    return _rows;
+}
+
+- (BOOL)isFlipped {
+    return YES;
+}
+
+- (void)setRowCount:(NSUInteger)count delegate:(id<PopoverRowViewDelegate>)delegate {
+    while (_rows.count > count) {
+        [_rows.lastObject removeFromSuperview];
+        [_rows removeLastObject];
+    }
+    const kestrel::style::Insets& padding = popover_style::listPadding;
+    const CGFloat width = self.bounds.size.width;
+    while (_rows.count < count) {
+        const CGFloat top =
+            padding.top + static_cast<CGFloat>(_rows.count) * popover_style::rowHeight;
+        PopoverRowView* const row = [[PopoverRowView alloc]
+            initWithFrame:NSMakeRect(padding.left, top, width - padding.left - padding.right,
+                                     popover_style::rowHeight)];
+        row.autoresizingMask = NSViewWidthSizable;
+        row.position = _rows.count;
+        row.delegate = delegate;
+        [_rows addObject:row];
+        [self addSubview:row];
+    }
+    const CGFloat height = static_cast<CGFloat>(count) * popover_style::rowHeight;
+    [self setFrameSize:NSMakeSize(width, padding.top + height + padding.bottom)];
+}
+
+- (void)scrollToRow:(NSUInteger)position {
+    if (position >= _rows.count)
+        return;
+    PopoverRowView* const row = _rows[position];
+    [self scrollRectToVisible:NSInsetRect(row.frame, 0, -popover_style::listPadding.top)];
+}
+
+- (PopoverRowView*)rowAtPoint:(NSPoint)point {
+    for (PopoverRowView* row in _rows) {
+        if (NSPointInRect(point, row.frame))
+            return row;
+    }
+    return nil;
+}
+
+@end

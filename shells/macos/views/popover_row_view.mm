@@ -1,0 +1,154 @@
+#include "shells/macos/views/popover_row_view.h"
+
+#include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/style_bridge.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/kit/text_label.h"
+#include "views/popover/menu_popover_style.h"
+
+#include <functional>
+
+using namespace kestrel;
+using namespace kestrel::macos_shell;
+namespace row_style = kestrel::menu_popover_style::row;
+
+@interface PopoverRowView ()
+- (void)addParts;
+- (void)layOutParts;
+- (void)tap;
+@end
+
+@implementation PopoverRowView {
+    std::function<void()> _onTap;
+    RoundedFillView* _highlight;
+    ItemPictureView* _picture;
+    NSTextField* _title;
+    NSTrackingArea* _trackingArea;
+}
+
+- (instancetype)initWithFrame:(NSRect)frame {
+    if ((self = [super initWithFrame:frame])) {
+        [self addParts];
+        [self layOutParts];
+        [self setAccessibilityElement:YES];
+        [self setAccessibilityRole:NSAccessibilityButtonRole];
+    }
+    return self;
+}
+
+- (void)addParts {
+    // The opacity is the view's: a colour with another opacity may no longer follow the appearance.
+    _highlight = [[RoundedFillView alloc] initWithFrame:NSZeroRect
+                                                  color:colorFor(row_style::title.color)
+                                                 radius:row_style::highlightRadius];
+    _highlight.alphaValue = row_style::highlightOpacity;
+    _highlight.hidden = YES;
+    _picture = [[ItemPictureView alloc] initWithFrame:NSZeroRect];
+    _title = lineLabel(@"", row_style::title);
+    _title.maximumNumberOfLines = row_style::titleLineLimit;
+    [_title setAccessibilityElement:NO];
+    for (NSView* part in @[ _highlight, _picture, _title ])
+        [self addSubview:part];
+}
+
+- (void)showRow:(const ItemRowView&)row icon:(NSImage*)icon {
+    _onTap = row.onTap;
+    _title.stringValue = toNSString(row.item.title);
+    _picture.image = icon;
+    self.highlighted = row.isHovered;
+    [self setAccessibilityLabel:_title.stringValue];
+    [self layOutParts];
+}
+
+- (void)setHighlighted:(BOOL)highlighted {
+    _highlighted = highlighted;
+    _highlight.hidden = !highlighted;
+}
+
+- (BOOL)isFlipped {
+    return YES;
+}
+
+- (void)layOutParts {
+    const NSSize size = self.bounds.size;
+    const style::Insets& inset = row_style::highlightInsets;
+    _highlight.frame = NSMakeRect(inset.left, inset.top, size.width - inset.left - inset.right,
+                                  size.height - inset.top - inset.bottom);
+    const NSSize icon = sizeFor(row_style::iconSize);
+    _picture.frame = NSMakeRect(row_style::padding.left, centeredOrigin(icon.height, size.height),
+                                icon.width, icon.height);
+    const CGFloat left = row_style::padding.left + icon.width + row_style::spacing;
+    const CGFloat width = size.width - row_style::padding.right - left;
+    const CGFloat height = sizeOfLabel(_title, width).height;
+    _title.frame = NSMakeRect(left, centeredOrigin(height, size.height), width, height);
+}
+
+- (void)layout {
+    [super layout];
+    [self layOutParts];
+}
+
+- (void)resizeSubviewsWithOldSize:(NSSize)oldSize {
+    (void)oldSize;
+    [self layOutParts];
+}
+
+// ---- the pointer
+
+- (NSView*)hitTest:(NSPoint)point {
+    return [super hitTest:point] ? self : nil;
+}
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+    (void)event;
+    return YES;
+}
+
+// Taken, so that the button that goes up is reported here as well.
+- (void)mouseDown:(NSEvent*)event {
+    (void)event;
+}
+
+- (void)mouseUp:(NSEvent*)event {
+    const NSPoint point = [self convertPoint:event.locationInWindow fromView:nil];
+    if (NSPointInRect(point, self.bounds))
+        [self tap];
+}
+
+- (void)updateTrackingAreas {
+    [super updateTrackingAreas];
+    if (_trackingArea)
+        [self removeTrackingArea:_trackingArea];
+    _trackingArea =
+        [[NSTrackingArea alloc] initWithRect:NSZeroRect
+                                     options:NSTrackingMouseEnteredAndExited |
+                                             NSTrackingActiveAlways | NSTrackingInVisibleRect
+                                       owner:self
+                                    userInfo:nil];
+    [self addTrackingArea:_trackingArea];
+}
+
+- (void)mouseEntered:(NSEvent*)event {
+    (void)event;
+    [self.delegate pointerEnteredRow:self];
+}
+
+- (void)mouseExited:(NSEvent*)event {
+    (void)event;
+    [self.delegate pointerLeftRow:self];
+}
+
+- (BOOL)accessibilityPerformPress {
+    [self tap];
+    return YES;
+}
+
+- (void)tap {
+    // A copy, because the action may change the list and with it this row.
+    const auto onTap = _onTap;
+    if (onTap)
+        onTap();
+}
+
+@end

@@ -1,0 +1,228 @@
+#include "shells/macos/views/settings_view_controller.h"
+
+#include "app/app_style.h"
+#include "shells/macos/views/item_editor_view_controller.h"
+#include "shells/macos/views/items_table_controller.h"
+#include "shells/macos/views/kit/centered_column_view.h"
+#include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/rounded_fill_view.h"
+#include "shells/macos/views/kit/style_bridge.h"
+#include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/kit/text_label.h"
+#include "shells/macos/views/settings_toolbar_view.h"
+#include "views/settings/settings_style.h"
+
+#include <utility>
+
+using namespace kestrel;
+using namespace kestrel::macos_shell;
+
+@interface SettingsViewController ()
+- (void)addContentTo:(NSView*)root;
+- (NSView*)makePlaceholder:(NSRect)frame;
+- (NSScrollView*)makeList:(NSRect)frame;
+- (void)scheduleUpdate;
+- (void)updateNow;
+- (void)addFirstItem:(id)sender;
+- (void)presentSheet;
+- (void)presentForm:(std::unique_ptr<AddEditItemView>)form
+           onClosed:(void (SettingsView::*)())onClosed;
+@end
+
+@implementation SettingsViewController {
+    std::unique_ptr<SettingsView> _state;
+    SettingsToolbarView* _toolbar;
+    NSView* _placeholder;
+    NSScrollView* _list;
+    ItemsTableController* _tableController;
+    NSWindow* _sheet; // while one shows
+    BOOL _isUpdateScheduled;
+    BOOL _haveItemsChanged;
+    Subscription _viewWillChange;
+    Subscription _itemsWillChange;
+}
+
+- (instancetype)initWithSettingsView:(std::unique_ptr<SettingsView>)view {
+    if ((self = [super initWithNibName:nil bundle:nil])) {
+        _state = std::move(view);
+        __weak SettingsViewController* weakSelf = self;
+        _viewWillChange =
+            _state->objectWillChange.subscribe([weakSelf] { [weakSelf scheduleUpdate]; });
+        _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
+            if (SettingsViewController* const strongSelf = weakSelf)
+                strongSelf->_haveItemsChanged = YES;
+            [weakSelf scheduleUpdate];
+        });
+    }
+    return self;
+}
+
+- (void)dealloc {
+    [self discardView];
+}
+
+- (void)discardView {
+    _viewWillChange = {};
+    _itemsWillChange = {};
+    [_toolbar removeFromSuperview];
+    _toolbar = nil;
+    [_tableController detach];
+    _tableController = nil;
+    _state.reset();
+    NSWindow* const sheet = _sheet;
+    [sheet.sheetParent endSheet:sheet];
+}
+
+// ---- the views
+
+- (void)loadView {
+    // As large as the window is made: a window takes the size of the view that it is given.
+    const NSSize size =
+        NSMakeSize(app_style::settingsContentRect.width, app_style::settingsContentRect.height);
+    NSView* const root = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
+    [self addContentTo:root];
+    self.view = root;
+    _haveItemsChanged = YES;
+    [self updateNow];
+}
+
+- (void)addContentTo:(NSView*)root {
+    const NSSize size = root.bounds.size;
+    const CGFloat toolbarY = size.height - SettingsToolbarView.height;
+    _toolbar = [[SettingsToolbarView alloc]
+        initWithFrame:NSMakeRect(0, toolbarY, size.width, SettingsToolbarView.height)
+                state:*_state];
+    const CGFloat dividerY = toolbarY - settings_style::dividerHeight;
+    RoundedFillView* const divider = [[RoundedFillView alloc]
+        initWithFrame:NSMakeRect(0, dividerY, size.width, settings_style::dividerHeight)];
+    for (NSView* view in @[ _toolbar, divider ]) {
+        view.autoresizingMask = NSViewWidthSizable | NSViewMinYMargin;
+        [root addSubview:view];
+    }
+    const NSRect content = NSMakeRect(0, 0, size.width, dividerY);
+    _placeholder = [self makePlaceholder:content];
+    _list = [self makeList:content];
+    for (NSView* view in @[ _placeholder, _list ]) {
+        view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+        [root addSubview:view];
+    }
+}
+
+- (NSView*)makePlaceholder:(NSRect)frame {
+    namespace placeholder = settings_style::empty_placeholder;
+    CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
+    NSTextField* const hint = paragraphLabel(textFor(placeholder::hint), placeholder::hintStyle);
+    hint.alignment = NSTextAlignmentCenter;
+    const NSSize hintSize = sizeOfLabel(hint, placeholder::hintMaximumWidth);
+    hint.frame = NSMakeRect(0, 0, hintSize.width, hintSize.height);
+    [column addView:symbolView(placeholder::symbol) gapAbove:0];
+    [column addView:lineLabel(textFor(placeholder::title), placeholder::titleStyle)
+           gapAbove:placeholder::spacing];
+    [column addView:hint gapAbove:placeholder::spacing];
+    [column addView:prominentButton(textFor(placeholder::button), self, @selector(addFirstItem:))
+           gapAbove:placeholder::spacing + placeholder::buttonTopPadding];
+    return column;
+}
+
+- (NSScrollView*)makeList:(NSRect)frame {
+    _tableController = [[ItemsTableController alloc] initWithState:*_state];
+    NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
+    scrollView.hasVerticalScroller = YES;
+    scrollView.autohidesScrollers = YES;
+    scrollView.borderType = NSNoBorder;
+    scrollView.documentView = _tableController.table;
+    [_tableController.table sizeLastColumnToFit];
+    return scrollView;
+}
+
+- (void)viewDidAppear {
+    [super viewDidAppear];
+    self.view.window.contentMinSize = sizeFor(settings_style::minimumSize);
+    [self presentSheet];
+}
+
+// ---- drawing the state
+
+// The signal comes before the change: the new state can be read from the main queue's next turn on.
+- (void)scheduleUpdate {
+    if (_isUpdateScheduled)
+        return;
+    _isUpdateScheduled = YES;
+    __weak SettingsViewController* weakSelf = self;
+    dispatch_async(dispatch_get_main_queue(), ^{
+        [weakSelf updateNow];
+    });
+}
+
+- (void)updateNow {
+    _isUpdateScheduled = NO;
+    if (!_state || !_toolbar)
+        return;
+    [_toolbar updateNow];
+    if (_haveItemsChanged) {
+        _haveItemsChanged = NO;
+        [_tableController reload];
+        const BOOL isEmpty = _state->items().empty();
+        _placeholder.hidden = !isEmpty;
+        _list.hidden = isEmpty;
+    } else {
+        [_tableController refresh];
+    }
+    [self presentSheet];
+}
+
+- (void)addFirstItem:(id)sender {
+    (void)sender;
+    if (_state)
+        _state->addClicked();
+}
+
+// ---- sheets
+
+// One at a time; another that was asked for meanwhile follows when the first has closed.
+- (void)presentSheet {
+    if (!_state || _sheet || !self.view.window)
+        return;
+    if (_state->showAddSheet())
+        [self presentForm:_state->makeAddSheet() onClosed:&SettingsView::addSheetClosed];
+    else if (_state->itemToEdit())
+        [self presentForm:_state->makeEditSheet() onClosed:&SettingsView::editSheetClosed];
+}
+
+- (void)presentForm:(std::unique_ptr<AddEditItemView>)form
+           onClosed:(void (SettingsView::*)())onClosed {
+    NSWindow* const sheet = [[NSWindow alloc] initWithContentRect:NSZeroRect
+                                                        styleMask:NSWindowStyleMaskTitled
+                                                          backing:NSBackingStoreBuffered
+                                                            defer:YES];
+    sheet.releasedWhenClosed = NO;
+    __weak NSWindow* weakSheet = sheet;
+    form->dismiss = [weakSheet] {
+        NSWindow* const shown = weakSheet;
+        if (shown)
+            [shown.sheetParent endSheet:shown];
+    };
+    ItemEditorViewController* const editor =
+        [[ItemEditorViewController alloc] initWithForm:std::move(form)];
+    sheet.contentViewController = editor;
+    sheet.initialFirstResponder = editor.titleField;
+    _sheet = sheet;
+    __weak SettingsViewController* weakSelf = self;
+    [self.view.window beginSheet:sheet
+               completionHandler:^(NSModalResponse response) {
+                   (void)response;
+                   SettingsViewController* const strongSelf = weakSelf;
+                   if (!strongSelf)
+                       return;
+                   NSWindow* const closed = strongSelf->_sheet;
+                   strongSelf->_sheet = nil;
+                   if (strongSelf->_state)
+                       ((*strongSelf->_state).*onClosed)();
+                   // Its form may still be in the action that closed it.
+                   dispatch_async(dispatch_get_main_queue(), ^{
+                       [closed close];
+                   });
+               }];
+}
+
+@end
