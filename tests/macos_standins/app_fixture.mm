@@ -1,4 +1,4 @@
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 namespace kestrel::tests {
 

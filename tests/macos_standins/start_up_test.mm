@@ -1,6 +1,6 @@
 // From the entry to the icon in the bar.
 #include "shells/macos/foundation/text.h"
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 // The entry itself, under a name of its own: the tests have a main function already.
 #define main kestrelMain

@@ -1,5 +1,5 @@
 #include "shells/macos/desktop/main_queue.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #include <memory>
 #include <new>

@@ -8,7 +8,7 @@
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "shells/macos/views/settings_view_controller.h"
-#include "tests/macos/views_support.h"
+#include "tests/macos_standins/views_support.h"
 
 #include <memory>
 

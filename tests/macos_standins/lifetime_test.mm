@@ -2,7 +2,7 @@
 // the core still at work.
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/ports.h"
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 /// A delegate of the test's own, which hands on what the shell's does.
 @interface LifetimeTarget : NSObject <StatusBarButtonTarget, NSWindowDelegate>

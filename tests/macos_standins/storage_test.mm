@@ -4,7 +4,7 @@
 #include "shells/macos/storage/user_defaults.h"
 #include "tests/contract/cloud_contract.h"
 #include "tests/contract/user_defaults_contract.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #include <atomic>
 #include <memory>

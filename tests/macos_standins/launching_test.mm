@@ -4,7 +4,7 @@
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/launching/terminal.h"
 #include "shells/macos/launching/workspace.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #include <cstdlib>
 #include <filesystem>

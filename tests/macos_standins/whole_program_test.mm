@@ -2,8 +2,8 @@
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/popover_list_view.h"
-#include "tests/macos/app_fixture.h"
-#include "tests/macos/views_support.h"
+#include "tests/macos_standins/app_fixture.h"
+#include "tests/macos_standins/views_support.h"
 
 namespace kestrel::tests {
 namespace {

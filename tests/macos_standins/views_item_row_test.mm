@@ -3,7 +3,7 @@
 #include "shells/macos/views/item_row_cell_view.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/symbol_view.h"
-#include "tests/macos/views_support.h"
+#include "tests/macos_standins/views_support.h"
 
 namespace kestrel::tests {
 namespace {

@@ -1,6 +1,6 @@
 // Saving with and without an account, and changes that other machines make.
 #include "shells/macos/foundation/text.h"
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 namespace kestrel::tests {
 namespace {

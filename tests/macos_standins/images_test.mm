@@ -3,7 +3,7 @@
 #include "shells/macos/desktop/images.h"
 #include "shells/macos/launching/terminal.h"
 #include "shells/macos/views/item_icon_image.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 namespace kestrel::tests {
 namespace {

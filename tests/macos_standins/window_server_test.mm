@@ -1,7 +1,7 @@
 // Windows and the controllers in them, without the program around them.
 #include "shells/macos/desktop/hosting_controller.h"
 #include "shells/macos/desktop/window_server.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #include "model/item_list_json.h"
 #include "shells/macos/foundation/text.h"

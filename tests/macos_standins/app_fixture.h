@@ -5,7 +5,7 @@
 
 #include "app/app_delegate.h"
 #include "shells/macos/app_delegate.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 /// The shell's delegate, where the core's class of the same name hides it.
 using ShellDelegate = AppDelegate;

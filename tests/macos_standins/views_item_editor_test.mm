@@ -3,7 +3,7 @@
 #include "shells/macos/views/item_editor_view_controller.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
-#include "tests/macos/views_support.h"
+#include "tests/macos_standins/views_support.h"
 
 #include <memory>
 #include <optional>

@@ -1,5 +1,5 @@
 // Opening and closing the settings window, and what the desktop sees of the program meanwhile.
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // The icon's click and the popover.
 #include "shells/macos/foundation/text.h"
-#include "tests/macos/app_fixture.h"
+#include "tests/macos_standins/app_fixture.h"
 
 namespace kestrel::tests {
 namespace {

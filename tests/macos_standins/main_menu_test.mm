@@ -1,5 +1,5 @@
 #include "shells/macos/desktop/main_menu.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 namespace kestrel::tests {
 namespace {

@@ -6,7 +6,7 @@
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/menu_popover_view_controller.h"
 #include "shells/macos/views/popover_list_view.h"
-#include "tests/macos/views_support.h"
+#include "tests/macos_standins/views_support.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <memory>

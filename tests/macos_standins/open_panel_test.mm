@@ -1,5 +1,5 @@
 #include "shells/macos/desktop/open_panel.h"
-#include "tests/macos/macos_fixture.h"
+#include "tests/macos_standins/macos_fixture.h"
 
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
 
