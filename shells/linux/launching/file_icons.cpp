@@ -1,7 +1,7 @@
 #include "shells/linux/launching/file_icons.h"
 
-#include "shells/linux/launching/file_look.h"
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/launching/file_icon_info.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <QFile>
 #include <QString>

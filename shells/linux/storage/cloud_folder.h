@@ -4,9 +4,9 @@
 // after a while; from then on the folder is silent and is asked nothing else, until the question
 // ends after all.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/file_store.h"
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 #include "shells/linux/storage/data_directory.h"
 
-#include "shells/linux/storage/descriptor.h"
-#include "shells/linux/storage/uninterrupted.h"
+#include "shells/linux/posix/descriptor.h"
+#include "shells/linux/posix/uninterrupted.h"
 
 #include <array>
 #include <cerrno>

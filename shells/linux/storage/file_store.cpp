@@ -1,9 +1,9 @@
 #include "shells/linux/storage/file_store.h"
 
 #include "model/item_list_json.h"
+#include "shells/linux/posix/uninterrupted.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
-#include "shells/linux/storage/uninterrupted.h"
 
 #include <algorithm>
 #include <array>

@@ -12,8 +12,8 @@
 // machine writes to stays silent until the next start.
 
 #include "platform/cloud.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/cloud_folder.h"
-#include "shells/linux/storage/file_operations.h"
 
 #include <functional>
 #include <memory>

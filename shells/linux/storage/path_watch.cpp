@@ -1,6 +1,6 @@
 #include "shells/linux/storage/path_watch.h"
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/temporary_name.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>

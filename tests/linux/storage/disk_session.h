@@ -4,7 +4,7 @@
 // written any more.
 
 #include "platform/cloud.h"
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/file_user_defaults.h"
 #include "shells/linux/storage/folder_cloud.h"
 #include "store/items_manager.h"
@@ -12,7 +12,7 @@
 #include "tests/fakes/fake_main_queue.h"
 #include "tests/fakes/fake_system.h"
 #include "tests/fakes/store_fixture.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 
 #include <functional>
 #include <string>

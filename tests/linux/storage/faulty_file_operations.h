@@ -2,7 +2,7 @@
 // The system's file operations, counted, with a fault at a chosen call: it fails with an errno of
 // choice, or the process is killed just before or just after it.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,6 +1,6 @@
 #include "shells/linux/storage/folder_cloud.h"
 #include "tests/linux/storage/files.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>

@@ -4,7 +4,7 @@
 // power cut. Every function behaves as the system call it stands for, as far as storage uses it;
 // all paths are absolute and everything belongs to one user.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cstddef>
 #include <map>

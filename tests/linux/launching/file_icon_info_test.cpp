@@ -1,4 +1,4 @@
-#include "shells/linux/launching/file_look.h"
+#include "shells/linux/launching/file_icon_info.h"
 
 #include "shells/linux/launching/glib_ptr.h"
 #include "tests/linux/launching/launching_fixture.h"

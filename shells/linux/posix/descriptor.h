@@ -1,7 +1,7 @@
 #pragma once
 // An open file descriptor that closes itself, through the same FileOperations that opened it.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cerrno>
 #include <utility>

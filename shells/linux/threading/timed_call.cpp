@@ -1,4 +1,4 @@
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <condition_variable>
 #include <mutex>

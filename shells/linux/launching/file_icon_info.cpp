@@ -1,4 +1,4 @@
-#include "shells/linux/launching/file_look.h"
+#include "shells/linux/launching/file_icon_info.h"
 
 #include "shells/linux/launching/child_process.h"
 #include "shells/linux/launching/desktop_entry.h"
