@@ -1,8 +1,8 @@
 #include "shells/linux/launching/file_icon_info.h"
 
-#include "shells/linux/launching/child_process.h"
+#include "shells/linux/glib/glib_ptr.h"
+#include "shells/linux/launching/command_file.h"
 #include "shells/linux/launching/desktop_entry.h"
-#include "shells/linux/launching/glib_ptr.h"
 
 #include <sys/stat.h>
 

@@ -1,6 +1,6 @@
 #include "shells/linux/launching/launch_worker.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,6 +1,6 @@
 #include "shells/linux/launching/terminal_application.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/terminal_choice.h"
 
 #include <gio/gdesktopappinfo.h>

@@ -1,7 +1,7 @@
 #include "shells/linux/launching/terminal_choice.h"
 
-#include "shells/linux/launching/glib_ptr.h"
-#include "shells/linux/launching/launch_environment.h"
+#include "shells/linux/glib/glib_ptr.h"
+#include "shells/linux/posix/environment.h"
 
 #include <algorithm>
 #include <array>

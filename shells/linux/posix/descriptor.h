@@ -1,5 +1,5 @@
 #pragma once
-// An open file descriptor that closes itself, through the same FileOperations that opened it.
+// An open file descriptor that closes itself, through the file operations that opened it.
 
 #include "shells/linux/posix/file_operations.h"
 
@@ -11,7 +11,7 @@ namespace kestrel::linux_shell {
 class Descriptor {
   public:
     /// Takes over `number`; a negative one is the failed result of an open.
-    Descriptor(FileOperations& operations, int number)
+    explicit Descriptor(int number, FileOperations& operations = systemFileOperations())
         : operations_(&operations), number_(number) {}
     Descriptor(Descriptor&& other) noexcept
         : operations_(other.operations_), number_(std::exchange(other.number_, -1)) {}

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <unistd.h>
 
 namespace kestrel::linux_shell {
 
@@ -47,11 +46,7 @@ CloudWatcher::CloudWatcher(CloudFolder& folder, std::string directory, std::stri
     folder_.ask([path = path_](FileStore&) { path->followPath(); });
 }
 
-CloudWatcher::~CloudWatcher() {
-    mountNotifier_.reset();
-    if (mounts_ >= 0)
-        ::close(mounts_);
-}
+CloudWatcher::~CloudWatcher() = default;
 
 void CloudWatcher::read(const std::function<PathChange(PathWatch&)>& changes) {
     const auto change = std::make_shared<PathChange>();
@@ -102,10 +97,11 @@ bool CloudWatcher::valueIsMissing() {
 /// A synchroniser's folder may be a file system that is mounted after the start. inotify says
 /// nothing of a mount over a watched directory, but the list of mounts does.
 void CloudWatcher::watchMounts() {
-    mounts_ = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
-    if (mounts_ < 0)
+    mounts_ = Descriptor(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+    if (!mounts_.isOpen())
         return;
-    mountNotifier_ = std::make_unique<QSocketNotifier>(mounts_, QSocketNotifier::Exception);
+    mountNotifier_ =
+        std::make_unique<QSocketNotifier>(mounts_.number(), QSocketNotifier::Exception);
     QObject::connect(mountNotifier_.get(), &QSocketNotifier::activated, mountNotifier_.get(),
                      [this] {
                          read([](PathWatch& path) {

@@ -2,6 +2,7 @@
 // Watches a value of the cloud directory from the Qt event loop and calls back when someone else
 // has changed it. Sleeps in the loop between events: nothing is polled.
 
+#include "shells/linux/posix/descriptor.h"
 #include "shells/linux/storage/cloud_folder.h"
 #include "shells/linux/storage/path_watch.h"
 
@@ -56,8 +57,8 @@ class CloudWatcher {
     /// Runs while an expected value is missing.
     std::unique_ptr<QTimer> arrival_;
     bool isExpected_ = false;
-    /// The list of mounts, open; -1 where it cannot be read.
-    int mounts_ = -1;
+    /// The list of mounts, where it can be read.
+    Descriptor mounts_{-1};
     std::unique_ptr<QSocketNotifier> mountNotifier_;
 };
 

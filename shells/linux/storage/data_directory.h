@@ -13,7 +13,6 @@ namespace kestrel::linux_shell {
 struct DataDirectoryInputs {
     std::string xdgDataHome;
     std::string home;
-    std::string passwordEntryHome;
 };
 
 /// `$XDG_DATA_HOME/kestrel`, else `.local/share/kestrel` in the home folder, without a slash at

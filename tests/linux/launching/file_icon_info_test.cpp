@@ -1,6 +1,6 @@
 #include "shells/linux/launching/file_icon_info.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 #include "tests/linux/launching/launching_fixture.h"
 
 #include <algorithm>
