@@ -54,7 +54,7 @@ class FolderCloudRig {
     EventLoop loop_;
     TemporaryFolder folder_;
     FaultyFileOperations operations_;
-    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_, patientLimits};
+    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_, longTimeouts};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Files, UserDefaultsContract, FileUserDefaultsRig);

@@ -105,7 +105,7 @@ void spawnPlainCopy(const std::string& path, const std::vector<std::string>& pre
 
 /// The words that run what follows them in the user's terminal; nothing without a terminal.
 std::optional<std::vector<std::string>> terminalPrefix() {
-    const auto terminal = chooseTerminal(processSurroundings());
+    const auto terminal = chooseTerminal(processEnvironment());
     if (!terminal)
         return std::nullopt;
     std::vector<std::string> words = terminal->prefix();

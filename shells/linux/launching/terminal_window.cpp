@@ -13,7 +13,7 @@ namespace kestrel::linux_shell {
 void openTerminalWindow(StartScript script, std::string_view text, const Activation& activation) {
     if (text.find('\0') != std::string_view::npos)
         return;
-    const auto terminal = chooseTerminal(processSurroundings());
+    const auto terminal = chooseTerminal(processEnvironment());
     if (!terminal)
         return;
     const bool typed = script == StartScript::command;

@@ -53,9 +53,9 @@ class CloudWatcher {
     std::function<void()> changed_;
     std::unique_ptr<QSocketNotifier> notifier_;
     /// Runs while someone writes into the file.
-    std::unique_ptr<QTimer> patience_;
+    std::unique_ptr<QTimer> rewriteTimer_;
     /// Runs while an expected value is missing.
-    std::unique_ptr<QTimer> arrival_;
+    std::unique_ptr<QTimer> arrivalTimer_;
     bool isExpected_ = false;
     /// The list of mounts, where it can be read.
     Descriptor mounts_{-1};

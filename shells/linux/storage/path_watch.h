@@ -1,5 +1,5 @@
 #pragma once
-// Notices, through inotify, that a value file may have changed by another's hand: the file itself,
+// Notices, through inotify, that another program may have changed a value file: the file itself,
 // the directory that holds it, or anything on the way there. The program's own writes, which rename
 // a temporary file of this process onto the file, are not changes.
 //

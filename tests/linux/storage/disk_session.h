@@ -25,7 +25,7 @@ namespace kestrel::tests {
 class UnwatchedCloud final : public Cloud {
   public:
     UnwatchedCloud(linux_shell::FileOperations& operations, const std::string& directory)
-        : cloud_(directory, "launcherItems", operations, patientLimits) {}
+        : cloud_(directory, "launcherItems", operations, longTimeouts) {}
 
     bool hasIdentityToken() override { return cloud_.hasIdentityToken(); }
     CloudKeyValueStore* defaultStore() override { return cloud_.defaultStore(); }

@@ -22,7 +22,7 @@ class FolderCloudTest : public testing::Test {
     TemporaryFolder folder;
     std::string directory = folder / "cloud";
     FolderCloud cloud{folder.path(), "launcherItems", linux_shell::systemFileOperations(),
-                      patientLimits};
+                      longTimeouts};
 };
 
 TEST_F(FolderCloudTest, AnAccountIsADirectory) {
