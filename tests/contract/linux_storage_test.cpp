@@ -19,8 +19,7 @@ namespace kestrel::tests {
 namespace {
 
 void makeNextCallFail(FaultyFileOperations& operations) {
-    operations.fault = Fault::failOnce;
-    operations.faultAt = static_cast<int>(operations.calls.size());
+    operations.failOnce(operations.calls.size());
 }
 
 class FileUserDefaultsRig {

@@ -200,9 +200,8 @@ TEST_F(CloudWatcherTest, OwnWritesThatFailAreNoChanges) {
     FolderCloud other(data, "launcherItems", counting, longTimeouts);
     other.defaultStore()->setData("old", "launcherItems");
     ASSERT_TRUE(isReported([&] { writeInPlace(file, "old"); })); // puts an end to what came before
-    for (int i = 0; i < static_cast<int>(counting.calls.size()); ++i) {
-        operations.fault = Fault::failOnce;
-        operations.faultAt = static_cast<int>(operations.calls.size()) + i;
+    for (std::size_t i = 0; i < counting.calls.size(); ++i) {
+        operations.failOnce(operations.calls.size() + i);
         EXPECT_TRUE(isPassedOver([&] { writeOwn("new"); })) << "call " << i;
     }
 }

@@ -1,6 +1,5 @@
 #include "shells/linux/storage/file_store.h"
 #include "shells/linux/storage/temporary_name.h"
-#include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
 #include "tests/linux/storage/temporary_folder.h"
 
@@ -258,23 +257,6 @@ TEST_F(FileStoreTest, ATemporaryThatAnotherProcessIsWritingStays) {
     ::close(other);
     EXPECT_TRUE(store.write("launcherItems", "[]"));
     EXPECT_EQ(namesIn(directory), Names{"launcherItems"});
-}
-
-TEST_F(FileStoreTest, WritesThatTakeOneByteAtATimeAreCompleted) {
-    FaultyFileOperations operations;
-    operations.writesAreShort = true;
-    FileStore slow{operations, directory, MissingDirectory::create};
-    EXPECT_TRUE(slow.write("launcherItems", "one byte at a time"));
-    EXPECT_EQ(contentsOf(file), "one byte at a time");
-}
-
-TEST_F(FileStoreTest, AWriteReachesTheDiskBeforeItIsSeenAndTheNameAfterIt) {
-    makeDirectory();
-    FaultyFileOperations operations;
-    FileStore watched{operations, directory, MissingDirectory::fail};
-    ASSERT_TRUE(watched.write("launcherItems", "[]"));
-    const Names tail(operations.calls.end() - 7, operations.calls.end());
-    EXPECT_EQ(tail, (Names{"changeModeAt", "write", "sync", "close", "renameAt", "sync", "close"}));
 }
 
 TEST_F(FileStoreTest, AFileTooLargeForTheProcessLeavesTheOldOne) {
