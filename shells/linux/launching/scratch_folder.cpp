@@ -121,7 +121,7 @@ void sweepScratchFolders(std::span<const std::string> bases, std::chrono::second
         const Descriptor folder = openFolder(base);
         for (const std::string& name : systemFileOperations().list(folder.number()))
             if (isLeftover(folder.number(), name, age))
-                removeScratchFolder(base + '/' + name);
+                removeScratchFolder(std::string(base).append("/").append(name));
     }
 }
 

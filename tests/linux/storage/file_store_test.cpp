@@ -1,5 +1,6 @@
 #include "shells/linux/storage/file_store.h"
 #include "shells/linux/storage/temporary_name.h"
+#include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
 #include "tests/linux/storage/temporary_folder.h"
 
@@ -107,6 +108,21 @@ TEST_F(FileStoreTest, AFifoNeitherHangsTheReaderNorIsReplaced) {
     EXPECT_FALSE(store.write("launcherItems", "[]"));
     EXPECT_TRUE(fs::is_fifo(file));
     EXPECT_EQ(namesIn(directory), Names{"launcherItems"});
+}
+
+TEST_F(FileStoreTest, AFifoIsNotReplacedWhenACallFailsEither) {
+    makeDirectory();
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    FaultyFileOperations operations;
+    FileStore faulty{operations, directory, MissingDirectory::fail};
+    EXPECT_FALSE(faulty.write("launcherItems", "[]"));
+    const std::size_t count = operations.calls.size();
+    ASSERT_GT(count, 2U);
+    for (std::size_t i = 0; i < count; ++i) {
+        operations.failOnce(operations.calls.size() + i);
+        EXPECT_FALSE(faulty.write("launcherItems", "[]")) << operations.calls[i];
+        EXPECT_TRUE(fs::is_fifo(file)) << operations.calls[i];
+    }
 }
 
 TEST_F(FileStoreTest, ADirectoryInTheFilesPlaceIsKept) {

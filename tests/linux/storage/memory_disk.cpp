@@ -65,6 +65,13 @@ void MemoryDisk::addLink(const std::string& path, const std::string& target) {
     add(path, {.kind = Kind::link, .bytes = target, .names = {}});
 }
 
+void MemoryDisk::remove(const std::string& path) {
+    const std::size_t directory = *find(0, parentOf(path) + "/.", LastLink::follow)->node;
+    const NameChange change{directory, baseOf(path), std::nullopt};
+    apply(now_, change);
+    apply(synced_, change);
+}
+
 std::optional<std::string> MemoryDisk::contents(const std::string& path) const {
     const auto place = find(0, path, LastLink::follow);
     if (!place || !place->node || now_[*place->node].kind != Kind::file)

@@ -28,6 +28,9 @@ class MemoryDisk final : public linux_shell::FileOperations {
     void addFile(const std::string& path, const std::string& bytes);
     void addLink(const std::string& path, const std::string& target);
 
+    /// Someone else takes it away, with everything in it.
+    void remove(const std::string& path);
+
     [[nodiscard]] std::optional<std::string> contents(const std::string& path) const;
     [[nodiscard]] std::vector<std::string> names(const std::string& directory) const;
 

@@ -124,6 +124,18 @@ TEST(PowerCutAmongSavesTest, LeavesAListOfThatTimeEvenWhereDirectoriesCannotBeSy
     }
 }
 
+TEST(PowerCutAmongSavesTest, LeavesWhatWasSavedToAFolderThatWasTakenAwayAndMadeAnew) {
+    MemoryDisk disk = diskFor(Start::listAlone);
+    linux_shell::FileUserDefaults defaults(dataDirectory, disk);
+    defaults.setData(listOf({"Second"}), "launcherItems");
+    for (const std::string& taken : {dataDirectory, std::string("/home/user/.local")}) {
+        disk.remove(taken);
+        defaults.setData(listOf({"Third"}), "launcherItems");
+        for (const MemoryDisk& left : disk.afterPowerCut())
+            EXPECT_EQ(titlesIn(left, localList), Titles{"Third"}) << left.fingerprint();
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Starts, PowerCutTest,
                          testing::Values(Start::listAlone, Start::listAndCloud, Start::nothing,
                                          Start::listsBehindLinks, Start::staleTemporaries,
