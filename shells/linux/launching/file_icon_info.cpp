@@ -114,8 +114,8 @@ void addIconOfKey(FileIconInfo& info, std::string name) {
         info.names.push_back(name);
 }
 
-/// False for a file that is no desktop entry. Read by hand: GIO has no object for an entry whose
-/// program is not installed, and the row still needs its icon.
+/// False for a file that is no desktop entry. Not read through GIO, which has no object for an
+/// entry whose program is not installed, and the row still needs its icon.
 bool addIconOfEntry(FileIconInfo& info, const std::string& path) {
     if (!mayBeDesktopEntry(path))
         return false;

@@ -103,10 +103,10 @@ std::optional<TerminalCommand> chooseTerminal(const TerminalEnvironment& environ
 }
 
 std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalEnvironment& environment) {
-    // A relative path would be sought in our working folder, which the user cannot know.
-    const std::string_view wish = environment.terminal;
-    if (wish.find('/') == std::string_view::npos || wish.starts_with('/'))
-        if (auto found = find(environment, wish))
+    // A relative path would be looked up in our working folder, which the user cannot know.
+    const std::string_view preferred = environment.terminal;
+    if (preferred.find('/') == std::string_view::npos || preferred.starts_with('/'))
+        if (auto found = find(environment, preferred))
             return found;
     if (auto found = find(environment, "x-terminal-emulator"))
         return found;

@@ -31,12 +31,12 @@ struct CloudFolder::State {
     std::condition_variable written;
     std::function<void()> reportAnswer;
     std::map<std::string, std::string, std::less<>> unwritten; ///< the last value of each key
-    std::optional<CloudValue> late; ///< of the watched key, when the folder spoke again
+    std::optional<CloudValue> late; ///< of the watched key, when the folder answered again
     bool isSilent = false;          ///< the question asked last has not ended
     bool owesWrites = false;
 
     /// First what it has been given meanwhile, so that nobody finds an older value in the folder.
-    void speakAgain() {
+    void endSilence() {
         std::unique_lock lock(mutex);
         do {
             const auto values = std::exchange(unwritten, {});
@@ -80,7 +80,7 @@ bool CloudFolder::run(std::function<void(FileStore&)> question) {
     const bool isInTime =
         call_.run([state = state_, question = std::move(question)] { question(state->store); },
                   hasAnswered_ ? timeouts_.later : timeouts_.first,
-                  [state = state_] { state->speakAgain(); });
+                  [state = state_] { state->endSilence(); });
     if (!isInTime)
         return false;
     hasAnswered_ = true;

@@ -39,7 +39,7 @@ struct CloudValue {
 class CloudFolder {
   public:
     /// `directory` is absolute, or empty when there is none. What a silent folder says of
-    /// `watchedKey` when it speaks again is kept for the next `read`.
+    /// `watchedKey` when it answers again is kept for the next `read`.
     CloudFolder(FileOperations& operations, std::string directory, std::string watchedKey,
                 CloudTimeouts timeouts = {});
 
