@@ -1,7 +1,7 @@
 #include "shells/linux/launching/child_process.h"
 
 #include "shells/linux/glib/glib_ptr.h"
-#include "shells/linux/posix/account.h"
+#include "shells/linux/posix/environment.h"
 
 #include <fcntl.h>
 #include <glib.h>

@@ -3,7 +3,7 @@
 #include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/child_process.h"
 #include "shells/linux/launching/terminal_choice.h"
-#include "shells/linux/posix/account.h"
+#include "shells/linux/posix/environment.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <sys/stat.h>

@@ -1,9 +1,7 @@
 #include "shells/linux/launching/scratch_folder.h"
 
-#include "shells/linux/posix/account.h"
 #include "shells/linux/posix/descriptor.h"
 #include "shells/linux/posix/environment.h"
-#include "shells/linux/posix/write_all.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -61,8 +59,7 @@ bool writeFile(int folder, const ScratchFile& file) {
     const Descriptor output(
         ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     // The umask can only have taken rights away.
-    return output.isOpen() && ::fchmod(output.number(), mode) == 0 &&
-           writeAll(systemFileOperations(), output.number(), file.bytes);
+    return output.isOpen() && ::fchmod(output.number(), mode) == 0 && output.writeAll(file.bytes);
 }
 
 bool fill(const std::string& folder, std::span<const ScratchFile> files) {

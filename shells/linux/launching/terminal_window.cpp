@@ -3,7 +3,7 @@
 #include "shells/linux/launching/child_process.h"
 #include "shells/linux/launching/scratch_folder.h"
 #include "shells/linux/launching/terminal_choice.h"
-#include "shells/linux/posix/account.h"
+#include "shells/linux/posix/environment.h"
 #include "terminal_scripts.h"
 
 #include <array>

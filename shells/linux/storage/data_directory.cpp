@@ -1,6 +1,5 @@
 #include "shells/linux/storage/data_directory.h"
 
-#include "shells/linux/posix/account.h"
 #include "shells/linux/posix/descriptor.h"
 #include "shells/linux/posix/environment.h"
 #include "shells/linux/posix/uninterrupted.h"

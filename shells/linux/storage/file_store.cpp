@@ -2,7 +2,6 @@
 
 #include "model/item_list_json.h"
 #include "shells/linux/posix/uninterrupted.h"
-#include "shells/linux/posix/write_all.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
 
@@ -208,7 +207,7 @@ std::optional<std::string> FileStore::writeTemporary(const Place& place,
 
 bool FileStore::fill(Descriptor& file, std::string_view data) const {
     const auto sync = [&] { return operations_.sync(file.number()); };
-    return writeAll(operations_, file.number(), data) && uninterrupted(sync) == 0 && file.close();
+    return file.writeAll(data) && uninterrupted(sync) == 0 && file.close();
 }
 
 } // namespace kestrel::linux_shell

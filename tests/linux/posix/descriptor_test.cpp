@@ -1,6 +1,5 @@
 #include "shells/linux/posix/descriptor.h"
 #include "shells/linux/posix/uninterrupted.h"
-#include "shells/linux/posix/write_all.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,7 +15,6 @@ namespace {
 
 using linux_shell::Descriptor;
 using linux_shell::uninterrupted;
-using linux_shell::writeAll;
 
 /// Nothing real: what is closed and written is noted, and each call has a chosen result.
 class NotedOperations final : public linux_shell::FileOperations {
@@ -123,22 +121,23 @@ TEST(UninterruptedTest, ACallIsMadeAgainOnlyWhileItIsInterrupted) {
     EXPECT_EQ(calls, 5);
 }
 
-TEST(WriteAllTest, WritesEverythingHoweverLittleIsTakenAtATime) {
+TEST(DescriptorTest, WritesEverythingHoweverLittleIsTakenAtATime) {
     for (const std::size_t longest : {1U, 3U, 100U}) {
         NotedOperations operations;
         operations.longestWrite = longest;
         operations.writeErrors = {EINTR, EINTR};
-        EXPECT_TRUE(writeAll(operations, 7, "some bytes"));
+        const Descriptor descriptor(7, operations);
+        EXPECT_TRUE(descriptor.writeAll("some bytes"));
         EXPECT_EQ(operations.written, "some bytes");
-        EXPECT_TRUE(writeAll(operations, 7, ""));
+        EXPECT_TRUE(descriptor.writeAll(""));
     }
 }
 
-TEST(WriteAllTest, SaysSoWhenTheSystemTakesNoMore) {
+TEST(DescriptorTest, SaysSoWhenTheSystemTakesNoMore) {
     for (const int error : {EIO, ENOSPC, 0}) {
         NotedOperations operations;
         operations.writeErrors = {error};
-        EXPECT_FALSE(writeAll(operations, 7, "bytes")) << error;
+        EXPECT_FALSE(Descriptor(7, operations).writeAll("bytes")) << error;
         EXPECT_EQ(operations.written, "");
     }
 }
