@@ -6,7 +6,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -19,8 +19,7 @@ namespace kestrel::tests {
 namespace {
 
 void makeNextCallFail(FaultyFileOperations& operations) {
-    operations.fault = Fault::failOnce;
-    operations.faultAt = static_cast<int>(operations.calls.size());
+    operations.failOnce(operations.calls.size());
 }
 
 class FileUserDefaultsRig {
@@ -54,7 +53,7 @@ class FolderCloudRig {
     EventLoop loop_;
     TemporaryFolder folder_;
     FaultyFileOperations operations_;
-    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_, patientLimits};
+    linux_shell::FolderCloud cloud_{folder_.path(), "launcherItems", operations_, longTimeouts};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Files, UserDefaultsContract, FileUserDefaultsRig);

@@ -1,52 +1,17 @@
 #include "shells/linux/launching/child_process.h"
 
-#include "shells/linux/launching/glib_ptr.h"
-#include "shells/linux/launching/launch_environment.h"
+#include "shells/linux/glib/glib_ptr.h"
+#include "shells/linux/posix/environment.h"
 
 #include <fcntl.h>
 #include <glib.h>
-#include <pwd.h>
 #include <unistd.h>
 
 #include <csignal>
 
 namespace kestrel::linux_shell {
 
-namespace {
-
-/// The absolute path in the variable `name`, or in that field of the user's entry among the
-/// accounts, or `otherwise`.
-std::string pathFrom(const char* name, char* passwd::*field, const char* otherwise) {
-    if (std::string value = environmentVariable(name); value.starts_with('/'))
-        return value;
-    std::vector<char> buffer(16384);
-    struct passwd entry {};
-    struct passwd* found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 &&
-        found != nullptr && found->*field != nullptr && (found->*field)[0] == '/')
-        return found->*field;
-    return otherwise;
-}
-
-} // namespace
-
-NullDevice::NullDevice() : descriptor_(::open("/dev/null", O_RDWR | O_CLOEXEC)) {}
-
-NullDevice::~NullDevice() {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
-}
-
-std::string homeFolder() {
-    // Not g_get_home_dir(), which keeps its first answer for good.
-    return pathFrom("HOME", &passwd::pw_dir, "/");
-}
-
-std::string userShell() { return pathFrom("SHELL", &passwd::pw_shell, "/bin/sh"); }
-
-bool isUsablePath(std::string_view path) {
-    return path.starts_with('/') && path.find('\0') == std::string_view::npos;
-}
+Descriptor openNullDevice() { return Descriptor(::open("/dev/null", O_RDWR | O_CLOEXEC)); }
 
 void prepareChild(void* folder) {
     ::setsid();
@@ -70,10 +35,10 @@ bool spawnDetached(const std::vector<std::string>& arguments, const Activation& 
     for (const auto& [name, value] : activation.environment())
         environment.reset(g_environ_setenv(environment.release(), name, value.c_str(), TRUE));
     std::string home = homeFolder();
-    const NullDevice null;
+    const Descriptor null = openNullDevice();
     return g_spawn_async_with_fds(nullptr, pointers.data(), environment.get(), G_SPAWN_DEFAULT,
-                                  prepareChild, home.data(), nullptr, null.descriptor(),
-                                  null.descriptor(), null.descriptor(), nullptr) != FALSE;
+                                  prepareChild, home.data(), nullptr, null.number(), null.number(),
+                                  null.number(), nullptr) != FALSE;
 }
 
 } // namespace kestrel::linux_shell

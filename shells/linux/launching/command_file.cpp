@@ -1,11 +1,12 @@
 #include "shells/linux/launching/command_file.h"
 
+#include "shells/linux/posix/descriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <string_view>
 
 namespace kestrel::linux_shell {
 
@@ -13,17 +14,18 @@ namespace {
 
 bool beginsLikeAProgram(const std::string& path) {
     // The file may have become a pipe since it was looked at: not to wait for a writer.
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0)
-        return false;
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     std::array<char, 4> bytes{};
-    const ssize_t length = ::read(descriptor, bytes.data(), bytes.size());
-    ::close(descriptor);
+    const ssize_t length = ::read(file.number(), bytes.data(), bytes.size());
     const std::string_view head(bytes.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
     return head.starts_with("#!") || head == "\177ELF";
 }
 
 } // namespace
+
+bool isUsablePath(std::string_view path) {
+    return path.starts_with('/') && path.find('\0') == std::string_view::npos;
+}
 
 FileKind classifyFile(const std::string& path) {
     struct stat status {};

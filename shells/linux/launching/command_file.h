@@ -2,8 +2,13 @@
 // What opening a file means on a Linux desktop.
 
 #include <string>
+#include <string_view>
 
 namespace kestrel::linux_shell {
+
+/// True when `path` can name a file as it stands: absolute, and without a NUL, at which the system
+/// would cut it short and reach another file. A relative path has no folder to start from here.
+bool isUsablePath(std::string_view path);
 
 enum class FileKind {
     nothing,      ///< missing, a dangling link, or a device, socket or pipe, which may block

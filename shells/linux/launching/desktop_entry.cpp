@@ -1,8 +1,9 @@
 #include "shells/linux/launching/desktop_entry.h"
 
+#include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/child_process.h"
-#include "shells/linux/launching/glib_ptr.h"
 #include "shells/linux/launching/terminal_choice.h"
+#include "shells/linux/posix/environment.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <sys/stat.h>
@@ -70,11 +71,11 @@ void spawn(GDesktopAppInfo* entry, const std::optional<std::string>& uri,
     void* folder = stringOf(entry, G_KEY_FILE_DESKTOP_KEY_PATH).empty() ? home.data() : nullptr;
     std::string argument = uri.value_or("");
     GList list{.data = argument.data(), .next = nullptr, .prev = nullptr};
-    const NullDevice null;
+    const Descriptor null = openNullDevice();
     g_desktop_app_info_launch_uris_as_manager_with_fds(
         entry, uri ? &list : nullptr, contextWith(activation).get(), G_SPAWN_SEARCH_PATH,
-        prepareChild, folder, nullptr, nullptr, null.descriptor(), null.descriptor(),
-        null.descriptor(), nullptr);
+        prepareChild, folder, nullptr, nullptr, null.number(), null.number(), null.number(),
+        nullptr);
 }
 
 /// A copy of the entry that is neither activated over the bus nor run in the terminals that GLib
@@ -104,7 +105,7 @@ void spawnPlainCopy(const std::string& path, const std::vector<std::string>& pre
 
 /// The words that run what follows them in the user's terminal; nothing without a terminal.
 std::optional<std::vector<std::string>> terminalPrefix() {
-    const auto terminal = chooseTerminal(processSurroundings());
+    const auto terminal = chooseTerminal(processEnvironment());
     if (!terminal)
         return std::nullopt;
     std::vector<std::string> words = terminal->prefix();

@@ -1,7 +1,7 @@
 #include "shells/linux/launching/file_icons.h"
 
-#include "shells/linux/launching/file_look.h"
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/launching/file_icon_info.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <QFile>
 #include <QString>
@@ -20,62 +20,59 @@ namespace {
 /// More than any list has rows; emptied when full.
 constexpr std::size_t cacheLimit = 512;
 
-/// The contents of the themes, the table of file types and a picture that an entry names by its
+/// The contents of the themes, the table of file types and an image that an entry names by its
 /// path are taken to stay as they are.
-QIcon iconOf(const FileLook& look) {
-    if (!look.picture.empty())
-        return QIcon(QFile::decodeName(look.picture.c_str()));
-    for (const std::string& name : look.names)
+QIcon iconOf(const FileIconInfo& info) {
+    if (!info.imagePath.empty())
+        return QIcon(QFile::decodeName(info.imagePath.c_str()));
+    for (const std::string& name : info.names)
         if (const auto themed = QString::fromStdString(name); QIcon::hasThemeIcon(themed))
             return QIcon::fromTheme(themed);
     const QString builtIn =
-        QStringLiteral(":/kestrel/fallback/%1.svg").arg(QString::fromStdString(look.fallback));
+        QStringLiteral(":/kestrel/fallback/%1.svg").arg(QString::fromStdString(info.fallback));
     return QFile::exists(builtIn) ? QIcon(builtIn) : QIcon();
 }
 
 } // namespace
 
 /// Shared with threads that the file system holds, which may outlive everything else here.
-struct FileIcons::Answers {
+struct FileIcons::LateAnswers {
     std::mutex mutex;
     std::function<void()> changed;
-    std::unordered_set<std::string> late; ///< asked for, and nobody waits any longer
-    std::vector<std::pair<std::string, std::optional<FileLook>>> arrived;
+    std::unordered_set<std::string> awaited; ///< the paths asked for and not answered
+    std::vector<std::pair<std::string, FileIconInfo>> arrived;
 
-    void add(const std::string& path, std::optional<FileLook> look) {
+    void add(const std::string& path, std::optional<FileIconInfo> info) {
         const std::lock_guard lock(mutex);
-        const bool news = look.has_value();
-        arrived.emplace_back(path, std::move(look));
-        if (late.erase(path) > 0 && news && changed)
+        awaited.erase(path);
+        if (!info)
+            return;
+        arrived.emplace_back(path, std::move(*info));
+        if (changed)
             changed();
-    }
-
-    bool isLate(const std::string& path) {
-        const std::lock_guard lock(mutex);
-        return late.contains(path);
-    }
-
-    bool areAnyLate() {
-        const std::lock_guard lock(mutex);
-        return !late.empty();
     }
 };
 
 struct FileIcons::Cache {
     struct Known {
-        FileLook look;
+        FileIconInfo info;
         QString theme;
         QIcon icon;
     };
     std::unordered_map<std::string, Known> byPath;
-    PatientThread thread;
+    TimedCall call;
+
+    void add(const std::string& path, FileIconInfo info) {
+        if (byPath.size() >= cacheLimit)
+            byPath.clear();
+        QIcon icon = iconOf(info);
+        byPath.insert_or_assign(path, Known{std::move(info), QIcon::themeName(), std::move(icon)});
+    }
 };
 
-FileIcons::FileIcons(std::function<void()> changed, std::chrono::milliseconds patience)
-    : patience_(patience),
-      answers_(std::make_shared<Answers>()),
-      cache_(std::make_unique<Cache>()) {
-    answers_->changed = std::move(changed);
+FileIcons::FileIcons(std::function<void()> changed, std::chrono::milliseconds timeout)
+    : timeout_(timeout), late_(std::make_shared<LateAnswers>()), cache_(std::make_unique<Cache>()) {
+    late_->changed = std::move(changed);
     const QString bare = QStringLiteral("hicolor");
     // Without a theme of any name Qt does not look for the fallback one.
     if (QIcon::themeName().isEmpty())
@@ -85,57 +82,55 @@ FileIcons::FileIcons(std::function<void()> changed, std::chrono::milliseconds pa
 }
 
 FileIcons::~FileIcons() {
-    const std::lock_guard lock(answers_->mutex);
-    answers_->changed = nullptr;
+    const std::lock_guard lock(late_->mutex);
+    late_->changed = nullptr;
 }
 
 void FileIcons::ask(const std::string& path) {
+    auto timeout = timeout_;
+    {
+        const std::lock_guard lock(late_->mutex);
+        // Rows of one dead mount come together, and their waits would add up.
+        if (!late_->awaited.empty())
+            timeout /= 10;
+        if (!late_->awaited.insert(path).second)
+            return;
+    }
     std::optional<FileStamp> stamp;
     if (const auto known = cache_->byPath.find(path); known != cache_->byPath.end())
-        stamp = known->second.look.stamp;
-    // Rows of one dead mount come together, and their waits would add up.
-    const auto patience = answers_->areAnyLate() ? patience_ / 10 : patience_;
-    const bool inTime = cache_->thread.run(
-        [path, stamp, answers = answers_] { answers->add(path, lookAtFile(path, stamp)); },
-        patience);
-    if (inTime)
+        stamp = known->second.info.stamp;
+    const auto info = std::make_shared<std::optional<FileIconInfo>>();
+    const bool isInTime =
+        cache_->call.run([path, stamp, info] { *info = readFileIconInfo(path, stamp); }, timeout,
+                         [path, info, late = late_] { late->add(path, std::move(*info)); });
+    if (!isInTime)
         return;
-    const std::lock_guard lock(answers_->mutex);
-    // The answer may have come in this very moment.
-    for (const auto& [arrived, look] : answers_->arrived)
-        if (arrived == path)
-            return;
-    answers_->late.insert(path);
+    if (*info)
+        cache_->add(path, std::move(**info));
+    const std::lock_guard lock(late_->mutex);
+    late_->awaited.erase(path);
 }
 
-void FileIcons::takeAnswers() {
-    std::vector<std::pair<std::string, std::optional<FileLook>>> arrived;
+void FileIcons::takeLateAnswers() {
+    std::vector<std::pair<std::string, FileIconInfo>> arrived;
     {
-        const std::lock_guard lock(answers_->mutex);
-        arrived.swap(answers_->arrived);
+        const std::lock_guard lock(late_->mutex);
+        arrived.swap(late_->arrived);
     }
-    for (auto& [path, look] : arrived) {
-        if (!look)
-            continue;
-        if (cache_->byPath.size() >= cacheLimit)
-            cache_->byPath.clear();
-        QIcon icon = iconOf(*look);
-        cache_->byPath.insert_or_assign(
-            path, Cache::Known{std::move(*look), QIcon::themeName(), std::move(icon)});
-    }
+    for (auto& [path, info] : arrived)
+        cache_->add(path, std::move(info));
 }
 
 QIcon FileIcons::iconForFile(const std::string& path) {
-    if (!answers_->isLate(path))
-        ask(path);
-    takeAnswers();
+    takeLateAnswers();
+    ask(path);
     const auto found = cache_->byPath.find(path);
     if (found == cache_->byPath.end())
-        return iconOf(*lookAtFile(std::string(), std::nullopt));
+        return iconOf(*readFileIconInfo(std::string(), std::nullopt));
     Cache::Known& known = found->second;
     if (known.theme != QIcon::themeName()) {
         known.theme = QIcon::themeName();
-        known.icon = iconOf(known.look);
+        known.icon = iconOf(known.info);
     }
     return known.icon;
 }

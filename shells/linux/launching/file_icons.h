@@ -1,5 +1,5 @@
 #pragma once
-// The picture that the desktop shows for a file, from the session's icon theme.
+// The icon that the desktop shows for a file, from the session's icon theme.
 
 #include <QIcon>
 
@@ -19,7 +19,7 @@ class FileIcons {
   public:
     /// How long a redraw waits for the file system; a tenth of it while an earlier question is
     /// still unanswered.
-    static constexpr std::chrono::milliseconds usualPatience{50};
+    static constexpr std::chrono::milliseconds defaultTimeout{50};
 
     /// Gives Qt a fallback theme when the session has none worth the name: hicolor, the theme of a
     /// bare session, has no folder, no document and no terminal.
@@ -27,7 +27,7 @@ class FileIcons {
     /// `changed` is called on another thread when an answer has come too late for the redraw that
     /// asked; the next one shows it.
     explicit FileIcons(std::function<void()> changed = {},
-                       std::chrono::milliseconds patience = usualPatience);
+                       std::chrono::milliseconds timeout = defaultTimeout);
     ~FileIcons();
     FileIcons(const FileIcons&) = delete;
     FileIcons& operator=(const FileIcons&) = delete;
@@ -43,14 +43,14 @@ class FileIcons {
     QIcon iconForFile(const std::string& path);
 
   private:
-    struct Answers;
+    struct LateAnswers;
     struct Cache;
 
     void ask(const std::string& path);
-    void takeAnswers();
+    void takeLateAnswers();
 
-    std::chrono::milliseconds patience_;
-    std::shared_ptr<Answers> answers_;
+    std::chrono::milliseconds timeout_;
+    std::shared_ptr<LateAnswers> late_;
     std::unique_ptr<Cache> cache_;
 };
 

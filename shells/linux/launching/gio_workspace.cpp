@@ -1,9 +1,9 @@
 #include "shells/linux/launching/gio_workspace.h"
 
+#include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/child_process.h"
 #include "shells/linux/launching/command_file.h"
 #include "shells/linux/launching/desktop_entry.h"
-#include "shells/linux/launching/glib_ptr.h"
 #include "shells/linux/launching/terminal_window.h"
 
 #include <gio/gdesktopappinfo.h>

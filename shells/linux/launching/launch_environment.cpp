@@ -43,9 +43,4 @@ void forgetOwnStart() {
         ::unsetenv(name);
 }
 
-std::string environmentVariable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 } // namespace kestrel::linux_shell

@@ -1,8 +1,6 @@
 #pragma once
-// The environment that this program was started in: what the launching folder reads of it, and what
-// of it must not reach the programs that we start.
-
-#include <string>
+// What of the environment that this program was started in must not reach the programs that it
+// starts.
 
 namespace kestrel::linux_shell {
 
@@ -12,8 +10,5 @@ namespace kestrel::linux_shell {
 /// tell the session that we had ended. Called once the toolkit has read them (after the application
 /// object is built) and before anything is launched.
 void forgetOwnStart();
-
-/// The value of a variable; empty when it is not set.
-std::string environmentVariable(const char* name);
 
 } // namespace kestrel::linux_shell

@@ -1,6 +1,6 @@
 #include "shells/linux/launching/launch_worker.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -19,24 +19,24 @@ using Lock = std::unique_lock<std::mutex>;
 } // namespace
 
 /// Shared with the threads: one that runs the jobs, those that it has replaced and, while jobs wait
-/// behind a running one, a deputy that may have to replace it. The mutex guards all that changes.
+/// behind a running one, a watchdog that may have to replace it. The mutex guards all that changes.
 struct LaunchWorker::State : std::enable_shared_from_this<State> {
-    explicit State(std::chrono::milliseconds limit) : patience(limit) {}
+    explicit State(std::chrono::milliseconds limit) : timeout(limit) {}
 
-    const std::chrono::milliseconds patience;
+    const std::chrono::milliseconds timeout;
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::function<void()>> jobs;
     GMainContext* context = nullptr; ///< of the thread that runs the jobs, and which one that is
     Clock::time_point started;       ///< when the running job has begun
     bool busy = false;
-    bool hasDeputy = false;
+    bool hasWatchdog = false;
     bool stopping = false;
     bool done = false;
 
-    void appointDeputy() {
-        if (busy && !jobs.empty() && !std::exchange(hasDeputy, true))
-            std::thread([state = shared_from_this()] { state->deputise(); }).detach();
+    void startWatchdog() {
+        if (busy && !jobs.empty() && !std::exchange(hasWatchdog, true))
+            std::thread([state = shared_from_this()] { state->watch(); }).detach();
     }
 
     void runJob(Lock& lock) {
@@ -44,7 +44,7 @@ struct LaunchWorker::State : std::enable_shared_from_this<State> {
         jobs.pop_front();
         busy = true;
         started = Clock::now();
-        appointDeputy();
+        startWatchdog();
         changed.notify_all();
         lock.unlock();
         job();
@@ -84,25 +84,25 @@ struct LaunchWorker::State : std::enable_shared_from_this<State> {
     bool mustReplace() {
         Lock lock(mutex);
         while (!jobs.empty()) {
-            if (busy && Clock::now() >= started + patience) {
+            if (busy && Clock::now() >= started + timeout) {
                 context = nullptr;
-                busy = hasDeputy = false;
+                busy = hasWatchdog = false;
                 return true;
             }
-            changed.wait_until(lock, busy ? started + patience : Clock::now() + patience);
+            changed.wait_until(lock, busy ? started + timeout : Clock::now() + timeout);
         }
-        hasDeputy = false;
+        hasWatchdog = false;
         return false;
     }
 
-    void deputise() {
+    void watch() {
         if (mustReplace())
             runJobs();
     }
 };
 
-LaunchWorker::LaunchWorker(std::chrono::milliseconds patience)
-    : state_(std::make_shared<State>(patience)) {
+LaunchWorker::LaunchWorker(std::chrono::milliseconds timeout)
+    : state_(std::make_shared<State>(timeout)) {
     std::thread([state = state_] { state->runJobs(); }).detach();
 }
 
@@ -111,7 +111,7 @@ LaunchWorker::~LaunchWorker() {
     state_->stopping = true;
     if (state_->context != nullptr)
         g_main_context_wakeup(state_->context);
-    state_->changed.wait_for(lock, state_->patience + state_->patience / 4,
+    state_->changed.wait_for(lock, state_->timeout + state_->timeout / 4,
                              [this] { return state_->done; });
 }
 
@@ -120,7 +120,7 @@ void LaunchWorker::async(std::function<void()> job) {
     state_->jobs.push_back(std::move(job));
     if (state_->context != nullptr)
         g_main_context_wakeup(state_->context);
-    state_->appointDeputy();
+    state_->startWatchdog();
 }
 
 } // namespace kestrel::linux_shell

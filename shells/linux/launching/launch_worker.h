@@ -13,13 +13,13 @@ namespace kestrel::linux_shell {
 
 class LaunchWorker {
   public:
-    static constexpr std::chrono::milliseconds usualPatience{2000};
+    static constexpr std::chrono::milliseconds defaultTimeout{2000};
 
-    /// A job that takes longer than `patience` hangs.
-    explicit LaunchWorker(std::chrono::milliseconds patience = usualPatience);
+    /// A job that takes longer than `timeout` hangs.
+    explicit LaunchWorker(std::chrono::milliseconds timeout = defaultTimeout);
 
     /// Finishes the jobs handed in so far, so that quitting right after a click still launches,
-    /// but holds the program back for little more than the patience.
+    /// but holds the program back for little more than the timeout.
     ~LaunchWorker();
 
     LaunchWorker(const LaunchWorker&) = delete;

@@ -1,9 +1,8 @@
 #include "shells/linux/launching/scratch_folder.h"
 
-#include "shells/linux/launching/child_process.h"
-#include "shells/linux/launching/launch_environment.h"
+#include "shells/linux/posix/descriptor.h"
+#include "shells/linux/posix/environment.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -11,10 +10,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <ctime>
-#include <memory>
 
 namespace kestrel::linux_shell {
 
@@ -27,27 +24,9 @@ constexpr std::string_view namePrefix = "kestrel-launch-";
 constexpr std::array<const char*, 6> fileNames = {"run",    "shell",   "cmd",
                                                   "bashrc", ".zshenv", "init.fish"};
 
-/// A file descriptor that closes itself.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    explicit operator bool() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-  private:
-    int number_;
-};
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
+Descriptor openFolder(const std::string& path, int flags = 0) {
+    return Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags));
+}
 
 bool hasPlainCharacters(std::string_view path) {
     return path.starts_with('/') && std::ranges::all_of(path, [](char character) {
@@ -74,42 +53,29 @@ bool isSuitableBase(const std::string& base) {
            ::statvfs(base.c_str(), &system) == 0 && (system.f_flag & ST_NOEXEC) == 0;
 }
 
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 bool writeFile(int folder, const ScratchFile& file) {
     const std::string name(file.name);
     const mode_t mode = file.executable ? 0700 : 0600;
     const Descriptor output(
         ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     // The umask can only have taken rights away.
-    return output && ::fchmod(output.number(), mode) == 0 && writeAll(output.number(), file.bytes);
+    return output.isOpen() && ::fchmod(output.number(), mode) == 0 && output.writeAll(file.bytes);
 }
 
 bool fill(const std::string& folder, std::span<const ScratchFile> files) {
-    const Descriptor opened(
-        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    return opened && std::ranges::all_of(files, [&](const ScratchFile& file) {
+    const Descriptor opened = openFolder(folder, O_NOFOLLOW);
+    return opened.isOpen() && std::ranges::all_of(files, [&](const ScratchFile& file) {
                return writeFile(opened.number(), file);
            });
 }
 
 /// Whether `name` in the open folder `base` is one of ours, private, and older than `age`.
-bool isLeftover(int base, const char* name, std::chrono::seconds age) {
+bool isLeftover(int base, const std::string& name, std::chrono::seconds age) {
     struct stat status {};
-    return std::string_view(name).starts_with(namePrefix) &&
-           ::fstatat(base, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == ::getuid() && (status.st_mode & 07777) == 0700 &&
-           std::time(nullptr) - status.st_mtime >= age.count();
+    return name.starts_with(namePrefix) &&
+           ::fstatat(base, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISDIR(status.st_mode) && status.st_uid == ::getuid() &&
+           (status.st_mode & 07777) == 0700 && std::time(nullptr) - status.st_mtime >= age.count();
 }
 
 } // namespace
@@ -137,9 +103,8 @@ std::optional<std::string> makeScratchFolder(std::span<const std::string> bases,
 }
 
 void removeScratchFolder(const std::string& folder) {
-    const Descriptor opened(
-        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!opened)
+    const Descriptor opened = openFolder(folder, O_NOFOLLOW);
+    if (!opened.isOpen())
         return;
     for (const char* name : fileNames)
         ::unlinkat(opened.number(), name, 0);
@@ -150,12 +115,10 @@ void sweepScratchFolders(std::span<const std::string> bases, std::chrono::second
     for (const std::string& base : bases) {
         if (!hasPlainCharacters(base))
             continue;
-        const std::unique_ptr<DIR, CloseFolder> listing(::opendir(base.c_str()));
-        if (!listing)
-            continue;
-        while (const dirent* entry = ::readdir(listing.get()))
-            if (isLeftover(::dirfd(listing.get()), entry->d_name, age))
-                removeScratchFolder(base + '/' + entry->d_name);
+        const Descriptor folder = openFolder(base);
+        for (const std::string& name : systemFileOperations().list(folder.number()))
+            if (isLeftover(folder.number(), name, age))
+                removeScratchFolder(std::string(base).append("/").append(name));
     }
 }
 

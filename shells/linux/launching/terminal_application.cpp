@@ -1,6 +1,6 @@
 #include "shells/linux/launching/terminal_application.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/terminal_choice.h"
 
 #include <gio/gdesktopappinfo.h>
@@ -20,7 +20,7 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr std::chrono::milliseconds endLimit{200};
+constexpr std::chrono::milliseconds endTimeout{200};
 
 constexpr std::string_view terminalCategory = "TerminalEmulator";
 
@@ -152,7 +152,7 @@ TerminalApplication::~TerminalApplication() {
     state_->isStopping = true;
     if (state_->context != nullptr)
         g_main_context_wakeup(state_->context);
-    state_->ended.wait_for(lock, endLimit, [this] { return state_->context == nullptr; });
+    state_->ended.wait_for(lock, endTimeout, [this] { return state_->context == nullptr; });
 }
 
 std::optional<std::string> TerminalApplication::path() {
@@ -163,13 +163,13 @@ std::optional<std::string> TerminalApplication::path() {
 }
 
 std::optional<std::string> TerminalApplication::findTerminalApplication() {
-    const TerminalSurroundings surroundings = processSurroundings();
-    auto terminal = chooseVisibleTerminal(surroundings);
+    const TerminalEnvironment environment = processEnvironment();
+    auto terminal = chooseVisibleTerminal(environment);
     if (!terminal)
-        terminal = chooseTerminal(surroundings);
+        terminal = chooseTerminal(environment);
     if (!terminal)
         return std::nullopt;
-    const auto entry = findTerminalEntry(terminalName(surroundings, terminal->program));
+    const auto entry = findTerminalEntry(terminalName(environment, terminal->program));
     return entry ? entry : terminal->program;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // The application that the user's terminal is, for its icon. To find it takes the folders of PATH
 // and every installed desktop entry, any of which may lie on a file system that does not answer: so
-// it is sought on a thread of its own, and again whenever the installed applications change.
+// it is searched for on a thread of its own, and again whenever the installed applications change.
 
 #include <functional>
 #include <memory>

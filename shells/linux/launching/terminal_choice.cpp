@@ -1,7 +1,7 @@
 #include "shells/linux/launching/terminal_choice.h"
 
-#include "shells/linux/launching/glib_ptr.h"
-#include "shells/linux/launching/launch_environment.h"
+#include "shells/linux/glib/glib_ptr.h"
+#include "shells/linux/posix/environment.h"
 
 #include <algorithm>
 #include <array>
@@ -47,35 +47,34 @@ std::string_view flagOf(std::string_view name) {
 }
 
 /// The name of the program. x-terminal-emulator may be any of them: the name of what it leads to.
-std::string realName(const TerminalSurroundings& surroundings, const std::string& program) {
+std::string realName(const TerminalEnvironment& environment, const std::string& program) {
     const bool alternative = baseName(program) == "x-terminal-emulator";
-    const std::string path = alternative ? surroundings.resolve(program) : program;
+    const std::string path = alternative ? environment.resolve(program) : program;
     return std::string(baseName(path));
 }
 
-std::optional<TerminalCommand> find(const TerminalSurroundings& surroundings,
-                                    std::string_view name) {
+std::optional<TerminalCommand> find(const TerminalEnvironment& environment, std::string_view name) {
     // foot draws on Wayland only.
-    if (name.empty() || (name == "foot" && !surroundings.wayland))
+    if (name.empty() || (name == "foot" && !environment.wayland))
         return std::nullopt;
-    const auto program = surroundings.findProgram(std::string(name));
+    const auto program = environment.findProgram(std::string(name));
     if (!program)
         return std::nullopt;
     // A ".wrapper" exists to understand -e, whatever the terminal behind it takes.
-    const std::string known = realName(surroundings, *program);
+    const std::string known = realName(environment, *program);
     return TerminalCommand{.program = *program, .flag = std::string(flagOf(known))};
 }
 
-std::optional<TerminalCommand> findFirst(const TerminalSurroundings& surroundings,
+std::optional<TerminalCommand> findFirst(const TerminalEnvironment& environment,
                                          std::span<const std::string_view> names) {
     for (const std::string_view name : names)
-        if (auto found = find(surroundings, name))
+        if (auto found = find(environment, name))
             return found;
     return std::nullopt;
 }
 
-std::optional<TerminalCommand> findForDesktop(const TerminalSurroundings& surroundings) {
-    std::string_view rest = surroundings.currentDesktop;
+std::optional<TerminalCommand> findForDesktop(const TerminalEnvironment& environment) {
+    std::string_view rest = environment.currentDesktop;
     while (!rest.empty()) {
         const std::size_t colon = std::min(rest.find(':'), rest.size());
         const std::string_view desktop = rest.substr(0, colon);
@@ -83,7 +82,7 @@ std::optional<TerminalCommand> findForDesktop(const TerminalSurroundings& surrou
         const auto known = std::ranges::find(desktopTerminals, desktop, &DesktopTerminals::desktop);
         if (known == desktopTerminals.end())
             continue;
-        if (auto found = findFirst(surroundings, known->terminals))
+        if (auto found = findFirst(environment, known->terminals))
             return found;
     }
     return std::nullopt;
@@ -97,26 +96,26 @@ std::vector<std::string> TerminalCommand::prefix() const {
     return {program, flag};
 }
 
-std::optional<TerminalCommand> chooseTerminal(const TerminalSurroundings& surroundings) {
-    if (auto program = surroundings.findProgram("xdg-terminal-exec"))
+std::optional<TerminalCommand> chooseTerminal(const TerminalEnvironment& environment) {
+    if (auto program = environment.findProgram("xdg-terminal-exec"))
         return TerminalCommand{.program = *program, .flag = ""};
-    return chooseVisibleTerminal(surroundings);
+    return chooseVisibleTerminal(environment);
 }
 
-std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalSurroundings& surroundings) {
-    // A relative path would be sought in our working folder, which the user cannot know.
-    const std::string_view wish = surroundings.terminal;
-    if (wish.find('/') == std::string_view::npos || wish.starts_with('/'))
-        if (auto found = find(surroundings, wish))
+std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalEnvironment& environment) {
+    // A relative path would be looked up in our working folder, which the user cannot know.
+    const std::string_view preferred = environment.terminal;
+    if (preferred.find('/') == std::string_view::npos || preferred.starts_with('/'))
+        if (auto found = find(environment, preferred))
             return found;
-    if (auto found = find(surroundings, "x-terminal-emulator"))
+    if (auto found = find(environment, "x-terminal-emulator"))
         return found;
-    if (auto found = findForDesktop(surroundings))
+    if (auto found = findForDesktop(environment))
         return found;
-    return findFirst(surroundings, commonTerminals);
+    return findFirst(environment, commonTerminals);
 }
 
-TerminalSurroundings processSurroundings() {
+TerminalEnvironment processEnvironment() {
     return {
         .findProgram = [](const std::string& name) -> std::optional<std::string> {
             const GlibText found(g_find_program_in_path(name.c_str()));
@@ -136,9 +135,9 @@ TerminalSurroundings processSurroundings() {
     };
 }
 
-std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program) {
+std::string terminalName(const TerminalEnvironment& environment, const std::string& program) {
     constexpr std::string_view wrapper = ".wrapper";
-    std::string name = realName(surroundings, program);
+    std::string name = realName(environment, program);
     if (name.ends_with(wrapper))
         name.resize(name.size() - wrapper.size());
     // Debian's script around xterm, which no entry starts.

@@ -22,7 +22,7 @@ struct TerminalCommand {
 };
 
 /// What the choice may ask.
-struct TerminalSurroundings {
+struct TerminalEnvironment {
     /// The absolute path of the program of that name (or at that absolute path); nothing when it
     /// is not installed or not executable.
     std::function<std::optional<std::string>(const std::string& name)> findProgram;
@@ -35,16 +35,16 @@ struct TerminalSurroundings {
 
 /// xdg-terminal-exec, then $TERMINAL, then x-terminal-emulator, then the terminals of the current
 /// desktop, then the common ones; nothing when none is installed.
-std::optional<TerminalCommand> chooseTerminal(const TerminalSurroundings& surroundings);
+std::optional<TerminalCommand> chooseTerminal(const TerminalEnvironment& environment);
 
 /// The same without xdg-terminal-exec, which starts a terminal but is none: for its icon.
-std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalSurroundings& surroundings);
+std::optional<TerminalCommand> chooseVisibleTerminal(const TerminalEnvironment& environment);
 
-/// The surroundings of this process, read now.
-TerminalSurroundings processSurroundings();
+/// That of this process, read now.
+TerminalEnvironment processEnvironment();
 
 /// The name by which a desktop entry would call the program at that path: its last component, for
 /// x-terminal-emulator that of what it leads to, without the wrappers of Debian's alternatives.
-std::string terminalName(const TerminalSurroundings& surroundings, const std::string& program);
+std::string terminalName(const TerminalEnvironment& environment, const std::string& program);
 
 } // namespace kestrel::linux_shell

@@ -3,6 +3,7 @@
 #include "shells/linux/launching/child_process.h"
 #include "shells/linux/launching/scratch_folder.h"
 #include "shells/linux/launching/terminal_choice.h"
+#include "shells/linux/posix/environment.h"
 #include "terminal_scripts.h"
 
 #include <array>
@@ -12,7 +13,7 @@ namespace kestrel::linux_shell {
 void openTerminalWindow(StartScript script, std::string_view text, const Activation& activation) {
     if (text.find('\0') != std::string_view::npos)
         return;
-    const auto terminal = chooseTerminal(processSurroundings());
+    const auto terminal = chooseTerminal(processEnvironment());
     if (!terminal)
         return;
     const bool typed = script == StartScript::command;

@@ -31,20 +31,13 @@ struct CloudFolder::State {
     std::condition_variable written;
     std::function<void()> reportAnswer;
     std::map<std::string, std::string, std::less<>> unwritten; ///< the last value of each key
-    std::optional<CloudValue> late; ///< of the watched key, when the folder spoke again
-    bool hasEnded = false;          ///< the question asked last
-    bool isSilent = false;
+    std::optional<CloudValue> late; ///< of the watched key, when the folder answered again
+    bool isSilent = false;          ///< the question asked last has not ended
     bool owesWrites = false;
 
-    void end() {
-        std::unique_lock lock(mutex);
-        hasEnded = true;
-        if (isSilent)
-            speakAgain(lock);
-    }
-
     /// First what it has been given meanwhile, so that nobody finds an older value in the folder.
-    void speakAgain(std::unique_lock<std::mutex>& lock) {
+    void endSilence() {
+        std::unique_lock lock(mutex);
         do {
             const auto values = std::exchange(unwritten, {});
             lock.unlock();
@@ -62,8 +55,8 @@ struct CloudFolder::State {
 };
 
 CloudFolder::CloudFolder(FileOperations& operations, std::string directory, std::string watchedKey,
-                         CloudLimits limits)
-    : limits_(limits),
+                         CloudTimeouts timeouts)
+    : timeouts_(timeouts),
       watchedKey_(std::move(watchedKey)),
       state_(std::make_shared<State>(operations, std::move(directory), watchedKey_)) {
     state_->reportAnswer = [this] {
@@ -74,28 +67,26 @@ CloudFolder::CloudFolder(FileOperations& operations, std::string directory, std:
 
 CloudFolder::~CloudFolder() {
     std::unique_lock lock(state_->mutex);
-    state_->written.wait_for(lock, limits_.first, [this] { return !state_->owesWrites; });
+    state_->written.wait_for(lock, timeouts_.first, [this] { return !state_->owesWrites; });
     state_->reportAnswer = nullptr;
 }
 
-bool CloudFolder::ask(std::function<void(FileStore&)> question) {
+bool CloudFolder::run(std::function<void(FileStore&)> question) {
     {
         const std::lock_guard lock(state_->mutex);
-        if (state_->isSilent)
+        if (std::exchange(state_->isSilent, true))
             return false;
-        state_->hasEnded = false;
     }
-    const bool inTime = thread_.run(
-        [state = state_, question = std::move(question)] {
-            question(state->store);
-            state->end();
-        },
-        hasAnswered_ ? limits_.later : limits_.first);
+    const bool isInTime =
+        call_.run([state = state_, question = std::move(question)] { question(state->store); },
+                  hasAnswered_ ? timeouts_.later : timeouts_.first,
+                  [state = state_] { state->endSilence(); });
+    if (!isInTime)
+        return false;
+    hasAnswered_ = true;
     const std::lock_guard lock(state_->mutex);
-    // It may have ended in this very moment.
-    state_->isSilent = !inTime && !state_->hasEnded;
-    hasAnswered_ = hasAnswered_ || !state_->isSilent;
-    return !state_->isSilent;
+    state_->isSilent = false;
+    return true;
 }
 
 void CloudFolder::takeInTheAnswer() {
@@ -110,11 +101,10 @@ void CloudFolder::takeInTheAnswer() {
 }
 
 bool CloudFolder::exists() {
-    const auto found = std::make_shared<bool>(false);
     if (late_) {
         if (!late_->hasFolder)
             late_.reset();
-    } else if (ask([found](const FileStore& store) { *found = store.exists(); })) {
+    } else if (const auto found = ask([](const FileStore& store) { return store.exists(); })) {
         wasThere_ = *found;
     }
     return wasThere_;
@@ -123,10 +113,7 @@ bool CloudFolder::exists() {
 std::optional<CloudValue> CloudFolder::read(std::string_view key) {
     if (late_ && key == watchedKey_)
         return std::exchange(late_, std::nullopt);
-    const auto found = std::make_shared<CloudValue>();
-    const bool isAnswered = ask(
-        [found, key = std::string(key)](const FileStore& store) { *found = lookUp(store, key); });
-    return isAnswered ? std::optional(std::move(*found)) : std::nullopt;
+    return ask([key = std::string(key)](const FileStore& store) { return lookUp(store, key); });
 }
 
 bool CloudFolder::write(std::string_view key, std::string_view data) {
@@ -141,10 +128,10 @@ bool CloudFolder::write(std::string_view key, std::string_view data) {
             return false;
         }
     }
-    const auto isStored = std::make_shared<bool>(false);
-    const bool isAnswered = ask([isStored, key = std::string(key), data = std::string(data)](
-                                    FileStore& store) { *isStored = store.write(key, data); });
-    if (isAnswered)
+    const auto isStored = ask([key = std::string(key), data = std::string(data)](FileStore& store) {
+        return store.write(key, data);
+    });
+    if (isStored)
         return *isStored;
     const std::lock_guard lock(state_->mutex);
     state_->owesWrites = state_->isSilent;

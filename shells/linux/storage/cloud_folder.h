@@ -4,9 +4,9 @@
 // after a while; from then on the folder is silent and is asked nothing else, until the question
 // ends after all.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/file_store.h"
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <QObject>
 
@@ -16,11 +16,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace kestrel::linux_shell {
 
 /// How long a question may take.
-struct CloudLimits {
+struct CloudTimeouts {
     std::chrono::milliseconds first{500}; ///< while the folder has not answered yet
     std::chrono::milliseconds later{100};
 };
@@ -37,9 +39,9 @@ struct CloudValue {
 class CloudFolder {
   public:
     /// `directory` is absolute, or empty when there is none. What a silent folder says of
-    /// `watchedKey` when it speaks again is kept for the next `read`.
+    /// `watchedKey` when it answers again is kept for the next `read`.
     CloudFolder(FileOperations& operations, std::string directory, std::string watchedKey,
-                CloudLimits limits = {});
+                CloudTimeouts timeouts = {});
 
     /// Waits for what is still to be written, but not longer than for a first answer.
     ~CloudFolder();
@@ -63,16 +65,27 @@ class CloudFolder {
     /// the last value of each key, unless the folder has never answered: then it is dropped.
     bool write(std::string_view key, std::string_view data);
 
-    /// Runs `question` on the folder's thread. False when it has not ended in time, or not begun
-    /// because the folder is silent; as it may go on later, it must own what it uses.
-    bool ask(std::function<void(FileStore&)> question);
+    /// What `question` returns, which runs on the folder's thread; nothing when it has not ended in
+    /// time, or not begun because the folder is silent. As it may go on later, it must own what it
+    /// uses.
+    template <typename Question>
+    auto ask(Question question) {
+        using Answer = std::invoke_result_t<Question, FileStore&>;
+        const auto answer = std::make_shared<std::optional<Answer>>();
+        const bool isAnswered = run([answer, question = std::move(question)](FileStore& store) {
+            *answer = question(store);
+        });
+        return isAnswered ? std::move(*answer) : std::nullopt;
+    }
 
   private:
     struct State;
 
+    /// True when `question` has ended in time.
+    bool run(std::function<void(FileStore&)> question);
     void takeInTheAnswer();
 
-    CloudLimits limits_;
+    CloudTimeouts timeouts_;
     std::string watchedKey_;
     std::function<void()> answersAgain_;
     QObject receiver_; ///< of what the folder's thread reports
@@ -80,7 +93,7 @@ class CloudFolder {
     bool wasThere_ = false;
     std::optional<CloudValue> late_;
     std::shared_ptr<State> state_;
-    PatientThread thread_;
+    TimedCall call_;
 };
 
 } // namespace kestrel::linux_shell

@@ -8,16 +8,15 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <unistd.h>
 
 namespace kestrel::linux_shell {
 
 namespace {
 
 /// How long an unfinished rewriting in place may keep its changes to itself.
-constexpr std::chrono::milliseconds patience{500};
+constexpr std::chrono::milliseconds rewriteTimeout{500};
 /// How long a synchroniser may take between the two halves of a replacement.
-constexpr std::chrono::seconds arrivalLimit{3};
+constexpr std::chrono::seconds arrivalTimeout{3};
 
 std::unique_ptr<QTimer> makeTimer(const std::function<void()>& expired) {
     auto timer = std::make_unique<QTimer>();
@@ -38,24 +37,20 @@ CloudWatcher::CloudWatcher(CloudFolder& folder, std::string directory, std::stri
     notifier_ = std::make_unique<QSocketNotifier>(path_->descriptor(), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
                      [this] { read(&PathWatch::readChanges); });
-    patience_ = makeTimer([this] { changed_(); });
-    arrival_ = makeTimer([this] {
+    rewriteTimer_ = makeTimer([this] { changed_(); });
+    arrivalTimer_ = makeTimer([this] {
         isExpected_ = false;
         changed_();
     });
     watchMounts();
-    folder_.ask([path = path_](FileStore&) { path->followPath(); });
+    folder_.ask([path = path_](FileStore&) { return path->followPath(); });
 }
 
-CloudWatcher::~CloudWatcher() {
-    mountNotifier_.reset();
-    if (mounts_ >= 0)
-        ::close(mounts_);
-}
+CloudWatcher::~CloudWatcher() = default;
 
 void CloudWatcher::read(const std::function<PathChange(PathWatch&)>& changes) {
-    const auto change = std::make_shared<PathChange>();
-    if (folder_.ask([path = path_, change, changes](FileStore&) { *change = changes(*path); }))
+    if (const auto change =
+            folder_.ask([path = path_, changes](FileStore&) { return changes(*path); }))
         takeIn(*change);
     else
         listen(false);
@@ -70,42 +65,43 @@ void CloudWatcher::listen(bool on) {
 
 void CloudWatcher::takeIn(const PathChange& change) {
     if (change.ofDirectory) {
-        arrival_->stop();
+        arrivalTimer_->stop();
         isExpected_ = true;
     }
     if (change.vanished) {
         isExpected_ = true;
-        arrival_->start(arrivalLimit);
+        arrivalTimer_->start(arrivalTimeout);
     }
     if (change.changed)
-        patience_->stop();
-    if (change.beingWritten && !patience_->isActive())
-        patience_->start(patience);
+        rewriteTimer_->stop();
+    if (change.beingWritten && !rewriteTimer_->isActive())
+        rewriteTimer_->start(rewriteTimeout);
     if (change.changed)
         changed_();
 }
 
 void CloudWatcher::valueIsThere() {
-    if (arrival_)
-        arrival_->stop();
+    if (arrivalTimer_)
+        arrivalTimer_->stop();
     isExpected_ = true;
 }
 
 bool CloudWatcher::valueIsMissing() {
-    if (!arrival_ || !isExpected_)
+    if (!arrivalTimer_ || !isExpected_)
         return false;
-    if (!arrival_->isActive())
-        arrival_->start(arrivalLimit);
+    if (!arrivalTimer_->isActive())
+        arrivalTimer_->start(arrivalTimeout);
     return true;
 }
 
 /// A synchroniser's folder may be a file system that is mounted after the start. inotify says
 /// nothing of a mount over a watched directory, but the list of mounts does.
 void CloudWatcher::watchMounts() {
-    mounts_ = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
-    if (mounts_ < 0)
+    mounts_ = Descriptor(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+    if (!mounts_.isOpen())
         return;
-    mountNotifier_ = std::make_unique<QSocketNotifier>(mounts_, QSocketNotifier::Exception);
+    mountNotifier_ =
+        std::make_unique<QSocketNotifier>(mounts_.number(), QSocketNotifier::Exception);
     QObject::connect(mountNotifier_.get(), &QSocketNotifier::activated, mountNotifier_.get(),
                      [this] {
                          read([](PathWatch& path) {

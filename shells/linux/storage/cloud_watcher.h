@@ -2,6 +2,7 @@
 // Watches a value of the cloud directory from the Qt event loop and calls back when someone else
 // has changed it. Sleeps in the loop between events: nothing is polled.
 
+#include "shells/linux/posix/descriptor.h"
 #include "shells/linux/storage/cloud_folder.h"
 #include "shells/linux/storage/path_watch.h"
 
@@ -52,12 +53,12 @@ class CloudWatcher {
     std::function<void()> changed_;
     std::unique_ptr<QSocketNotifier> notifier_;
     /// Runs while someone writes into the file.
-    std::unique_ptr<QTimer> patience_;
+    std::unique_ptr<QTimer> rewriteTimer_;
     /// Runs while an expected value is missing.
-    std::unique_ptr<QTimer> arrival_;
+    std::unique_ptr<QTimer> arrivalTimer_;
     bool isExpected_ = false;
-    /// The list of mounts, open; -1 where it cannot be read.
-    int mounts_ = -1;
+    /// The list of mounts, where it can be read.
+    Descriptor mounts_{-1};
     std::unique_ptr<QSocketNotifier> mountNotifier_;
 };
 

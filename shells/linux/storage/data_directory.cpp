@@ -1,14 +1,12 @@
 #include "shells/linux/storage/data_directory.h"
 
-#include "shells/linux/storage/descriptor.h"
-#include "shells/linux/storage/uninterrupted.h"
+#include "shells/linux/posix/descriptor.h"
+#include "shells/linux/posix/environment.h"
+#include "shells/linux/posix/uninterrupted.h"
 
-#include <array>
 #include <cerrno>
-#include <cstdlib>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,21 +17,6 @@ namespace {
 constexpr mode_t ownerOnly = 0700;
 
 bool isAbsolute(const std::string& path) { return path.starts_with('/'); }
-
-std::string environmentVariable(const char* name) {
-    // Nothing in the program changes the environment, so reading it races with nothing.
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-std::string passwordEntryHome() {
-    std::array<char, 16384> buffer{};
-    passwd entry{};
-    passwd* found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0)
-        return {};
-    return found == nullptr || found->pw_dir == nullptr ? std::string() : found->pw_dir;
-}
 
 std::string withoutTrailingSlashes(std::string path) {
     while (path.ends_with('/'))
@@ -49,10 +32,10 @@ std::string parentOf(const std::string& path) {
 /// Makes sure that a directory just made in `parent` is still there after a power failure.
 void syncDirectory(FileOperations& operations, const std::string& parent) {
     const std::string path = parent.empty() ? "/" : parent;
-    const Descriptor directory(operations, uninterrupted([&] {
-                                   return operations.openAt(AT_FDCWD, path.c_str(),
-                                                            O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-                               }));
+    const auto open = [&] {
+        return operations.openAt(AT_FDCWD, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+    };
+    const Descriptor directory(uninterrupted(open), operations);
     if (directory.isOpen())
         uninterrupted([&] { return operations.sync(directory.number()); });
 }
@@ -62,16 +45,14 @@ void syncDirectory(FileOperations& operations, const std::string& parent) {
 std::optional<std::string> dataDirectoryPath(const DataDirectoryInputs& inputs) {
     if (isAbsolute(inputs.xdgDataHome))
         return withoutTrailingSlashes(inputs.xdgDataHome) + "/kestrel";
-    const std::string& home = isAbsolute(inputs.home) ? inputs.home : inputs.passwordEntryHome;
-    if (!isAbsolute(home))
+    if (!isAbsolute(inputs.home))
         return std::nullopt;
-    return withoutTrailingSlashes(home) + "/.local/share/kestrel";
+    return withoutTrailingSlashes(inputs.home) + "/.local/share/kestrel";
 }
 
 std::optional<std::string> dataDirectoryPath() {
-    return dataDirectoryPath({.xdgDataHome = environmentVariable("XDG_DATA_HOME"),
-                              .home = environmentVariable("HOME"),
-                              .passwordEntryHome = passwordEntryHome()});
+    return dataDirectoryPath(
+        {.xdgDataHome = environmentVariable("XDG_DATA_HOME"), .home = homeFolder()});
 }
 
 bool makeDirectories(FileOperations& operations, const std::string& path) {

@@ -2,7 +2,7 @@
 // Where the program keeps what it stores: `kestrel` in the user's data folder, by the rules of the
 // XDG base directories.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <optional>
 #include <string>
@@ -13,7 +13,6 @@ namespace kestrel::linux_shell {
 struct DataDirectoryInputs {
     std::string xdgDataHome;
     std::string home;
-    std::string passwordEntryHome;
 };
 
 /// `$XDG_DATA_HOME/kestrel`, else `.local/share/kestrel` in the home folder, without a slash at

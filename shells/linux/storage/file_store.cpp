@@ -1,9 +1,9 @@
 #include "shells/linux/storage/file_store.h"
 
 #include "model/item_list_json.h"
+#include "shells/linux/posix/uninterrupted.h"
 #include "shells/linux/storage/data_directory.h"
 #include "shells/linux/storage/temporary_name.h"
-#include "shells/linux/storage/uninterrupted.h"
 
 #include <algorithm>
 #include <array>
@@ -36,9 +36,10 @@ FileStore::FileStore(FileOperations& operations, std::string directory, MissingD
     : operations_(operations), directory_(std::move(directory)), missing_(missing) {}
 
 Descriptor FileStore::open(int directory, const char* name, int flags) const {
-    return {operations_, uninterrupted([&] {
-                return operations_.openAt(directory, name, flags | O_CLOEXEC, ownerReadsAndWrites);
-            })};
+    const auto open = [&] {
+        return operations_.openAt(directory, name, flags | O_CLOEXEC, ownerReadsAndWrites);
+    };
+    return Descriptor(uninterrupted(open), operations_);
 }
 
 bool FileStore::exists() const {
@@ -205,14 +206,8 @@ std::optional<std::string> FileStore::writeTemporary(const Place& place,
 }
 
 bool FileStore::fill(Descriptor& file, std::string_view data) const {
-    while (!data.empty()) {
-        const ssize_t count = uninterrupted(
-            [&] { return operations_.write(file.number(), data.data(), data.size()); });
-        if (count <= 0)
-            return false;
-        data.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return uninterrupted([&] { return operations_.sync(file.number()); }) == 0 && file.close();
+    const auto sync = [&] { return operations_.sync(file.number()); };
+    return file.writeAll(data) && uninterrupted(sync) == 0 && file.close();
 }
 
 } // namespace kestrel::linux_shell

@@ -6,8 +6,8 @@
 // version-controlled folder and links to it goes on sharing it after a write. So a write follows
 // the links and replaces the file at their end, never a link.
 
-#include "shells/linux/storage/descriptor.h"
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/descriptor.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cstddef>
 #include <optional>

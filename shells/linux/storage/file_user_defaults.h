@@ -3,7 +3,7 @@
 // ISO 8601 in UTC to the second, as in 2026-11-21T01:55:06Z.
 
 #include "platform/user_defaults.h"
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/file_store.h"
 
 #include <string>

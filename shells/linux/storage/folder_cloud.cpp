@@ -43,9 +43,9 @@ void FolderCloudStore::setData(std::string_view data, std::string_view key) {
 bool FolderCloudStore::synchronize() { return folder_.exists(); }
 
 FolderCloud::FolderCloud(const std::string& dataDirectory, const std::string& watchedKey,
-                         FileOperations& operations, CloudLimits limits)
+                         FileOperations& operations, CloudTimeouts timeouts)
     : directory_(cloudDirectory(dataDirectory)),
-      folder_(operations, directory_, watchedKey, limits),
+      folder_(operations, directory_, watchedKey, timeouts),
       store_(folder_, watchedKey) {}
 
 FolderCloud::~FolderCloud() = default;

@@ -12,8 +12,8 @@
 // machine writes to stays silent until the next start.
 
 #include "platform/cloud.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/cloud_folder.h"
-#include "shells/linux/storage/file_operations.h"
 
 #include <functional>
 #include <memory>
@@ -53,7 +53,7 @@ class FolderCloud final : public Cloud {
     /// Changes of the value under `watchedKey` are reported. `operations` outlives this object and
     /// what it has asked of a folder that does not answer.
     FolderCloud(const std::string& dataDirectory, const std::string& watchedKey,
-                FileOperations& operations = systemFileOperations(), CloudLimits limits = {});
+                FileOperations& operations = systemFileOperations(), CloudTimeouts timeouts = {});
     ~FolderCloud() override;
     FolderCloud(const FolderCloud&) = delete;
     FolderCloud& operator=(const FolderCloud&) = delete;

@@ -1,11 +1,11 @@
 #include "shells/linux/storage/path_watch.h"
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
+#include "shells/linux/posix/uninterrupted.h"
 #include "shells/linux/storage/temporary_name.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <climits>
 #include <cstring>
 #include <deque>
@@ -78,13 +78,8 @@ PathWatch::PathWatch(std::string directory, std::string name)
       name_(std::move(name)),
       descriptor_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
 
-PathWatch::~PathWatch() {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
-}
-
 bool PathWatch::followPath() {
-    if (descriptor_ < 0)
+    if (!descriptor_.isOpen())
         return false;
     Walk walk = walkDown();
     // A part may have been replaced between the look at it and its watch. A walk that finds what
@@ -107,13 +102,13 @@ void PathWatch::dropTheRest() {
         auto& [number, events] = *next;
         const auto wanted = watches_.find(number);
         if (wanted == watches_.end()) {
-            ::inotify_rm_watch(descriptor_, number);
+            ::inotify_rm_watch(descriptor(), number);
             next = asked_.erase(next);
             continue;
         }
         const Watch& watch = wanted->second;
         if (std::exchange(events, watch.events) != watch.events)
-            ::inotify_add_watch(descriptor_, watch.path.c_str(), watch.events | IN_DONT_FOLLOW);
+            ::inotify_add_watch(descriptor(), watch.path.c_str(), watch.events | IN_DONT_FOLLOW);
         ++next;
     }
 }
@@ -195,7 +190,7 @@ int PathWatch::watchName(Walk& walk, const std::string& name, std::uint32_t even
 int PathWatch::watch(Walk& walk, const std::string& path, std::uint32_t events) {
     // Nothing is taken from a watch before all of a walk's are known: the path may pass it twice.
     const int number =
-        ::inotify_add_watch(descriptor_, path.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW);
+        ::inotify_add_watch(descriptor(), path.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW);
     if (number < 0)
         return number;
     asked_[number] |= events;
@@ -208,10 +203,9 @@ int PathWatch::watch(Walk& walk, const std::string& path, std::uint32_t events) 
 PathChange PathWatch::readChanges() {
     PathChange change;
     alignas(inotify_event) std::array<char, 32768> buffer{};
-    for (int reads = 0; descriptor_ >= 0 && reads < readLimit; ++reads) {
-        const ssize_t length = ::read(descriptor_, buffer.data(), buffer.size());
-        if (length < 0 && errno == EINTR)
-            continue;
+    for (int reads = 0; descriptor_.isOpen() && reads < readLimit; ++reads) {
+        const ssize_t length =
+            uninterrupted([&] { return ::read(descriptor(), buffer.data(), buffer.size()); });
         if (length <= 0)
             break;
         for (const char* next = buffer.data(); next < buffer.data() + length;) {

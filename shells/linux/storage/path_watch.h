@@ -1,5 +1,5 @@
 #pragma once
-// Notices, through inotify, that a value file may have changed by another's hand: the file itself,
+// Notices, through inotify, that another program may have changed a value file: the file itself,
 // the directory that holds it, or anything on the way there. The program's own writes, which rename
 // a temporary file of this process onto the file, are not changes.
 //
@@ -7,6 +7,8 @@
 // that exists; so a missing part is noticed when it appears and a link when it is pointed
 // elsewhere. Those above the deepest are watched for their own removal and renaming alone: what
 // else happens in them, in a home folder for one, sends no event.
+
+#include "shells/linux/posix/descriptor.h"
 
 #include <cstdint>
 #include <map>
@@ -37,12 +39,9 @@ class PathWatch {
     /// on. What the system refuses to watch is watched from the directory above, and passed over
     /// where that is refused too; where it refuses inotify altogether, nothing is ever noticed.
     PathWatch(std::string directory, std::string name);
-    ~PathWatch();
-    PathWatch(const PathWatch&) = delete;
-    PathWatch& operator=(const PathWatch&) = delete;
 
     /// Readable when there is something for `readChanges`; -1 without inotify.
-    [[nodiscard]] int descriptor() const { return descriptor_; }
+    [[nodiscard]] int descriptor() const { return descriptor_.number(); }
 
     /// Takes in everything that has happened so far, without waiting for more.
     PathChange readChanges();
@@ -75,7 +74,7 @@ class PathWatch {
 
     std::string directory_;
     std::string name_;
-    int descriptor_;
+    Descriptor descriptor_;
     std::map<int, Watch> watches_;
     /// The events that the system has been asked for, at least those in `watches_`.
     std::map<int, std::uint32_t> asked_;

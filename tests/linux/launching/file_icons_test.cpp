@@ -31,8 +31,8 @@ class ApplicationEnvironment : public testing::Environment {
 
 const auto* const environment = testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
 
-/// The smallest picture: one pixel.
-constexpr std::string_view picture = "P3 1 1 255 255 0 0\n";
+/// The smallest image: one pixel.
+constexpr std::string_view image = "P3 1 1 255 255 0 0\n";
 
 /// A theme of the test's own, with the icons that it names.
 class FileIconsTest : public LaunchingTest {
@@ -51,7 +51,7 @@ class FileIconsTest : public LaunchingTest {
                   "[Icon Theme]\nName=Test\nDirectories=all\n\n"
                   "[all]\nSize=16\nType=Scalable\nMinSize=1\nMaxSize=512\n");
         for (const std::string& icon : icons)
-            writeFile(folder / "all" / (icon + ".png"), picture);
+            writeFile(folder / "all" / (icon + ".png"), image);
     }
     void useTheme(const std::vector<std::string>& icons) {
         // Qt keeps what it knows of a theme by its name.
@@ -111,9 +111,9 @@ TEST_F(FileIconsTest, ADesktopEntryShowsItsOwnIcon) {
     EXPECT_EQ(nameFor(make("noise.desktop", "\xff\xfe")), "text-x-generic");
 }
 
-TEST_F(FileIconsTest, ADesktopEntryMayNameAPicture) {
+TEST_F(FileIconsTest, ADesktopEntryMayNameAnImageFile) {
     useTheme({"application-x-executable"});
-    const std::string file = make("picture.ppm", picture);
+    const std::string file = make("image.ppm", image);
     const QIcon icon = icons_.iconForFile(makeEntry("a.desktop", "Exec=true\nIcon=" + file + "\n"));
     const QPixmap pixmap = icon.pixmap(1, 1);
     ASSERT_FALSE(pixmap.isNull());

@@ -10,7 +10,7 @@
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr std::chrono::milliseconds shortPatience{100};
+constexpr std::chrono::milliseconds shortTimeout{100};
 
 TEST(LaunchWorkerTest, JobsRunInOrderOnOneOtherThread) {
     std::vector<int> order;
@@ -43,7 +43,7 @@ TEST(LaunchWorkerTest, AHangingJobDoesNotHoldTheProgramBack) {
     auto released = std::make_shared<std::shared_future<void>>(release->get_future());
     auto ended = std::make_shared<std::promise<void>>();
     auto end = ended->get_future();
-    auto worker = std::make_unique<LaunchWorker>(shortPatience);
+    auto worker = std::make_unique<LaunchWorker>(shortTimeout);
     worker->async([released, ended] {
         released->wait();
         ended->set_value();
@@ -61,7 +61,7 @@ TEST(LaunchWorkerTest, JobsBehindAHangingOneRunInOrderOnAnotherThread) {
     std::promise<void> last;
     std::vector<int> order;
     {
-        LaunchWorker worker(shortPatience);
+        LaunchWorker worker(shortTimeout);
         worker.async([&order] { order.push_back(0); });
         worker.async([released, &returned] {
             released->wait();
@@ -84,7 +84,7 @@ TEST(LaunchWorkerTest, QuittingBehindAHangingJobStillRunsTheOthers) {
     auto release = std::make_shared<std::promise<void>>();
     auto released = std::make_shared<std::shared_future<void>>(release->get_future());
     auto ran = std::make_shared<std::promise<void>>();
-    auto worker = std::make_unique<LaunchWorker>(shortPatience);
+    auto worker = std::make_unique<LaunchWorker>(shortTimeout);
     worker->async([released] { released->wait(); });
     worker->async([ran] { ran->set_value(); });
     worker.reset();

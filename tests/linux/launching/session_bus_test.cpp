@@ -1,8 +1,8 @@
 // Entries that are activated over the session bus, with a private bus.
 
+#include "shells/linux/glib/glib_ptr.h"
 #include "shells/linux/launching/desktop_entry.h"
 #include "shells/linux/launching/gio_workspace.h"
-#include "shells/linux/launching/glib_ptr.h"
 #include "tests/linux/launching/launching_fixture.h"
 
 #include <cstdlib>

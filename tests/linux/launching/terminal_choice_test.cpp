@@ -8,9 +8,9 @@ namespace kestrel::linux_shell {
 namespace {
 
 /// Programs by name, each in /usr/bin, and where their links lead.
-TerminalSurroundings surroundingsWith(std::vector<std::string> installed,
-                                      std::map<std::string, std::string> links = {}) {
-    TerminalSurroundings result;
+TerminalEnvironment environmentWith(std::vector<std::string> installed,
+                                    std::map<std::string, std::string> links = {}) {
+    TerminalEnvironment result;
     result.findProgram = [installed](const std::string& name) -> std::optional<std::string> {
         for (const std::string& program : installed) {
             if (name == program && program.starts_with('/'))
@@ -148,11 +148,11 @@ TEST(TerminalChoiceTest, FollowsTheTable) {
     };
     for (const Choice& row : table) {
         SCOPED_TRACE(row.description);
-        TerminalSurroundings surroundings = surroundingsWith(row.installed, row.links);
-        surroundings.terminal = row.terminal;
-        surroundings.currentDesktop = row.desktop;
-        surroundings.wayland = row.wayland;
-        const auto chosen = chooseTerminal(surroundings);
+        TerminalEnvironment environment = environmentWith(row.installed, row.links);
+        environment.terminal = row.terminal;
+        environment.currentDesktop = row.desktop;
+        environment.wayland = row.wayland;
+        const auto chosen = chooseTerminal(environment);
         ASSERT_EQ(chosen.has_value(), row.expected.has_value());
         if (chosen) {
             EXPECT_EQ(chosen->program, row.expected->program);
@@ -168,34 +168,34 @@ TEST(TerminalChoiceTest, EveryCommonTerminalIsFoundWithItsFlag) {
         {"lxterminal", "-e"},     {"tilix", "-e"},      {"kitty", "-e"},   {"alacritty", "-e"},
         {"foot", "-e"},           {"urxvt", "-e"},      {"xterm", "-e"},   {"st", "-e"}};
     for (const auto& [name, flag] : flags) {
-        TerminalSurroundings surroundings = surroundingsWith({name});
-        surroundings.wayland = true;
-        const auto chosen = chooseTerminal(surroundings);
+        TerminalEnvironment environment = environmentWith({name});
+        environment.wayland = true;
+        const auto chosen = chooseTerminal(environment);
         ASSERT_TRUE(chosen) << name;
         EXPECT_EQ(chosen->prefix(), (std::vector<std::string>{"/usr/bin/" + name, flag}));
     }
 }
 
 TEST(TerminalChoiceTest, TheProgramFollowsXdgTerminalExecAtOnce) {
-    const auto chosen = chooseTerminal(surroundingsWith({"xdg-terminal-exec"}));
+    const auto chosen = chooseTerminal(environmentWith({"xdg-terminal-exec"}));
     ASSERT_TRUE(chosen);
     EXPECT_EQ(chosen->prefix(), std::vector<std::string>{"/usr/bin/xdg-terminal-exec"});
 }
 
 TEST(TerminalChoiceTest, TheVisibleTerminalIsNeverXdgTerminalExec) {
-    const auto chosen = chooseVisibleTerminal(surroundingsWith({"xdg-terminal-exec", "konsole"}));
+    const auto chosen = chooseVisibleTerminal(environmentWith({"xdg-terminal-exec", "konsole"}));
     ASSERT_TRUE(chosen);
     EXPECT_EQ(chosen->program, "/usr/bin/konsole");
-    EXPECT_FALSE(chooseVisibleTerminal(surroundingsWith({"xdg-terminal-exec"})));
+    EXPECT_FALSE(chooseVisibleTerminal(environmentWith({"xdg-terminal-exec"})));
 }
 
 TEST(TerminalChoiceTest, TheNameOfATerminalIsThatBehindLinksAndWrappers) {
-    const auto surroundings =
-        surroundingsWith({}, {{"/usr/bin/x-terminal-emulator", "/usr/bin/gnome-terminal.wrapper"}});
-    EXPECT_EQ(terminalName(surroundings, "/usr/bin/x-terminal-emulator"), "gnome-terminal");
-    EXPECT_EQ(terminalName(surroundings, "/usr/bin/xterm"), "xterm");
-    EXPECT_EQ(terminalName(surroundings, "/usr/bin/lxterm"), "xterm");
-    EXPECT_EQ(terminalName(surroundings, "/opt/kitty.app/bin/kitty"), "kitty");
+    const auto environment =
+        environmentWith({}, {{"/usr/bin/x-terminal-emulator", "/usr/bin/gnome-terminal.wrapper"}});
+    EXPECT_EQ(terminalName(environment, "/usr/bin/x-terminal-emulator"), "gnome-terminal");
+    EXPECT_EQ(terminalName(environment, "/usr/bin/xterm"), "xterm");
+    EXPECT_EQ(terminalName(environment, "/usr/bin/lxterm"), "xterm");
+    EXPECT_EQ(terminalName(environment, "/opt/kitty.app/bin/kitty"), "kitty");
 }
 
 } // namespace

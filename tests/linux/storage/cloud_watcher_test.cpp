@@ -4,7 +4,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/files.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -46,7 +46,7 @@ class CloudWatcherTest : public testing::Test {
     void signIn() const { fs::create_directories(directory); }
 
     void startWatching() {
-        cloud = std::make_unique<FolderCloud>(data, "launcherItems", operations, patientLimits);
+        cloud = std::make_unique<FolderCloud>(data, "launcherItems", operations, longTimeouts);
         cloud->addExternalChangeObserver([this] {
             ++changes;
             seen = cloud->defaultStore()->dataForKey("launcherItems");
@@ -197,12 +197,11 @@ TEST_F(CloudWatcherTest, OwnWritesThatFailAreNoChanges) {
     signInAndStartWatching();
     writeOwn("old");
     FaultyFileOperations counting;
-    FolderCloud other(data, "launcherItems", counting, patientLimits);
+    FolderCloud other(data, "launcherItems", counting, longTimeouts);
     other.defaultStore()->setData("old", "launcherItems");
     ASSERT_TRUE(isReported([&] { writeInPlace(file, "old"); })); // puts an end to what came before
-    for (int i = 0; i < static_cast<int>(counting.calls.size()); ++i) {
-        operations.fault = Fault::failOnce;
-        operations.faultAt = static_cast<int>(operations.calls.size()) + i;
+    for (std::size_t i = 0; i < counting.calls.size(); ++i) {
+        operations.failOnce(operations.calls.size() + i);
         EXPECT_TRUE(isPassedOver([&] { writeOwn("new"); })) << "call " << i;
     }
 }
@@ -540,7 +539,7 @@ TEST_F(CloudWatcherTest, WithoutWatchesTheStoreWorksAllTheSame) {
         // Room for one file at a time, so none for inotify once one is open.
         const int spare = ::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         FolderCloud unwatched(data, "launcherItems", linux_shell::systemFileOperations(),
-                              patientLimits);
+                              longTimeouts);
         // A sanitizer looks at the type of an object once, and needs descriptors for it.
         const bool isSignedIn = unwatched.hasIdentityToken();
         FolderCloud(data, "launcherItems").addExternalChangeObserver([] {});

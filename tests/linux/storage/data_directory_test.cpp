@@ -1,8 +1,8 @@
 #include "shells/linux/storage/data_directory.h"
+#include "tests/linux/posix/scoped_variable.h"
 #include "tests/linux/storage/files.h"
 #include "tests/linux/storage/temporary_folder.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -24,8 +24,7 @@ struct PathCase {
 };
 
 void PrintTo(const PathCase& value, std::ostream* out) {
-    *out << "XDG_DATA_HOME='" << value.inputs.xdgDataHome << "' HOME='" << value.inputs.home
-         << "' password entry '" << value.inputs.passwordEntryHome << "'";
+    *out << "XDG_DATA_HOME='" << value.inputs.xdgDataHome << "' home '" << value.inputs.home << "'";
 }
 
 class DataDirectoryPathTest : public testing::TestWithParam<PathCase> {};
@@ -36,45 +35,17 @@ TEST_P(DataDirectoryPathTest, FollowsTheRules) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, DataDirectoryPathTest,
-    testing::Values(PathCase{{"/data", "/home/u", "/pw"}, "/data/kestrel"},
-                    PathCase{{"/data/", "/home/u", "/pw"}, "/data/kestrel"},
-                    PathCase{{"/data", "", ""}, "/data/kestrel"},
-                    PathCase{{"/", "/home/u", "/pw"}, "/kestrel"},
-                    PathCase{{"", "/home/u", "/pw"}, "/home/u/.local/share/kestrel"},
-                    PathCase{{"", "/home/u//", "/pw"}, "/home/u/.local/share/kestrel"},
-                    PathCase{{"data", "/home/u", "/pw"}, "/home/u/.local/share/kestrel"},
-                    PathCase{{"./data", "/home/u", "/pw"}, "/home/u/.local/share/kestrel"},
-                    PathCase{{"~/data", "/home/u", "/pw"}, "/home/u/.local/share/kestrel"},
-                    PathCase{{"", "", "/pw"}, "/pw/.local/share/kestrel"},
-                    PathCase{{"", "home/u", "/pw"}, "/pw/.local/share/kestrel"},
-                    PathCase{{"data", ".", "/pw"}, "/pw/.local/share/kestrel"},
-                    PathCase{{"", "/", "/pw"}, "/.local/share/kestrel"},
-                    PathCase{{"", "", ""}, std::nullopt},
-                    PathCase{{"data", "home", "pw"}, std::nullopt}));
-
-/// An environment variable, set or removed for one test.
-class ScopedVariable {
-  public:
-    ScopedVariable(const char* name, const char* value) : name_(name) {
-        if (const char* const old = std::getenv(name))
-            old_ = old;
-        set(value);
-    }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
-    ~ScopedVariable() { set(old_ ? old_->c_str() : nullptr); }
-
-  private:
-    void set(const char* value) const {
-        if (value == nullptr)
-            ::unsetenv(name_);
-        else
-            ::setenv(name_, value, 1);
-    }
-
-    const char* name_;
-    std::optional<std::string> old_;
-};
+    testing::Values(PathCase{{"/data", "/home/u"}, "/data/kestrel"},
+                    PathCase{{"/data/", "/home/u"}, "/data/kestrel"},
+                    PathCase{{"/data", ""}, "/data/kestrel"},
+                    PathCase{{"/", "/home/u"}, "/kestrel"},
+                    PathCase{{"", "/home/u"}, "/home/u/.local/share/kestrel"},
+                    PathCase{{"", "/home/u//"}, "/home/u/.local/share/kestrel"},
+                    PathCase{{"data", "/home/u"}, "/home/u/.local/share/kestrel"},
+                    PathCase{{"./data", "/home/u"}, "/home/u/.local/share/kestrel"},
+                    PathCase{{"~/data", "/home/u"}, "/home/u/.local/share/kestrel"},
+                    PathCase{{"", "/"}, "/.local/share/kestrel"}, PathCase{{"", ""}, std::nullopt},
+                    PathCase{{"data", "home"}, std::nullopt}));
 
 TEST(DataDirectoryTest, TheEnvironmentDecides) {
     const ScopedVariable data("XDG_DATA_HOME", "/data");

@@ -4,7 +4,7 @@
 // written any more.
 
 #include "platform/cloud.h"
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 #include "shells/linux/storage/file_user_defaults.h"
 #include "shells/linux/storage/folder_cloud.h"
 #include "store/items_manager.h"
@@ -12,7 +12,7 @@
 #include "tests/fakes/fake_main_queue.h"
 #include "tests/fakes/fake_system.h"
 #include "tests/fakes/store_fixture.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 
 #include <functional>
 #include <string>
@@ -25,7 +25,7 @@ namespace kestrel::tests {
 class UnwatchedCloud final : public Cloud {
   public:
     UnwatchedCloud(linux_shell::FileOperations& operations, const std::string& directory)
-        : cloud_(directory, "launcherItems", operations, patientLimits) {}
+        : cloud_(directory, "launcherItems", operations, longTimeouts) {}
 
     bool hasIdentityToken() override { return cloud_.hasIdentityToken(); }
     CloudKeyValueStore* defaultStore() override { return cloud_.defaultStore(); }

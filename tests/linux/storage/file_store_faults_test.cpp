@@ -2,29 +2,23 @@
 #include "shells/linux/storage/file_store.h"
 #include "shells/linux/storage/temporary_name.h"
 #include "tests/linux/storage/faulty_file_operations.h"
-#include "tests/linux/storage/files.h"
-#include "tests/linux/storage/temporary_folder.h"
+#include "tests/linux/storage/memory_disk.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstring>
-#include <filesystem>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace kestrel::tests {
 namespace {
 
-namespace fs = std::filesystem;
 using linux_shell::FileStore;
 using linux_shell::MissingDirectory;
-using linux_shell::systemFileOperations;
 using Names = std::vector<std::string>;
 
 enum class StoredBefore { nothingThere, valueThere, valueBehindALink, staleTemporaryThere };
@@ -35,171 +29,151 @@ void PrintTo(StoredBefore start, std::ostream* out) {
     *out << names[static_cast<int>(start)];
 }
 
-/// One directory prepared for a write of "new", and what may be found afterwards.
+/// A disk prepared for a write of "new", and what may be found on it afterwards.
 class Scene {
   public:
-    explicit Scene(StoredBefore start) : start_(start) {
+    explicit Scene(StoredBefore start) {
         if (start == StoredBefore::nothingThere)
             return;
         old = "old";
-        fs::create_directories(directory);
-        if (start == StoredBefore::valueBehindALink) {
-            fs::create_directory(folder / "common");
-            writeInPlace(folder / "common/list", *old);
-            fs::create_symlink("../../common/list", directory + "/launcherItems");
-            return;
-        }
-        writeInPlace(directory + "/launcherItems", *old);
+        const bool isLinked = start == StoredBefore::valueBehindALink;
+        disk.addFile(isLinked ? "/common/list" : file, *old);
+        if (isLinked)
+            disk.addLink(file, "../../common/list");
         if (start == StoredBefore::staleTemporaryThere) {
             stale = linux_shell::nextTemporaryName("launcherItems");
-            writeInPlace(directory + "/" + *stale, "half");
+            disk.addFile(directory + "/" + *stale, "half");
         }
     }
 
-    TemporaryFolder folder;
-    std::string directory = folder / "share/kestrel";
+    std::string directory = "/share/kestrel";
+    std::string file = directory + "/launcherItems";
+    MemoryDisk disk;
+    FaultyFileOperations operations{disk};
     std::optional<std::string> old;
     std::optional<std::string> stale;
 
-    [[nodiscard]] FileStore store(linux_shell::FileOperations& operations) const {
-        return {operations, directory, MissingDirectory::create};
-    }
+    [[nodiscard]] FileStore store() { return {operations, directory, MissingDirectory::create}; }
 
-    [[nodiscard]] std::optional<std::string> value() const {
-        return store(systemFileOperations()).read("launcherItems");
-    }
+    bool write(const std::string& data) { return store().write("launcherItems", data); }
+
+    [[nodiscard]] std::optional<std::string> value() const { return disk.contents(file); }
 
     /// Names that are neither the value nor the stale temporary of before.
     [[nodiscard]] Names litter() const {
-        Names names;
-        for (const std::string& name : namesIn(directory))
-            if (name != "launcherItems" && name != stale)
-                names.push_back(name);
-        for (const std::string& name : namesIn(folder / "common"))
-            if (name != "list")
-                names.push_back(name);
+        Names names = disk.names(directory);
+        std::ranges::copy(disk.names("/common"), std::back_inserter(names));
+        std::erase_if(names, [this](const std::string& name) {
+            return name == "launcherItems" || name == "list" || name == stale;
+        });
         return names;
     }
 
     void expectAHealthyWriteToCleanUp() {
-        FaultyFileOperations healthy;
-        EXPECT_TRUE(store(healthy).write("launcherItems", "third"));
+        operations.failsFrom = FaultyFileOperations::never;
+        EXPECT_TRUE(write("third"));
         EXPECT_EQ(value(), "third");
         stale.reset();
         EXPECT_EQ(litter(), Names{});
-        EXPECT_EQ(fs::is_symlink(directory + "/launcherItems"),
-                  start_ == StoredBefore::valueBehindALink);
+        const bool isLinked = !disk.names("/common").empty();
+        EXPECT_EQ(disk.contents("/common/list"), isLinked ? value() : std::nullopt);
     }
 
-  private:
-    StoredBefore start_;
+    [[nodiscard]] std::string failure() const {
+        return std::string(operations.calls[operations.failsFrom]) + ", call " +
+               std::to_string(operations.failsFrom) + ": " + std::strerror(operations.error);
+    }
 };
 
 class FileStoreFaultsTest : public testing::TestWithParam<StoredBefore> {
   protected:
-    /// How many calls a write makes when all goes well.
-    static int callsOfAWrite() {
-        const Scene scene(GetParam());
-        FaultyFileOperations operations;
-        EXPECT_TRUE(scene.store(operations).write("launcherItems", "new"));
+    /// The calls of a write when all goes well.
+    static std::vector<std::string_view> callsOfAWrite() {
+        Scene scene(GetParam());
+        EXPECT_TRUE(scene.write("new"));
         EXPECT_EQ(scene.value(), "new");
-        return static_cast<int>(operations.calls.size());
+        EXPECT_GT(scene.operations.calls.size(), 8U);
+        return scene.operations.calls;
     }
 };
 
 TEST_P(FileStoreFaultsTest, OneFailedCallLeavesAWholeValueAndNoLitter) {
-    const int count = callsOfAWrite();
-    ASSERT_GT(count, 8);
-    int failedWrites = 0;
+    const std::size_t count = callsOfAWrite().size();
     for (const int error : {EIO, ENOSPC, EACCES, EROFS, EDQUOT, EMFILE, ESTALE}) {
-        for (int i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             Scene scene(GetParam());
-            FaultyFileOperations operations;
-            operations.fault = Fault::failOnce;
-            operations.faultAt = i;
-            operations.error = error;
-            const bool stored = scene.store(operations).write("launcherItems", "new");
-            SCOPED_TRACE(operations.calls[static_cast<std::size_t>(i)] + ", call " +
-                         std::to_string(i) + ": " + std::strerror(error));
-            EXPECT_EQ(scene.value(), stored ? "new" : scene.old);
+            scene.operations.failOnce(i, error);
+            const bool isStored = scene.write("new");
+            SCOPED_TRACE(scene.failure());
+            EXPECT_EQ(scene.value(), isStored ? "new" : scene.old);
             EXPECT_EQ(scene.litter(), Names{});
             scene.expectAHealthyWriteToCleanUp();
-            failedWrites += stored ? 0 : 1;
         }
     }
-    EXPECT_GT(failedWrites, 7 * 4);
+}
+
+TEST_P(FileStoreFaultsTest, NothingIsStoredUnlessTheFileIsOnTheDiskUnderItsName) {
+    const auto calls = callsOfAWrite();
+    const auto rename =
+        static_cast<std::size_t>(std::ranges::find(calls, "renameAt") - calls.begin());
+    ASSERT_LT(rename, calls.size());
+    for (std::size_t i = rename - 3; i <= rename; ++i) {
+        Scene scene(GetParam());
+        scene.operations.failOnce(i);
+        EXPECT_FALSE(scene.write("new")) << scene.failure();
+        EXPECT_EQ(scene.value(), scene.old) << scene.failure();
+    }
 }
 
 TEST_P(FileStoreFaultsTest, AnInterruptedCallCostsNothing) {
-    const int count = callsOfAWrite();
-    for (int i = 0; i < count; ++i) {
-        const Scene scene(GetParam());
-        FaultyFileOperations operations;
-        operations.fault = Fault::failOnce;
-        operations.faultAt = i;
-        operations.error = EINTR;
-        EXPECT_TRUE(scene.store(operations).write("launcherItems", "new"))
-            << operations.calls[static_cast<std::size_t>(i)] << ", call " << i;
+    const std::size_t count = callsOfAWrite().size();
+    for (std::size_t i = 0; i < count; ++i) {
+        Scene scene(GetParam());
+        scene.operations.failOnce(i, EINTR);
+        EXPECT_TRUE(scene.write("new")) << scene.failure();
         EXPECT_EQ(scene.value(), "new");
     }
 }
 
 TEST_P(FileStoreFaultsTest, ASystemThatGoesOnFailingLeavesAWholeValue) {
-    const int count = callsOfAWrite();
+    const std::size_t count = callsOfAWrite().size();
     for (const int error : {EIO, ENOSPC, EROFS}) {
-        for (int i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             Scene scene(GetParam());
-            FaultyFileOperations operations;
-            operations.fault = Fault::failFromThereOn;
-            operations.faultAt = i;
-            operations.error = error;
-            const bool stored = scene.store(operations).write("launcherItems", "new");
-            SCOPED_TRACE(operations.calls[static_cast<std::size_t>(i)] + ", call " +
-                         std::to_string(i) + ": " + std::strerror(error));
-            EXPECT_EQ(scene.value(), stored ? "new" : scene.old);
+            scene.operations.failsFrom = i;
+            scene.operations.error = error;
+            const bool isStored = scene.write("new");
+            SCOPED_TRACE(scene.failure());
+            EXPECT_EQ(scene.value(), isStored ? "new" : scene.old);
             scene.expectAHealthyWriteToCleanUp();
         }
     }
 }
 
 TEST_P(FileStoreFaultsTest, AProcessKilledAtAnyCallLeavesAWholeValue) {
-    const int count = callsOfAWrite();
+    const std::size_t count = callsOfAWrite().size();
     int leftBehind = 0;
-    for (const Fault fault : {Fault::killBefore, Fault::killAfter}) {
-        for (int i = 0; i < count; ++i) {
-            Scene scene(GetParam());
-            const pid_t child = ::fork();
-            if (child == 0) {
-                FaultyFileOperations operations;
-                operations.fault = fault;
-                operations.faultAt = i;
-                scene.store(operations).write("launcherItems", "new");
-                ::_exit(0);
-            }
-            int status = 0;
-            ASSERT_EQ(::waitpid(child, &status, 0), child);
-            ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "call " << i;
-            SCOPED_TRACE("killed at call " + std::to_string(i));
-            const std::optional<std::string> value = scene.value();
-            EXPECT_TRUE(value == scene.old || value == "new") << value.value_or("nothing");
-            leftBehind += scene.litter().empty() ? 0 : 1;
-            scene.expectAHealthyWriteToCleanUp();
-        }
+    for (std::size_t i = 0; i < count; ++i) {
+        Scene scene(GetParam());
+        scene.operations.failsFrom = i;
+        scene.write("new");
+        SCOPED_TRACE(scene.failure());
+        EXPECT_TRUE(scene.value() == scene.old || scene.value() == "new");
+        leftBehind += scene.litter().empty() ? 0 : 1;
+        scene.expectAHealthyWriteToCleanUp();
     }
     EXPECT_GT(leftBehind, 0) << "no kill hit the write in its middle";
 }
 
 TEST_P(FileStoreFaultsTest, AFailedReadGivesNothingRatherThanAPart) {
-    const Scene scene(GetParam());
-    FaultyFileOperations healthy;
-    EXPECT_EQ(scene.store(healthy).read("launcherItems"), scene.old);
-    for (int i = 0; i < static_cast<int>(healthy.calls.size()); ++i) {
-        FaultyFileOperations operations;
-        operations.fault = Fault::failOnce;
-        operations.faultAt = i;
-        const std::optional<std::string> value = scene.store(operations).read("launcherItems");
-        const std::string& call = operations.calls[static_cast<std::size_t>(i)];
-        EXPECT_EQ(value, call == "close" ? scene.old : std::nullopt) << call;
+    Scene healthy(GetParam());
+    EXPECT_EQ(healthy.store().read("launcherItems"), healthy.old);
+    for (std::size_t i = 0; i < healthy.operations.calls.size(); ++i) {
+        Scene scene(GetParam());
+        scene.operations.failOnce(i);
+        const std::optional<std::string> value = scene.store().read("launcherItems");
+        EXPECT_EQ(value, scene.operations.calls[i] == "close" ? scene.old : std::nullopt)
+            << scene.failure();
     }
 }
 

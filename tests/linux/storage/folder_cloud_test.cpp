@@ -1,6 +1,6 @@
 #include "shells/linux/storage/folder_cloud.h"
 #include "tests/linux/storage/files.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <filesystem>
@@ -22,7 +22,7 @@ class FolderCloudTest : public testing::Test {
     TemporaryFolder folder;
     std::string directory = folder / "cloud";
     FolderCloud cloud{folder.path(), "launcherItems", linux_shell::systemFileOperations(),
-                      patientLimits};
+                      longTimeouts};
 };
 
 TEST_F(FolderCloudTest, AnAccountIsADirectory) {

@@ -2,7 +2,7 @@
 // The system's file operations of a folder that does not answer: while they are held, a call does
 // not end.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <chrono>
 #include <condition_variable>

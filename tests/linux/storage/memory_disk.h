@@ -4,7 +4,7 @@
 // power cut. Every function behaves as the system call it stands for, as far as storage uses it;
 // all paths are absolute and everything belongs to one user.
 
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cstddef>
 #include <map>
@@ -18,21 +18,6 @@ namespace kestrel::tests {
 
 class MemoryDisk final : public linux_shell::FileOperations {
   public:
-    static constexpr int never = -1;
-
-    /// How many calls the process has made, and before which of them it ends: none from there on
-    /// does anything.
-    int calls = 0;
-    int endsBefore = never;
-
-    /// The calls from `failsFrom` up to `failsTo` fail with `error`.
-    int failsFrom = never;
-    int failsTo = 0;
-    int error = 0;
-
-    /// A write takes no more, in bytes.
-    std::size_t longestWrite = std::string::npos;
-
     [[nodiscard]] std::size_t openFiles() const { return open_.size(); }
 
     /// As with some network file systems, to sync a directory is an error.
@@ -43,10 +28,9 @@ class MemoryDisk final : public linux_shell::FileOperations {
     void addFile(const std::string& path, const std::string& bytes);
     void addLink(const std::string& path, const std::string& target);
 
-    /// A process ends and another begins: its files are closed, what it did stays.
-    void startProcess();
+    /// Someone else takes it away, with everything in it.
+    void remove(const std::string& path);
 
-    /// Looking at it, which is no call of the process.
     [[nodiscard]] std::optional<std::string> contents(const std::string& path) const;
     [[nodiscard]] std::vector<std::string> names(const std::string& directory) const;
 
@@ -100,8 +84,6 @@ class MemoryDisk final : public linux_shell::FileOperations {
     enum class LastLink { follow, keep };
     using Nodes = std::vector<Node>;
 
-    /// Counts a call; false when the process has ended.
-    bool counts();
     [[nodiscard]] std::size_t directoryAbove(std::size_t directory) const;
     [[nodiscard]] std::optional<Place> find(std::size_t start, std::string_view path,
                                             LastLink lastLink, int links = 0) const;

@@ -2,6 +2,7 @@
 // the disk before it: the list as it was or as it became, whole, in each of the files.
 #include "tests/linux/storage/disk_scenes.h"
 #include "tests/linux/storage/disk_session.h"
+#include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/memory_disk.h"
 
 #include <algorithm>
@@ -23,17 +24,20 @@ class PowerCutTest : public testing::TestWithParam<Start> {
     }();
 
     /// The program starts and adds an item, and is gone before call number `end`.
-    static MemoryDisk afterRun(int end) {
+    static MemoryDisk afterRun(std::size_t end) {
         MemoryDisk disk = diskFor(GetParam());
-        disk.endsBefore = end;
-        DiskSession(disk, dataDirectory).add("New");
+        FaultyFileOperations operations(disk);
+        operations.failsFrom = end;
+        DiskSession(operations, dataDirectory).add("New");
         return disk;
     }
 
-    static int callsOfARun() {
-        const int count = afterRun(MemoryDisk::never).calls;
-        EXPECT_GT(count, 20);
-        return count;
+    static std::size_t callsOfARun() {
+        MemoryDisk disk = diskFor(GetParam());
+        FaultyFileOperations operations(disk);
+        DiskSession(operations, dataDirectory).add("New");
+        EXPECT_GT(operations.calls.size(), 20U);
+        return operations.calls.size();
     }
 
     /// The next start shows one of `lists`, and adding to it works and clears up.
@@ -64,9 +68,9 @@ class PowerCutTest : public testing::TestWithParam<Start> {
 };
 
 TEST_P(PowerCutTest, LeavesTheOldListOrTheNewOne) {
-    const int count = callsOfARun();
+    const std::size_t count = callsOfARun();
     std::size_t states = 0;
-    for (int end = 0; end <= count; ++end) {
+    for (std::size_t end = 0; end <= count; ++end) {
         SCOPED_TRACE("cut before call " + std::to_string(end));
         for (const MemoryDisk& left : afterRun(end).afterPowerCut()) {
             expectSound({before, after}, left);
@@ -75,11 +79,11 @@ TEST_P(PowerCutTest, LeavesTheOldListOrTheNewOne) {
                 FAIL() << left.fingerprint();
         }
     }
-    EXPECT_GT(states, static_cast<std::size_t>(count) + 20) << "no cut found anything unsynced";
+    EXPECT_GT(states, count + 20) << "no cut found anything unsynced";
 }
 
 TEST_P(PowerCutTest, LeavesTheNewListOnceTheSaveHasReturned) {
-    for (const MemoryDisk& left : afterRun(MemoryDisk::never).afterPowerCut()) {
+    for (const MemoryDisk& left : afterRun(FaultyFileOperations::never).afterPowerCut()) {
         expectSound({after}, left);
         if (HasFailure())
             FAIL() << left.fingerprint();
@@ -87,11 +91,10 @@ TEST_P(PowerCutTest, LeavesTheNewListOnceTheSaveHasReturned) {
 }
 
 TEST_P(PowerCutTest, LeavesWhatWasSavedAfterAKill) {
-    const int count = callsOfARun();
-    for (int end = 0; end <= count; ++end) {
+    const std::size_t count = callsOfARun();
+    for (std::size_t end = 0; end <= count; ++end) {
         SCOPED_TRACE("killed before call " + std::to_string(end));
         MemoryDisk disk = afterRun(end);
-        disk.startProcess();
         DiskSession session(disk, dataDirectory);
         session.add("Later");
         const Titles saved = session.shown();
@@ -101,12 +104,13 @@ TEST_P(PowerCutTest, LeavesWhatWasSavedAfterAKill) {
 }
 
 TEST(PowerCutAmongSavesTest, LeavesAListOfThatTimeEvenWhereDirectoriesCannotBeSynced) {
-    for (int end = 0;; ++end) {
+    for (std::size_t end = 0;; ++end) {
         SCOPED_TRACE("cut before call " + std::to_string(end));
         MemoryDisk disk = diskFor(Start::listAlone);
         disk.refusesToSyncDirectories = true;
-        disk.endsBefore = end;
-        linux_shell::FileUserDefaults defaults(dataDirectory, disk);
+        FaultyFileOperations operations(disk);
+        operations.failsFrom = end;
+        linux_shell::FileUserDefaults defaults(dataDirectory, operations);
         for (const char* const title : {"Second", "Third"})
             defaults.setData(listOf({title}), "launcherItems");
         for (const MemoryDisk& left : disk.afterPowerCut()) {
@@ -115,8 +119,20 @@ TEST(PowerCutAmongSavesTest, LeavesAListOfThatTimeEvenWhereDirectoriesCannotBeSy
                         stored == Titles{"Third"})
                 << left.fingerprint();
         }
-        if (disk.calls < end)
+        if (operations.calls.size() <= end)
             break;
+    }
+}
+
+TEST(PowerCutAmongSavesTest, LeavesWhatWasSavedToAFolderThatWasTakenAwayAndMadeAnew) {
+    MemoryDisk disk = diskFor(Start::listAlone);
+    linux_shell::FileUserDefaults defaults(dataDirectory, disk);
+    defaults.setData(listOf({"Second"}), "launcherItems");
+    for (const std::string& taken : {dataDirectory, std::string("/home/user/.local")}) {
+        disk.remove(taken);
+        defaults.setData(listOf({"Third"}), "launcherItems");
+        for (const MemoryDisk& left : disk.afterPowerCut())
+            EXPECT_EQ(titlesIn(left, localList), Titles{"Third"}) << left.fingerprint();
     }
 }
 

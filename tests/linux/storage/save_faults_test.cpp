@@ -2,6 +2,7 @@
 // what is stored stays whole, and the next save stores everything.
 #include "tests/linux/storage/disk_scenes.h"
 #include "tests/linux/storage/disk_session.h"
+#include "tests/linux/storage/faulty_file_operations.h"
 #include "tests/linux/storage/memory_disk.h"
 
 #include <cerrno>
@@ -26,24 +27,26 @@ class SaveFaultsTest : public testing::TestWithParam<Start> {
     }
 
     /// How many calls a save makes after the start.
-    static int callsOfASave() {
+    static std::size_t callsOfASave() {
         MemoryDisk disk = diskFor(GetParam());
-        DiskSession session(disk, dataDirectory);
-        disk.calls = 0;
+        FaultyFileOperations operations(disk);
+        DiskSession session(operations, dataDirectory);
+        operations.calls.clear();
         session.add("New");
-        EXPECT_GT(disk.calls, 15);
-        return disk.calls;
+        EXPECT_GT(operations.calls.size(), 15U);
+        return operations.calls.size();
     }
 
     /// The program has started and then saves while some calls fail.
-    void expectOnlyThatSaveIsLost(int first, int count, int error) const {
+    void expectOnlyThatSaveIsLost(std::size_t first, std::size_t count, int error) const {
         SCOPED_TRACE("call " + std::to_string(first) + ": " + std::strerror(error));
         MemoryDisk disk = diskFor(GetParam());
-        DiskSession session(disk, dataDirectory);
-        disk.calls = 0;
-        disk.failsFrom = first;
-        disk.failsTo = first + count;
-        disk.error = error;
+        FaultyFileOperations operations(disk);
+        DiskSession session(operations, dataDirectory);
+        operations.calls.clear();
+        operations.failsFrom = first;
+        operations.failsTo = first + count;
+        operations.error = error;
         session.add("New");
         const Titles after = with(before, "New");
         EXPECT_EQ(session.shown(), after);
@@ -54,7 +57,7 @@ class SaveFaultsTest : public testing::TestWithParam<Start> {
                         stored == titlesIn(diskFor(GetParam()), path))
                 << path;
         }
-        disk.failsFrom = MemoryDisk::never;
+        operations.failsFrom = FaultyFileOperations::never;
         expectNextSaveToWork(session, disk, with(after, "Later"));
     }
 
@@ -75,59 +78,58 @@ class SaveFaultsTest : public testing::TestWithParam<Start> {
 };
 
 TEST_P(SaveFaultsTest, OneFailingCallCostsAtMostThatSave) {
-    const int count = callsOfASave();
+    const std::size_t count = callsOfASave();
     for (const int error : errors)
-        for (int call = 0; call < count; ++call)
+        for (std::size_t call = 0; call < count; ++call)
             expectOnlyThatSaveIsLost(call, 1, error);
 }
 
 TEST_P(SaveFaultsTest, ASystemThatGoesOnFailingCostsAtMostThatSave) {
-    const int count = callsOfASave();
+    const std::size_t count = callsOfASave();
     for (const int error : errors)
-        for (int call = 0; call < count; ++call)
+        for (std::size_t call = 0; call < count; ++call)
             expectOnlyThatSaveIsLost(call, 1'000'000, error);
 }
 
 TEST_P(SaveFaultsTest, ReloadsThatFailLeaveTheListOnTheScreen) {
     MemoryDisk disk = diskFor(GetParam());
-    DiskSession session(disk, dataDirectory);
+    FaultyFileOperations operations(disk);
+    DiskSession session(operations, dataDirectory);
     session.add("New");
     const Titles shown = session.shown();
-    disk.calls = 0;
+    operations.calls.clear();
     session.reload();
-    const int count = disk.calls;
+    const std::size_t count = operations.calls.size();
     for (const int error : errors)
-        for (int call = 0; call < count; ++call) {
+        for (std::size_t call = 0; call < count; ++call) {
             SCOPED_TRACE("call " + std::to_string(call) + ": " + std::strerror(error));
-            disk.calls = 0;
-            disk.failsFrom = call;
-            disk.failsTo = call + 1;
-            disk.error = error;
+            operations.calls.clear();
+            operations.failOnce(call, error);
             session.reload();
             EXPECT_EQ(session.shown(), shown);
             EXPECT_EQ(titlesIn(disk, localList), shown);
         }
-    disk.failsFrom = MemoryDisk::never;
+    operations.failsFrom = FaultyFileOperations::never;
     expectNextSaveToWork(session, disk, with(shown, "Later"));
 }
 
 TEST_P(SaveFaultsTest, WritesThatTakeLittleAtATimeStoreEverything) {
     MemoryDisk disk = diskFor(GetParam());
-    disk.longestWrite = 7;
-    DiskSession session(disk, dataDirectory);
+    FaultyFileOperations operations(disk);
+    operations.longestWrite = 7;
+    DiskSession session(operations, dataDirectory);
     expectNextSaveToWork(session, disk, with(before, "New"));
 }
 
 TEST_P(SaveFaultsTest, AnInterruptedCallCostsNothing) {
-    const int count = callsOfASave();
-    for (int call = 0; call < count; ++call) {
+    const std::size_t count = callsOfASave();
+    for (std::size_t call = 0; call < count; ++call) {
         SCOPED_TRACE("call " + std::to_string(call));
         MemoryDisk disk = diskFor(GetParam());
-        DiskSession session(disk, dataDirectory);
-        disk.calls = 0;
-        disk.failsFrom = call;
-        disk.failsTo = call + 1;
-        disk.error = EINTR;
+        FaultyFileOperations operations(disk);
+        DiskSession session(operations, dataDirectory);
+        operations.calls.clear();
+        operations.failOnce(call, EINTR);
         session.add("New");
         expectStored(disk, with(before, "New"));
     }

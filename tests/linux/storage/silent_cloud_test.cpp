@@ -7,7 +7,7 @@
 #include "tests/linux/storage/event_loop.h"
 #include "tests/linux/storage/files.h"
 #include "tests/linux/storage/held_file_operations.h"
-#include "tests/linux/storage/patient_limits.h"
+#include "tests/linux/storage/long_timeouts.h"
 #include "tests/linux/storage/temporary_folder.h"
 
 #include <chrono>
@@ -22,15 +22,15 @@ namespace kestrel::tests {
 namespace {
 
 namespace fs = std::filesystem;
-using linux_shell::CloudLimits;
+using linux_shell::CloudTimeouts;
 using linux_shell::FolderCloud;
 
 // A folder that is held falls silent soon. One that answers may be taken for silent on a busy
 // machine, which changes nothing of what is stored in the end.
-constexpr CloudLimits impatient{.first = std::chrono::milliseconds(10),
-                                .later = std::chrono::milliseconds(10)};
-constexpr CloudLimits impatientLater{.first = std::chrono::minutes(1),
-                                     .later = std::chrono::milliseconds(200)};
+constexpr CloudTimeouts shortTimeouts{.first = std::chrono::milliseconds(10),
+                                      .later = std::chrono::milliseconds(10)};
+constexpr CloudTimeouts shortLaterTimeouts{.first = std::chrono::minutes(1),
+                                           .later = std::chrono::milliseconds(200)};
 
 class SilentCloudTest : public testing::Test {
   protected:
@@ -57,8 +57,8 @@ class SilentCloudTest : public testing::Test {
         cloud.reset();
     }
 
-    void start(CloudLimits limits) {
-        cloud = std::make_unique<FolderCloud>(folder.path(), "launcherItems", operations, limits);
+    void start(CloudTimeouts timeouts) {
+        cloud = std::make_unique<FolderCloud>(folder.path(), "launcherItems", operations, timeouts);
         manager = std::make_unique<ItemsManager>(
             ItemsManagerPorts{mainQueue, defaults, *cloud, clock, workspace, terminal});
         mainQueue.runAll();
@@ -108,7 +108,7 @@ class SilentCloudTest : public testing::Test {
 TEST_F(SilentCloudTest, AFolderThatHasNotAnsweredIsNoAccountAndIsAskedOnce) {
     writeInPlace(remote, listOf({"Cloud"}));
     operations.hold();
-    FolderCloud silent(folder.path(), "launcherItems", operations, impatient);
+    FolderCloud silent(folder.path(), "launcherItems", operations, shortTimeouts);
     EXPECT_FALSE(silent.hasIdentityToken());
     for (int i = 0; i < 3; ++i) {
         EXPECT_FALSE(silent.hasIdentityToken());
@@ -126,7 +126,7 @@ TEST_F(SilentCloudTest, TheLocalListIsShownUntilTheFolderAnswersAndThenThatOfThe
     writeInPlace(local, listOf({"Local"}));
     writeInPlace(remote, listOf({"Cloud"}));
     operations.hold();
-    start(impatient);
+    start(shortTimeouts);
     EXPECT_EQ(shown(), Titles{"Local"});
     EXPECT_EQ(storedAt(local), Titles{"Local"});
     operations.release();
@@ -136,7 +136,7 @@ TEST_F(SilentCloudTest, TheLocalListIsShownUntilTheFolderAnswersAndThenThatOfThe
 TEST_F(SilentCloudTest, AFolderWithoutAListGetsTheLocalOneWhenItAnswers) {
     writeInPlace(local, listOf({"Local"}));
     operations.hold();
-    start(impatient);
+    start(shortTimeouts);
     EXPECT_EQ(shown(), Titles{"Local"});
     operations.release();
     EXPECT_TRUE(comesToBeEverywhere({"Local"}));
@@ -146,7 +146,7 @@ TEST_F(SilentCloudTest, AFolderThatTurnsOutToBeMissingIsNoAccount) {
     fs::remove(directory);
     writeInPlace(local, listOf({"Local"}));
     operations.hold();
-    start(impatient);
+    start(shortTimeouts);
     operations.release();
     EXPECT_TRUE(answersAgain());
     mainQueue.runAll();
@@ -157,7 +157,7 @@ TEST_F(SilentCloudTest, AFolderThatTurnsOutToBeMissingIsNoAccount) {
 TEST_F(SilentCloudTest, WhatIsSavedBeforeTheFirstAnswerIsSavedHere) {
     writeInPlace(remote, listOf({"Cloud"}));
     operations.hold();
-    start(impatient);
+    start(shortTimeouts);
     add("New");
     EXPECT_EQ(storedAt(local), Titles{"New"});
     EXPECT_EQ(storedAt(remote), Titles{"Cloud"});
@@ -169,7 +169,7 @@ TEST_F(SilentCloudTest, AReadThatIsGivenUpIsNoMissingValue) {
     writeInPlace(local, listOf({"Local"}));
     writeInPlace(remote, listOf({"Cloud"}));
     operations.hold("openAt");
-    start(impatientLater);
+    start(shortLaterTimeouts);
     EXPECT_EQ(shown(), Titles{"Local"});
     EXPECT_EQ(storedAt(remote), Titles{"Cloud"});
     operations.release();
@@ -182,7 +182,7 @@ TEST_F(SilentCloudTest, AWriteThatIsGivenUpNeverOvertakesALaterOne) {
         fs::remove_all(directory);
         fs::create_directory(directory);
         writeInPlace(remote, listOf({"Old"}));
-        start(impatientLater);
+        start(shortLaterTimeouts);
         ASSERT_TRUE(comesToBeEverywhere({"Old"}));
         operations.hold(call);
         add("One");
@@ -199,7 +199,7 @@ TEST_F(SilentCloudTest, AWriteThatIsGivenUpNeverOvertakesALaterOne) {
 
 TEST_F(SilentCloudTest, TheEndOfTheProgramWaitsForAWriteThatEndsAtLast) {
     writeInPlace(remote, listOf({"Old"}));
-    start(impatientLater);
+    start(shortLaterTimeouts);
     ASSERT_TRUE(comesToBeEverywhere({"Old"}));
     operations.hold("renameAt");
     add("One");
@@ -213,7 +213,7 @@ TEST_F(SilentCloudTest, TheEndOfTheProgramWaitsForAWriteThatEndsAtLast) {
 
 TEST_F(SilentCloudTest, ChangesByOthersWhileItIsSilentAreSeenWhenItAnswers) {
     writeInPlace(remote, listOf({"Old"}));
-    start(impatientLater);
+    start(shortLaterTimeouts);
     ASSERT_TRUE(comesToBeEverywhere({"Old"}));
     operations.hold("openAt");
     replaceFile(remote, listOf({"One"}));

@@ -3,7 +3,7 @@
 // portal and for what an older portal does not tell.
 
 #include "shells/linux/desktop/appearance/desktop_look.h"
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 
 #include <vector>
 

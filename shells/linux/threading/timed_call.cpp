@@ -1,4 +1,4 @@
-#include "shells/linux/threading/patient_thread.h"
+#include "shells/linux/threading/timed_call.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -6,10 +6,11 @@
 
 namespace kestrel::linux_shell {
 
-struct PatientThread::State {
+struct TimedCall::State {
     std::mutex mutex;
     std::condition_variable changed;
     std::function<void()> job;
+    std::function<void()> late; ///< set when nobody waits for the job any longer
     bool busy = false;
     bool stopping = false;
 
@@ -25,11 +26,16 @@ struct PatientThread::State {
             lock.lock();
             busy = false;
             changed.notify_all();
+            if (late) {
+                lock.unlock();
+                late();
+                return;
+            }
         }
     }
 };
 
-PatientThread::~PatientThread() {
+TimedCall::~TimedCall() {
     if (!state_)
         return;
     {
@@ -40,21 +46,23 @@ PatientThread::~PatientThread() {
     thread_.join();
 }
 
-void PatientThread::start() {
+void TimedCall::start() {
     state_ = std::make_shared<State>();
     thread_ = std::thread([state = state_] { state->run(); });
 }
 
-bool PatientThread::run(std::function<void()> job, std::chrono::milliseconds patience) {
+bool TimedCall::run(std::function<void()> job, std::chrono::milliseconds timeout,
+                    std::function<void()> late) {
     if (!state_)
         start();
     std::unique_lock lock(state_->mutex);
     state_->job = std::move(job);
     state_->busy = true;
     state_->changed.notify_all();
-    if (state_->changed.wait_for(lock, patience, [this] { return !state_->busy; }))
+    if (state_->changed.wait_for(lock, timeout, [this] { return !state_->busy; }))
         return true;
     state_->stopping = true;
+    state_->late = std::move(late);
     lock.unlock();
     thread_.detach();
     state_.reset();

@@ -1,8 +1,8 @@
-#include "shells/linux/launching/file_look.h"
+#include "shells/linux/launching/file_icon_info.h"
 
-#include "shells/linux/launching/child_process.h"
+#include "shells/linux/glib/glib_ptr.h"
+#include "shells/linux/launching/command_file.h"
 #include "shells/linux/launching/desktop_entry.h"
-#include "shells/linux/launching/glib_ptr.h"
 
 #include <sys/stat.h>
 
@@ -29,22 +29,22 @@ bool isRegularFile(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-void addPicture(FileLook& look, const std::string& path) {
+void addImage(FileIconInfo& info, const std::string& path) {
     if (isRegularFile(path))
-        look.picture = path;
+        info.imagePath = path;
 }
 
 /// What to show where the theme has none of the icon's own names.
-void addFallback(FileLook& look, std::initializer_list<const char*> names, const char* picture) {
-    look.names.insert(look.names.end(), names.begin(), names.end());
-    look.fallback = picture;
+void addFallback(FileIconInfo& info, std::initializer_list<const char*> names, const char* icon) {
+    info.names.insert(info.names.end(), names.begin(), names.end());
+    info.fallback = icon;
 }
 
 /// GIO lists symbolic variants among the names; those are single-coloured glyphs.
-void addThemed(FileLook& look, GThemedIcon* icon) {
+void addThemed(FileIconInfo& info, GThemedIcon* icon) {
     for (const char* const* name = g_themed_icon_get_names(icon); *name != nullptr; ++name)
         if (!std::string_view(*name).ends_with("-symbolic"))
-            look.names.emplace_back(*name);
+            info.names.emplace_back(*name);
 }
 
 /// As many as tell what a file is; none of a file that cannot be read.
@@ -73,9 +73,9 @@ GlibText typeOfFile(const std::string& path, const FileStamp& stamp) {
 
 ObjectPtr<GIcon> iconOfOther(const std::string& path) {
     const ObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
-    const ObjectPtr<GFileInfo> info(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,
-                                                      G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
-    GIcon* icon = info ? g_file_info_get_icon(info.get()) : nullptr;
+    const ObjectPtr<GFileInfo> answer(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,
+                                                        G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+    GIcon* icon = answer ? g_file_info_get_icon(answer.get()) : nullptr;
     return ObjectPtr<GIcon>(icon != nullptr ? G_ICON(g_object_ref(icon)) : nullptr);
 }
 
@@ -83,15 +83,15 @@ ObjectPtr<GIcon> iconOfFile(const std::string& path, const FileStamp& stamp) {
     return ObjectPtr<GIcon>(g_content_type_get_icon(typeOfFile(path, stamp).get()));
 }
 
-/// GIO knows the folders that have icons of their own, and what neither is one nor can be read.
-void addIconOfType(FileLook& look, const std::string& path) {
-    const auto icon = S_ISREG(look.stamp.mode) ? iconOfFile(path, look.stamp) : iconOfOther(path);
+/// GIO knows the icons of special folders, and of what is no regular file.
+void addIconOfType(FileIconInfo& info, const std::string& path) {
+    const auto icon = S_ISREG(info.stamp.mode) ? iconOfFile(path, info.stamp) : iconOfOther(path);
     if (icon != nullptr && G_IS_THEMED_ICON(icon.get())) {
-        addThemed(look, G_THEMED_ICON(icon.get()));
+        addThemed(info, G_THEMED_ICON(icon.get()));
     } else if (icon != nullptr && G_IS_FILE_ICON(icon.get())) {
-        const GlibText picture(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon.get()))));
-        if (picture)
-            addPicture(look, picture.get());
+        const GlibText image(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon.get()))));
+        if (image)
+            addImage(info, image.get());
     }
 }
 
@@ -102,63 +102,64 @@ std::string entryString(GKeyFile* file, const char* key) {
 }
 
 /// An Icon key is a path or a name in the theme. Some entries add a suffix to the name.
-void addIconOfKey(FileLook& look, std::string name) {
+void addIconOfKey(FileIconInfo& info, std::string name) {
     if (name.starts_with('/')) {
-        addPicture(look, name);
+        addImage(info, name);
         return;
     }
     for (const std::string_view suffix : {".png", ".svg", ".xpm"})
         if (name.ends_with(suffix))
             name.resize(name.size() - suffix.size());
     if (!name.empty())
-        look.names.push_back(name);
+        info.names.push_back(name);
 }
 
-/// False for a file that is no desktop entry. Read by hand: GIO has no object for an entry whose
-/// program is not installed, and the row still needs its picture.
-bool addIconOfEntry(FileLook& look, const std::string& path) {
+/// False for a file that is no desktop entry. Not read through GIO, which has no object for an
+/// entry whose program is not installed, and the row still needs its icon.
+bool addIconOfEntry(FileIconInfo& info, const std::string& path) {
     if (!mayBeDesktopEntry(path))
         return false;
     const GlibKeyFile file(g_key_file_new());
     if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr) ||
         !g_key_file_has_group(file.get(), G_KEY_FILE_DESKTOP_GROUP))
         return false;
-    addIconOfKey(look, entryString(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
+    addIconOfKey(info, entryString(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
     const std::string categories = entryString(file.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES);
     if (categories.find("TerminalEmulator") != std::string::npos)
-        addFallback(look, {"utilities-terminal"}, "terminal");
+        addFallback(info, {"utilities-terminal"}, "terminal");
     else
-        addFallback(look, {"application-x-executable"}, "executable");
+        addFallback(info, {"application-x-executable"}, "executable");
     return true;
 }
 
-void addIconOfExisting(FileLook& look, const std::string& path) {
-    const mode_t mode = look.stamp.mode;
-    if (path.ends_with(".desktop") && addIconOfEntry(look, path))
+void addIconOfExisting(FileIconInfo& info, const std::string& path) {
+    const mode_t mode = info.stamp.mode;
+    if (path.ends_with(".desktop") && addIconOfEntry(info, path))
         return;
-    addIconOfType(look, path);
+    addIconOfType(info, path);
     if (S_ISDIR(mode))
-        addFallback(look, {"folder", "inode-directory"}, "folder");
+        addFallback(info, {"folder", "inode-directory"}, "folder");
     else if (S_ISREG(mode) && (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0)
-        addFallback(look, {"application-x-executable"}, "executable");
+        addFallback(info, {"application-x-executable"}, "executable");
     else
-        addFallback(look, {"text-x-generic", "unknown"}, "document");
+        addFallback(info, {"text-x-generic", "unknown"}, "document");
 }
 
 } // namespace
 
-std::optional<FileLook> lookAtFile(const std::string& path, const std::optional<FileStamp>& known) {
-    FileLook look;
+std::optional<FileIconInfo> readFileIconInfo(const std::string& path,
+                                             const std::optional<FileStamp>& known) {
+    FileIconInfo info;
     struct stat status {};
     if (isUsablePath(path) && ::stat(path.c_str(), &status) == 0)
-        look.stamp = stampOf(status);
-    if (known && *known == look.stamp)
+        info.stamp = stampOf(status);
+    if (known && *known == info.stamp)
         return std::nullopt;
-    if (look.stamp.exists)
-        addIconOfExisting(look, path);
+    if (info.stamp.exists)
+        addIconOfExisting(info, path);
     else
-        addFallback(look, {"unknown", "text-x-generic"}, "document");
-    return look;
+        addFallback(info, {"unknown", "text-x-generic"}, "document");
+    return info;
 }
 
 } // namespace kestrel::linux_shell

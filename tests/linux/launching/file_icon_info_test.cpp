@@ -1,6 +1,6 @@
-#include "shells/linux/launching/file_look.h"
+#include "shells/linux/launching/file_icon_info.h"
 
-#include "shells/linux/launching/glib_ptr.h"
+#include "shells/linux/glib/glib_ptr.h"
 #include "tests/linux/launching/launching_fixture.h"
 
 #include <algorithm>
@@ -43,17 +43,17 @@ std::vector<std::string> namesByGio(const std::string& path) {
     return names;
 }
 
-class FileLookTest : public LaunchingTest {};
+class FileIconInfoTest : public LaunchingTest {};
 
-TEST_F(FileLookTest, AFileHasTheIconsThatItHasInAFileManager) {
+TEST_F(FileIconInfoTest, AFileHasTheIconsThatItHasInAFileManager) {
     for (const auto& [name, bytes] : samples) {
         const std::string path = (files() / name).string();
         writeFile(path, bytes);
-        const auto look = lookAtFile(path, std::nullopt);
-        ASSERT_TRUE(look);
+        const auto info = readFileIconInfo(path, std::nullopt);
+        ASSERT_TRUE(info);
         const auto expected = namesByGio(path);
         ASSERT_FALSE(expected.empty()) << name;
-        auto names = look->names;
+        auto names = info->names;
         names.resize(std::min(names.size(), expected.size()));
         EXPECT_EQ(names, expected) << name;
     }

@@ -1,5 +1,5 @@
 #pragma once
-// What a file looks like on a desktop, as far as the file system knows: the names of its icon.
+// What the file system tells of the icon that a desktop shows for a file: its names in a theme.
 // Needs no toolkit, may be asked on any thread, and blocks for as long as the file system does.
 
 #include <sys/types.h>
@@ -23,15 +23,16 @@ struct FileStamp {
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
-struct FileLook {
+struct FileIconInfo {
     FileStamp stamp;
-    std::string picture;               ///< the absolute path of a picture; empty for none
+    std::string imagePath;             ///< of an image file, absolute; empty for none
     std::vector<std::string> names;    ///< of themed icons, the best first
-    std::string fallback = "document"; ///< the picture built into the program for want of those
+    std::string fallback = "document"; ///< the built-in icon, where there is none of these
 };
 
 /// Nothing when the file is as it was at `known`. A path that names nothing, or nothing readable,
-/// looks like a document of unknown type.
-std::optional<FileLook> lookAtFile(const std::string& path, const std::optional<FileStamp>& known);
+/// has the icon of a document of unknown type.
+std::optional<FileIconInfo> readFileIconInfo(const std::string& path,
+                                             const std::optional<FileStamp>& known);
 
 } // namespace kestrel::linux_shell

@@ -7,7 +7,7 @@
 
 namespace kestrel::tests {
 
-inline constexpr linux_shell::CloudLimits patientLimits{.first = std::chrono::minutes(1),
-                                                        .later = std::chrono::minutes(1)};
+inline constexpr linux_shell::CloudTimeouts longTimeouts{.first = std::chrono::minutes(1),
+                                                         .later = std::chrono::minutes(1)};
 
 } // namespace kestrel::tests

@@ -1,4 +1,4 @@
-#include "shells/linux/storage/file_operations.h"
+#include "shells/linux/posix/file_operations.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,6 +1,6 @@
 #pragma once
-// Owning pointers for what GLib hands out. Every reader of this folder ignores GLib's error
-// details: a failure is the absence of the result.
+// Owning pointers for what GLib hands out. Whoever uses them ignores GLib's error details: a
+// failure is the absence of the result.
 
 #include <gio/gio.h>
 
