@@ -15,12 +15,6 @@ namespace {
 
 namespace popover = menu_popover_style;
 
-RowList::Options listOptions() {
-    return {.kind = RowList::Kind::menu,
-            .scrollBar = RowList::ScrollBar::never,
-            .padding = marginsFor(popover::listPadding)};
-}
-
 std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
     namespace state = popover::empty_state;
     auto widget = std::make_unique<QWidget>(parent);
@@ -33,25 +27,6 @@ std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
     column->addWidget(new TextLabel(textFor(state::hint), state::hintStyle), 0, Qt::AlignHCenter);
     column->addStretch();
     return widget;
-}
-
-MenuPopoverView::Step stepFor(RowList::Step step) {
-    using enum MenuPopoverView::Step;
-    switch (step) {
-    case RowList::Step::previous:
-        return previous;
-    case RowList::Step::next:
-        return next;
-    case RowList::Step::pageUp:
-        return pageUp;
-    case RowList::Step::pageDown:
-        return pageDown;
-    case RowList::Step::first:
-        return first;
-    case RowList::Step::last:
-        break;
-    }
-    return last;
 }
 
 } // namespace
@@ -83,7 +58,7 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
                                      FileIconSource fileIcons)
     : view_(std::move(view)),
       rows_(*view_, std::move(fileIcons)),
-      list_(rows_, listOptions(), this),
+      list_(rows_, marginsFor(popover::listPadding), this),
       emptyState_(makeEmptyState(this)),
       divider_(this),
       settings_(popover::footer::settings, this),
@@ -110,23 +85,23 @@ QSize MenuPopoverWidget::sizeHint() const {
 }
 
 void MenuPopoverWidget::connectList() {
-    connect(&list_, &RowList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
-    connect(&list_, &RowList::activated, this, [this](int row) {
+    connect(&list_, &MenuList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
+    connect(&list_, &MenuList::activated, this, [this](int row) {
         const auto position = static_cast<std::size_t>(row);
         if (position < view_->items().size()) {
             view_->row(position).onTap();
         }
     });
-    connect(&list_, &RowList::pointerEntered, this,
+    connect(&list_, &MenuList::pointerEntered, this,
             [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
-    connect(&list_, &RowList::pointerLeft, this,
+    connect(&list_, &MenuList::pointerLeft, this,
             [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
     // At once: the next key may be here already, and it is about the row that this one leads to.
-    connect(&list_, &RowList::stepRequested, this, [this](RowList::Step step) {
-        view_->moveHighlight(stepFor(step));
+    connect(&list_, &MenuList::stepRequested, this, [this](RowStep step) {
+        view_->moveHighlight(step);
         redraw_.catchUp();
     });
-    connect(&list_, &RowList::typed, this, [this](const QString& text) {
+    connect(&list_, &MenuList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
         redraw_.catchUp();
     });

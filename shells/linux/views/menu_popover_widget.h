@@ -5,8 +5,8 @@
 #include "shells/linux/views/footer_button.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/menu_list.h"
 #include "shells/linux/views/kit/redraw_schedule.h"
-#include "shells/linux/views/kit/row_list.h"
 #include "views/popover/menu_popover_view.h"
 
 #include <QWidget>
@@ -22,7 +22,7 @@ class MenuPopoverWidget final : public QWidget {
   public:
     MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons);
 
-    const RowList& list() const { return list_; }
+    const MenuList& list() const { return list_; }
 
     /// The size at which the popover shows what the list holds now.
     QSize sizeHint() const override;
@@ -61,7 +61,7 @@ class MenuPopoverWidget final : public QWidget {
 
     std::unique_ptr<MenuPopoverView> view_;
     Rows rows_;
-    RowList list_;
+    MenuList list_;
     std::unique_ptr<QWidget> emptyState_;
     Divider divider_;
     FooterButton settings_;

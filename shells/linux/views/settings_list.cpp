@@ -51,22 +51,18 @@ void SettingsRows::bindRow(ListRow& row, int index) {
 }
 
 SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
-    : RowList(rows,
-              {.kind = Kind::selection,
-               .scrollBar = ScrollBar::asNeeded,
-               .padding = QMargins(listInset, listInset, listInset, listInset)},
-              parent) {}
+    : SelectionList(rows, QMargins(listInset, listInset, listInset, listInset), parent) {}
 
 void SettingsList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    const QColor ground = palette().color(QPalette::Active, QPalette::Base);
-    painter.fillRect(event->rect(), ground);
+    const QColor background = palette().color(QPalette::Active, QPalette::Base);
+    painter.fillRect(event->rect(), background);
     const QWidget* const focused = QApplication::focusWidget();
     const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
         fillRounded(painter, rowRect(currentRow()), highlightRadius,
-                    active ? mixed(ground, accent, selectedShare)
+                    active ? mixed(background, accent, selectedShare)
                            : washColor(palette(), inactiveSelectedOpacity));
     } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
         drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
@@ -76,11 +72,11 @@ void SettingsList::paintEvent(QPaintEvent* event) {
 
 void SettingsList::focusInEvent(QFocusEvent* event) {
     keyboardFocus_.focused(event->reason());
-    RowList::focusInEvent(event);
+    SelectionList::focusInEvent(event);
 }
 
 void SettingsList::changeEvent(QEvent* event) {
-    RowList::changeEvent(event);
+    SelectionList::changeEvent(event);
     if (event->type() == QEvent::ActivationChange) {
         viewport()->update();
     }

@@ -4,7 +4,7 @@
 #include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/keyboard_focus.h"
-#include "shells/linux/views/kit/row_list.h"
+#include "shells/linux/views/kit/selection_list.h"
 #include "views/settings/settings_view.h"
 
 #include <optional>
@@ -30,7 +30,7 @@ class SettingsRows : public RowSource {
     std::optional<ItemRowMetrics> metrics_;
 };
 
-class SettingsList : public RowList {
+class SettingsList : public SelectionList {
     Q_OBJECT
 
   public:

@@ -98,32 +98,32 @@ QWidget* SettingsWidget::makePlaceholder() {
 }
 
 void SettingsWidget::connectList() {
-    connect(list_, &RowList::rowPicked, this, [this](int row) { view_->setSelectedID(idAt(row)); });
-    connect(list_, &RowList::activated, this, [this](int row) {
+    connect(list_, &SettingsList::rowPicked, this,
+            [this](int row) { view_->setSelectedID(idAt(row)); });
+    connect(list_, &SettingsList::activated, this, [this](int row) {
         if (row < rows_->count()) {
             view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
         }
     });
-    connect(list_, &RowList::moveRequested, this, [this](int row, int destination) {
+    connect(list_, &SettingsList::moveRequested, this, [this](int row, int destination) {
         view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
     });
     connectKeys();
-    connect(list_, &RowList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
+    connect(list_, &SettingsList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
 }
 
 // Each is drawn at once: the next key may be here already, and it is about the row that this one
 // leads to.
 void SettingsWidget::connectKeys() {
-    connect(list_, &RowList::typed, this, [this](const QString& text) {
+    connect(list_, &SettingsList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
         redraw_.catchUp();
     });
-    connect(list_, &RowList::moveCurrentRequested, this, [this](RowList::Direction direction) {
-        view_->moveSelectedRow(direction == RowList::Direction::up ? SettingsView::Direction::up
-                                                                   : SettingsView::Direction::down);
+    connect(list_, &SettingsList::moveCurrentRequested, this, [this](RowDirection direction) {
+        view_->moveSelectedRow(direction);
         redraw_.catchUp();
     });
-    connect(list_, &RowList::deleteCurrentRequested, this, [this] {
+    connect(list_, &SettingsList::deleteCurrentRequested, this, [this] {
         view_->deleteSelectedRow();
         redraw_.catchUp();
     });

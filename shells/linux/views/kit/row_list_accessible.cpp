@@ -1,15 +1,16 @@
 #include "shells/linux/views/kit/row_list_accessible.h"
 
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/row_list.h"
-#include "shells/linux/views/kit/style_bridge.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QKeySequence>
 #include <QPointer>
 
+#include <algorithm>
+#include <optional>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
@@ -27,68 +28,40 @@ QAccessible::State stateOf(const RowList& list, int row) {
     return state;
 }
 
-const QString moveUpAction = QStringLiteral("MoveUp");
-const QString moveDownAction = QStringLiteral("MoveDown");
-
-QStringList rowActions(const RowList& list) {
-    if (!list.isEnabled()) {
-        return {};
-    }
-    QStringList actions{QAccessibleActionInterface::pressAction(),
-                        QAccessibleActionInterface::setFocusAction()};
-    if (list.options().kind == RowList::Kind::selection) {
-        actions << QAccessibleActionInterface::showMenuAction() << moveUpAction << moveDownAction;
-    }
-    return actions;
+std::optional<RowAction> actionOf(RowList& list, const QString& name) {
+    std::vector<RowAction> actions = list.rowActions();
+    const auto found = std::ranges::find(actions, name, &RowAction::name);
+    return found == actions.end() ? std::nullopt : std::optional(std::move(*found));
 }
 
-/// A dragging hand's way to reorder is closed to a screen reader, and its keys may not be free.
-void moveRow(RowList& list, int row, const QString& action) {
-    const int last = list.source().count() - 1;
-    if (action == moveUpAction && row > 0) {
-        Q_EMIT list.moveRequested(row, row - 1);
-    } else if (action == moveDownAction && row < last) {
-        Q_EMIT list.moveRequested(row, row + 2);
+QStringList namesOfActions(RowList& list) {
+    QStringList names;
+    if (list.isEnabled()) {
+        for (const RowAction& action : list.rowActions()) {
+            names << action.name;
+        }
     }
+    return names;
 }
 
-void doRowAction(RowList& list, int row, const QString& action) {
-    if (!rowActions(list).contains(action)) {
-        return;
-    }
-    list.ensureVisible(row);
-    if (action == QAccessibleActionInterface::pressAction()) {
-        list.pressRow(row);
-    } else if (action == QAccessibleActionInterface::setFocusAction()) {
-        list.setFocus(Qt::OtherFocusReason);
-        list.setCurrentRow(row);
-    } else if (action == QAccessibleActionInterface::showMenuAction()) {
-        const QPoint center = list.rowRect(row).center();
-        Q_EMIT list.contextMenuRequested(row, list.viewport()->mapToGlobal(center));
-    } else {
-        moveRow(list, row, action);
+void doRowAction(RowList& list, int row, const QString& name) {
+    const auto action = actionOf(list, name);
+    // The list may not have heard yet that the row has come or gone.
+    if (action && list.isEnabled() && row >= 0 && row < list.count()) {
+        list.ensureVisible(row);
+        action->perform(row);
     }
 }
 
-/// What the framework has no name of its own for; empty for the rest.
-QString nameOfRowAction(const QString& action) {
-    if (action == moveUpAction) {
-        return textFor(accessible_texts::moveRowUp);
-    }
-    return action == moveDownAction ? textFor(accessible_texts::moveRowDown) : QString();
+/// What the framework has no text of its own for; empty for the rest.
+QString textOfAction(RowList& list, const QString& name) {
+    const auto action = actionOf(list, name);
+    return action ? action->text : QString();
 }
 
-QStringList keysOfRowAction(const QString& action) {
-    if (action == moveUpAction) {
-        return {QKeySequence(Qt::ALT | Qt::Key_Up).toString()};
-    }
-    return action == moveDownAction ? QStringList{QKeySequence(Qt::ALT | Qt::Key_Down).toString()}
-                                    : QStringList();
-}
-
-RowList* listOf(const ListRow& row) {
-    const QWidget* viewport = row.parentWidget();
-    return viewport == nullptr ? nullptr : qobject_cast<RowList*>(viewport->parentWidget());
+QStringList keysOfAction(RowList& list, const QString& name) {
+    const auto action = actionOf(list, name);
+    return action && !action->keys.isEmpty() ? QStringList{action->keys.toString()} : QStringList();
 }
 
 /// A row that has a widget.
@@ -104,7 +77,7 @@ class RowInterface : public QAccessibleWidget {
     QString text(QAccessible::Text which) const override {
         // The list may not have heard yet that the row has gone.
         const int row = row_.row();
-        return which == QAccessible::Name && row >= 0 && row < list_.source().count()
+        return which == QAccessible::Name && row >= 0 && row < list_.count()
                    ? list_.source().titleOf(row)
                    : QAccessibleWidget::text(which);
     }
@@ -115,21 +88,17 @@ class RowInterface : public QAccessibleWidget {
         return state;
     }
 
-    QStringList actionNames() const override { return rowActions(list_); }
+    QStringList actionNames() const override { return namesOfActions(list_); }
 
-    void doAction(const QString& action) override {
-        if (row_.row() >= 0) {
-            doRowAction(list_, row_.row(), action);
-        }
+    void doAction(const QString& name) override { doRowAction(list_, row_.row(), name); }
+
+    QString localizedActionName(const QString& name) const override {
+        const QString text = textOfAction(list_, name);
+        return text.isEmpty() ? QAccessibleWidget::localizedActionName(name) : text;
     }
 
-    QString localizedActionName(const QString& action) const override {
-        const QString name = nameOfRowAction(action);
-        return name.isEmpty() ? QAccessibleWidget::localizedActionName(action) : name;
-    }
-
-    QStringList keyBindingsForAction(const QString& action) const override {
-        return keysOfRowAction(action);
+    QStringList keyBindingsForAction(const QString& name) const override {
+        return keysOfAction(list_, name);
     }
 
   private:
@@ -195,30 +164,32 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
     }
 
     QStringList actionNames() const override {
-        const RowList* list = this->list();
-        return list == nullptr ? QStringList() : rowActions(*list);
+        RowList* list = this->list();
+        return list == nullptr ? QStringList() : namesOfActions(*list);
     }
 
-    void doAction(const QString& action) override {
+    void doAction(const QString& name) override {
         if (RowList* list = this->list()) {
-            doRowAction(*list, row_, action);
+            doRowAction(*list, row_, name);
         }
     }
 
-    QString localizedActionName(const QString& action) const override {
-        const QString name = nameOfRowAction(action);
-        return name.isEmpty() ? QAccessibleActionInterface::localizedActionName(action) : name;
+    QString localizedActionName(const QString& name) const override {
+        RowList* list = this->list();
+        const QString text = list == nullptr ? QString() : textOfAction(*list, name);
+        return text.isEmpty() ? QAccessibleActionInterface::localizedActionName(name) : text;
     }
 
-    QStringList keyBindingsForAction(const QString& action) const override {
-        return keysOfRowAction(action);
+    QStringList keyBindingsForAction(const QString& name) const override {
+        RowList* list = this->list();
+        return list == nullptr ? QStringList() : keysOfAction(*list, name);
     }
 
   private:
     /// Null once the list or the row is gone.
     RowList* list() const {
         RowList* list = list_.data();
-        return list != nullptr && row_ < list->source().count() ? list : nullptr;
+        return list != nullptr && row_ < list->count() ? list : nullptr;
     }
 
     QPointer<RowList> list_;
@@ -233,7 +204,7 @@ class ListInterface : public QAccessibleWidget {
     ListInterface(const ListInterface&) = delete;
     ListInterface& operator=(const ListInterface&) = delete;
 
-    int childCount() const override { return list_.source().count(); }
+    int childCount() const override { return list_.count(); }
 
     QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount()) {
@@ -289,7 +260,7 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
         return new ListInterface(*list);
     }
     auto* row = qobject_cast<ListRow*>(object);
-    RowList* list = row == nullptr ? nullptr : listOf(*row);
+    RowList* list = row == nullptr ? nullptr : row->list();
     return list == nullptr ? nullptr : new RowInterface(*list, *row);
 }
 
