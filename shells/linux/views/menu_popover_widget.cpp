@@ -37,10 +37,6 @@ std::optional<int> MenuPopoverWidget::Rows::uniformHeight() const {
     return pixels(popover::rowHeight);
 }
 
-int MenuPopoverWidget::Rows::heightOf(int /*row*/, int /*width*/) const {
-    return pixels(popover::rowHeight);
-}
-
 QString MenuPopoverWidget::Rows::titleOf(int row) const {
     return toQString(view_.items()[static_cast<std::size_t>(row)].title);
 }

@@ -44,7 +44,6 @@ class MenuPopoverWidget final : public QWidget {
             : view_(view), fileIcons_(std::move(fileIcons)) {}
         int count() const override;
         std::optional<int> uniformHeight() const override;
-        int heightOf(int row, int width) const override;
         QString titleOf(int row) const override;
         ListRow* makeRow(QWidget* parent) override;
         void bindRow(ListRow& row, int index) override;

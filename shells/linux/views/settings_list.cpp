@@ -1,5 +1,6 @@
 #include "shells/linux/views/settings_list.h"
 
+#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -28,11 +29,14 @@ SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
 
 int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
 
-void SettingsRows::prepareHeights(int width) { metrics_.emplace(width); }
-
-int SettingsRows::heightOf(int row, int width) const {
-    const LauncherItem& item = view_.items()[static_cast<std::size_t>(row)];
-    return (metrics_ ? *metrics_ : ItemRowMetrics(width)).heightFor(item.title, item.type);
+std::vector<int> SettingsRows::heights(int width) const {
+    const ItemRowMetrics metrics(width);
+    std::vector<int> heights;
+    heights.reserve(view_.items().size());
+    for (const LauncherItem& item : view_.items()) {
+        heights.push_back(metrics.heightFor(item.title, item.type));
+    }
+    return heights;
 }
 
 QString SettingsRows::titleOf(int row) const {

@@ -1,13 +1,12 @@
 #pragma once
 // The list of items in the settings window: an inset list whose selection is a rounded highlight.
 
-#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/keyboard_focus.h"
 #include "shells/linux/views/kit/selection_list.h"
 #include "views/settings/settings_view.h"
 
-#include <optional>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
@@ -17,9 +16,7 @@ class SettingsRows : public RowSource {
     SettingsRows(SettingsView& view, FileIconSource fileIcons);
 
     int count() const override;
-    std::optional<int> uniformHeight() const override { return std::nullopt; }
-    void prepareHeights(int width) override;
-    int heightOf(int row, int width) const override;
+    std::vector<int> heights(int width) const override;
     QString titleOf(int row) const override;
     ListRow* makeRow(QWidget* parent) override;
     void bindRow(ListRow& row, int index) override;
@@ -27,7 +24,6 @@ class SettingsRows : public RowSource {
   private:
     SettingsView& view_;
     FileIconSource fileIcons_;
-    std::optional<ItemRowMetrics> metrics_;
 };
 
 class SettingsList : public SelectionList {

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
@@ -31,9 +32,13 @@ struct CountedRows : RowSource {
 
     int count() const override { return rows; }
     std::optional<int> uniformHeight() const override { return height; }
-    int heightOf(int row, int /*width*/) const override {
+    std::vector<int> heights(int /*width*/) const override {
         ++heightsAsked;
-        return 30 + row % 3 * 10;
+        std::vector<int> heights;
+        for (int row = 0; row < rows; ++row) {
+            heights.push_back(30 + row % 3 * 10);
+        }
+        return heights;
     }
     QString titleOf(int row) const override {
         ++titlesAsked;

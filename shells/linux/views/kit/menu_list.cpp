@@ -6,10 +6,10 @@
 
 namespace kestrel::linux_shell {
 
-void MenuList::reload() {
+// Where the pointer rests is told anew after a reload.
+void MenuList::cancelGesture() {
     pressedRow_ = -1;
     reportedRow_ = -1;
-    RowList::reload();
 }
 
 // A screen reader that spoke along with the pointer would never be silent.
@@ -48,11 +48,6 @@ void MenuList::mouseReleaseEvent(QMouseEvent* event) {
     if (pressed >= 0 && pressed == rowAt(position) && viewport()->rect().contains(position)) {
         Q_EMIT activated(pressed);
     }
-}
-
-void MenuList::hideEvent(QHideEvent* event) {
-    pressedRow_ = -1;
-    RowList::hideEvent(event);
 }
 
 } // namespace kestrel::linux_shell

@@ -13,8 +13,6 @@ class MenuList final : public RowList {
     MenuList(RowSource& source, const QMargins& padding, QWidget* parent = nullptr)
         : RowList(source, Qt::ScrollBarAlwaysOff, padding, parent) {}
 
-    void reload() override;
-
   Q_SIGNALS:
     /// The pointer is over another row.
     void pointerEntered(int row);
@@ -26,12 +24,12 @@ class MenuList final : public RowList {
   protected:
     void pressRow(int row) override { Q_EMIT activated(row); }
     void takeStep(RowStep step) override { Q_EMIT stepRequested(step); }
+    void cancelGesture() override;
     void currentRowChanged() override;
     void reportPointer(int row) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
-    void hideEvent(QHideEvent* event) override;
 
   private:
     int pressedRow_ = -1;

@@ -61,6 +61,14 @@ class Target : public QWidget {
 
 } // namespace
 
+RowDrag::RowDrag(SelectionList& list) : list_(list) {
+    connect(list.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (row_ >= 0) {
+            showTarget();
+        }
+    });
+}
+
 void RowDrag::press(int row, QPoint position) {
     cancel();
     pressedRow_ = row;
@@ -114,12 +122,6 @@ void RowDrag::showTarget() {
     target_->setGeometry(source.left(), list_.gapTop(destination()) - targetHeight / 2,
                          source.width(), targetHeight);
     target_->raise();
-}
-
-void RowDrag::listScrolled() {
-    if (row_ >= 0) {
-        showTarget();
-    }
 }
 
 void RowDrag::timerEvent(QTimerEvent* event) {

@@ -17,7 +17,7 @@ class RowDrag : public QObject {
 
   public:
     /// A member of `list`.
-    explicit RowDrag(SelectionList& list) : list_(list) {}
+    explicit RowDrag(SelectionList& list);
 
     /// A press on `row`, which becomes a drag once the pointer has moved far enough. Points are
     /// the viewport's.
@@ -33,7 +33,6 @@ class RowDrag : public QObject {
 
     /// The gap where the row would land, a position in the list before the move.
     int destination() const;
-    void listScrolled();
 
   protected:
     void timerEvent(QTimerEvent* event) override;

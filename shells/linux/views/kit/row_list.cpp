@@ -49,18 +49,14 @@ void RowList::rebuildGeometry() {
         // The heights follow with the width, before the list is shown.
         geometry_ = RowGeometry::uniform(source_.count(), provisionalHeight, padding);
     } else {
-        source_.prepareHeights(rowsWidth());
-        std::vector<int> heights(static_cast<std::size_t>(source_.count()));
-        for (std::size_t row = 0; row < heights.size(); ++row) {
-            heights[row] = source_.heightOf(static_cast<int>(row), rowsWidth());
-        }
-        geometry_ = RowGeometry::varying(heights, padding);
+        geometry_ = RowGeometry::varying(source_.heights(rowsWidth()), padding);
     }
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, std::max(geometry_.contentHeight() - viewport()->height(), 0));
 }
 
 void RowList::reload() {
+    cancelGesture();
     currentRow_ = std::min(currentRow_, source_.count() - 1);
     rebuildGeometry();
     refresh();
@@ -241,6 +237,7 @@ void RowList::changeEvent(QEvent* event) {
 void RowList::hideEvent(QHideEvent* event) {
     QAbstractScrollArea::hideEvent(event);
     pointerAt(std::nullopt);
+    cancelGesture();
 }
 
 } // namespace kestrel::linux_shell

@@ -28,12 +28,12 @@ class RowSource {
     virtual ~RowSource() = default;
     virtual int count() const = 0;
 
-    /// The height of every row in pixels; nothing when they differ, and then `heightOf` is asked
-    /// for each row whenever the rows, the width or the font change, so it has to be quick.
-    /// `prepareHeights` comes once before that.
-    virtual std::optional<int> uniformHeight() const = 0;
-    virtual void prepareHeights(int /*width*/) {}
-    virtual int heightOf(int row, int width) const = 0;
+    /// The height of every row in pixels; nothing when they differ.
+    virtual std::optional<int> uniformHeight() const { return std::nullopt; }
+
+    /// The height of each row, where they differ. Asked whenever the rows, the width or the font
+    /// change, so it has to be quick.
+    virtual std::vector<int> heights(int /*width*/) const { return {}; }
 
     /// What a screen reader says.
     virtual QString titleOf(int row) const = 0;
@@ -60,7 +60,7 @@ class RowList : public QAbstractScrollArea {
 
     /// The source's rows have changed. Keeps the scroll position; a click or drag under way ends
     /// without effect. The current row stays at its number while that exists.
-    virtual void reload();
+    void reload();
 
     /// The same rows look different: binds those in sight again and disturbs nothing.
     void refresh();
@@ -118,6 +118,9 @@ class RowList : public QAbstractScrollArea {
 
     /// False when the key is not the list's, which has at least one row.
     virtual bool takeKey(const QKeyEvent& event);
+
+    /// A click or drag under way ends without effect.
+    virtual void cancelGesture() = 0;
 
     /// Tells assistive programs.
     virtual void currentRowChanged();

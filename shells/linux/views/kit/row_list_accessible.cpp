@@ -28,93 +28,110 @@ QAccessible::State stateOf(const RowList& list, int row) {
     return state;
 }
 
-std::optional<RowAction> actionOf(RowList& list, const QString& name) {
-    std::vector<RowAction> actions = list.rowActions();
-    const auto found = std::ranges::find(actions, name, &RowAction::name);
-    return found == actions.end() ? std::nullopt : std::optional(std::move(*found));
-}
+/// What all rows have in common; `Base` is what the framework has for them.
+template <class Base>
+class RowInterface : public Base {
+  public:
+    using Base::Base;
 
-QStringList namesOfActions(RowList& list) {
-    QStringList names;
-    if (list.isEnabled()) {
-        for (const RowAction& action : list.rowActions()) {
+    virtual int row() const = 0;
+
+    QStringList actionNames() const override {
+        QStringList names;
+        for (const RowAction& action : actions()) {
             names << action.name;
         }
+        return names;
     }
-    return names;
-}
 
-void doRowAction(RowList& list, int row, const QString& name) {
-    const auto action = actionOf(list, name);
-    // The list may not have heard yet that the row has come or gone.
-    if (action && list.isEnabled() && row >= 0 && row < list.count()) {
-        list.ensureVisible(row);
-        action->perform(row);
+    void doAction(const QString& name) override {
+        RowList* list = listWithRow();
+        if (const auto action = actionOf(name); action && list != nullptr) {
+            const int row = this->row();
+            list->ensureVisible(row);
+            action->perform(row);
+        }
     }
-}
 
-/// What the framework has no text of its own for; empty for the rest.
-QString textOfAction(RowList& list, const QString& name) {
-    const auto action = actionOf(list, name);
-    return action ? action->text : QString();
-}
+    QString localizedActionName(const QString& name) const override {
+        const auto action = actionOf(name);
+        return action && !action->text.isEmpty() ? action->text : Base::localizedActionName(name);
+    }
 
-QStringList keysOfAction(RowList& list, const QString& name) {
-    const auto action = actionOf(list, name);
-    return action && !action->keys.isEmpty() ? QStringList{action->keys.toString()} : QStringList();
-}
+    QStringList keyBindingsForAction(const QString& name) const override {
+        const auto action = actionOf(name);
+        return action && !action->keys.isEmpty() ? QStringList{action->keys.toString()}
+                                                 : QStringList();
+    }
+
+  protected:
+    /// Null once the list is gone or has begun to go.
+    virtual RowList* list() const = 0;
+
+    /// Null also when the row has gone, of which the list may not have heard yet.
+    RowList* listWithRow() const {
+        RowList* list = this->list();
+        return list != nullptr && row() >= 0 && row() < list->count() ? list : nullptr;
+    }
+
+  private:
+    std::vector<RowAction> actions() const {
+        RowList* list = listWithRow();
+        return list != nullptr && list->isEnabled() ? list->rowActions() : std::vector<RowAction>();
+    }
+
+    std::optional<RowAction> actionOf(const QString& name) const {
+        const std::vector<RowAction> actions = this->actions();
+        const auto found = std::ranges::find(actions, name, &RowAction::name);
+        return found == actions.end() ? std::nullopt : std::optional(*found);
+    }
+};
 
 /// A row that has a widget.
-class RowInterface : public QAccessibleWidget {
+class NearRowInterface final : public RowInterface<QAccessibleWidget> {
   public:
-    RowInterface(RowList& list, ListRow& row)
-        : QAccessibleWidget(&row, QAccessible::ListItem), list_(list), row_(row) {}
+    explicit NearRowInterface(ListRow& row)
+        : RowInterface(&row, QAccessible::ListItem), row_(row) {}
+
+    int row() const override { return row_.row(); }
 
     QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(&list_);
+        RowList* list = this->list();
+        return list == nullptr ? QAccessibleWidget::parent()
+                               : QAccessible::queryAccessibleInterface(list);
     }
 
     QString text(QAccessible::Text which) const override {
-        // The list may not have heard yet that the row has gone.
-        const int row = row_.row();
-        return which == QAccessible::Name && row >= 0 && row < list_.count()
-                   ? list_.source().titleOf(row)
-                   : QAccessibleWidget::text(which);
+        const RowList* list = listWithRow();
+        return which == QAccessible::Name && list != nullptr ? list->source().titleOf(row())
+                                                             : QAccessibleWidget::text(which);
     }
 
     QAccessible::State state() const override {
-        QAccessible::State state = stateOf(list_, row_.row());
+        const RowList* list = this->list();
+        QAccessible::State state =
+            list == nullptr ? QAccessibleWidget::state() : stateOf(*list, row());
         state.invisible = !row_.isVisible();
         return state;
     }
 
-    QStringList actionNames() const override { return namesOfActions(list_); }
-
-    void doAction(const QString& name) override { doRowAction(list_, row_.row(), name); }
-
-    QString localizedActionName(const QString& name) const override {
-        const QString text = textOfAction(list_, name);
-        return text.isEmpty() ? QAccessibleWidget::localizedActionName(name) : text;
-    }
-
-    QStringList keyBindingsForAction(const QString& name) const override {
-        return keysOfAction(list_, name);
-    }
-
   private:
-    RowList& list_;
+    RowList* list() const override { return row_.list(); }
+
     ListRow& row_;
 };
 
+struct PlainInterface : QAccessibleInterface, QAccessibleActionInterface {};
+
 /// A row that is out of sight, known by its position only. The assistive program may keep it
 /// longer than the list or the row lives.
-class DistantRowInterface : public QAccessibleInterface, public QAccessibleActionInterface {
+class DistantRowInterface final : public RowInterface<PlainInterface> {
   public:
     DistantRowInterface(RowList& list, int row) : list_(&list), row_(row) {}
 
-    int row() const { return row_; }
+    int row() const override { return row_; }
 
-    bool isValid() const override { return list() != nullptr; }
+    bool isValid() const override { return listWithRow() != nullptr; }
     QObject* object() const override { return nullptr; }
     QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
     QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
@@ -123,39 +140,33 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
     QAccessible::Role role() const override { return QAccessible::ListItem; }
     void setText(QAccessible::Text /*which*/, const QString& /*text*/) override {}
 
-    QWindow* window() const override {
-        const RowList* list = this->list();
-        return list == nullptr ? nullptr : list->window()->windowHandle();
-    }
-
     QAccessibleInterface* parent() const override {
-        RowList* list = this->list();
+        RowList* list = listWithRow();
         return list == nullptr ? nullptr : QAccessible::queryAccessibleInterface(list);
     }
 
+    QWindow* window() const override {
+        const RowList* list = listWithRow();
+        return list == nullptr ? nullptr : list->window()->windowHandle();
+    }
+
     QString text(QAccessible::Text which) const override {
-        const RowList* list = this->list();
+        const RowList* list = listWithRow();
         return list != nullptr && which == QAccessible::Name ? list->source().titleOf(row_)
                                                              : QString();
     }
 
     QRect rect() const override {
-        const RowList* list = this->list();
-        if (list == nullptr) {
-            return {};
-        }
-        const QRect rect = list->rowRect(row_);
-        return {list->viewport()->mapToGlobal(rect.topLeft()), rect.size()};
+        const RowList* list = listWithRow();
+        const QRect rect = list == nullptr ? QRect() : list->rowRect(row_);
+        return list == nullptr ? rect : rect.translated(list->viewport()->mapToGlobal(QPoint()));
     }
 
     QAccessible::State state() const override {
-        const RowList* list = this->list();
-        if (list != nullptr) {
-            return stateOf(*list, row_);
-        }
-        QAccessible::State state;
-        state.invalid = true;
-        return state;
+        const RowList* list = listWithRow();
+        QAccessible::State invalid;
+        invalid.invalid = true;
+        return list == nullptr ? invalid : stateOf(*list, row_);
     }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
@@ -163,34 +174,8 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
                                                     : nullptr;
     }
 
-    QStringList actionNames() const override {
-        RowList* list = this->list();
-        return list == nullptr ? QStringList() : namesOfActions(*list);
-    }
-
-    void doAction(const QString& name) override {
-        if (RowList* list = this->list()) {
-            doRowAction(*list, row_, name);
-        }
-    }
-
-    QString localizedActionName(const QString& name) const override {
-        RowList* list = this->list();
-        const QString text = list == nullptr ? QString() : textOfAction(*list, name);
-        return text.isEmpty() ? QAccessibleActionInterface::localizedActionName(name) : text;
-    }
-
-    QStringList keyBindingsForAction(const QString& name) const override {
-        RowList* list = this->list();
-        return list == nullptr ? QStringList() : keysOfAction(*list, name);
-    }
-
   private:
-    /// Null once the list or the row is gone.
-    RowList* list() const {
-        RowList* list = list_.data();
-        return list != nullptr && row_ < list->count() ? list : nullptr;
-    }
+    RowList* list() const override { return list_; }
 
     QPointer<RowList> list_;
     int row_;
@@ -260,8 +245,7 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
         return new ListInterface(*list);
     }
     auto* row = qobject_cast<ListRow*>(object);
-    RowList* list = row == nullptr ? nullptr : row->list();
-    return list == nullptr ? nullptr : new RowInterface(*list, *row);
+    return row == nullptr || row->list() == nullptr ? nullptr : new NearRowInterface(*row);
 }
 
 } // namespace

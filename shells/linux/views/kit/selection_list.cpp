@@ -11,10 +11,9 @@
 
 namespace kestrel::linux_shell {
 
-void SelectionList::reload() {
+void SelectionList::cancelGesture() {
     drag_.cancel();
     pressedSinceReload_ = false;
-    RowList::reload();
 }
 
 // Assistive programs cannot drag, and the keys that move a row may not be free.
@@ -70,16 +69,12 @@ int SelectionList::rowAfter(RowStep step) const {
     return last;
 }
 
-void SelectionList::keyPressEvent(QKeyEvent* event) {
-    if (drag_.row() >= 0 && event->key() == Qt::Key_Escape) {
+bool SelectionList::takeKey(const QKeyEvent& event) {
+    if (drag_.row() >= 0 && event.key() == Qt::Key_Escape) {
         drag_.cancel();
         layoutRows();
-        return;
+        return true;
     }
-    RowList::keyPressEvent(event);
-}
-
-bool SelectionList::takeKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (event.key() == Qt::Key_Delete && modifiers == Qt::NoModifier) {
@@ -138,16 +133,6 @@ void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
     }
     const QPoint position = byKeyboard ? rowRect(row).center() : event->pos();
     Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(position));
-}
-
-void SelectionList::scrollContentsBy(int dx, int dy) {
-    RowList::scrollContentsBy(dx, dy);
-    drag_.listScrolled();
-}
-
-void SelectionList::hideEvent(QHideEvent* event) {
-    drag_.cancel();
-    RowList::hideEvent(event);
 }
 
 } // namespace kestrel::linux_shell

@@ -14,7 +14,6 @@ class SelectionList : public RowList {
     SelectionList(RowSource& source, const QMargins& padding, QWidget* parent = nullptr)
         : RowList(source, Qt::ScrollBarAsNeeded, padding, parent) {}
 
-    void reload() override;
     std::vector<RowAction> rowActions() override;
 
   Q_SIGNALS:
@@ -33,15 +32,13 @@ class SelectionList : public RowList {
     void pressRow(int row) override { pick(row, LastInput::pointer); }
     void takeStep(RowStep step) override { pick(rowAfter(step), LastInput::keyboard); }
     bool takeKey(const QKeyEvent& event) override;
+    void cancelGesture() override;
     int keptRow() const override { return drag_.row(); }
-    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
-    void hideEvent(QHideEvent* event) override;
 
   private:
     void pick(int row, LastInput input);
