@@ -59,11 +59,7 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
       divider_(this),
       settings_(popover::footer::settings, this),
       quit_(popover::footer::quit, this),
-      viewWillChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })),
-      itemsWillChange_(view_->manager().objectWillChange.subscribe([this] {
-          haveItemsChanged_ = true;
-          redraw_.request();
-      })) {
+      willChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })) {
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
     // Later, so that the button has finished with its click before the popover goes.
@@ -104,7 +100,8 @@ void MenuPopoverWidget::connectList() {
 }
 
 void MenuPopoverWidget::updateNow() {
-    if (std::exchange(haveItemsChanged_, false)) {
+    const std::uint64_t revision = view_->items().revision();
+    if (std::exchange(shownRevision_, revision) != revision) {
         list_.reload();
         showListOrEmptyState();
     }

@@ -11,7 +11,9 @@
 
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kestrel::linux_shell {
 
@@ -66,9 +68,8 @@ class MenuPopoverWidget final : public QWidget {
     FooterButton settings_;
     FooterButton quit_;
     RedrawSchedule redraw_{[this] { updateNow(); }};
-    bool haveItemsChanged_ = true;
-    Subscription viewWillChange_;
-    Subscription itemsWillChange_;
+    std::optional<std::uint64_t> shownRevision_; ///< of the items
+    Subscription willChange_;
 };
 
 } // namespace kestrel::linux_shell

@@ -43,9 +43,7 @@ SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSourc
     column->addWidget(placeholder_, 1);
 
     connectList();
-    viewWillChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
-    itemsWillChange_ =
-        view_->manager().objectWillChange.subscribe([this] { itemsChanged_ = true; });
+    willChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
     redraw();
 }
 
@@ -162,7 +160,8 @@ void SettingsWidget::redrawToolbar() {
 }
 
 void SettingsWidget::redrawList() {
-    if (std::exchange(itemsChanged_, false)) {
+    const std::uint64_t revision = view_->items().revision();
+    if (std::exchange(shownRevision_, revision) != revision) {
         list_->reload();
     } else {
         list_->refresh();

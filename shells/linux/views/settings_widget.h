@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -75,9 +76,8 @@ class SettingsWidget : public QWidget {
     QPointer<Sheet> sheet_;
     PresentedSheet presented_ = PresentedSheet::none;
     RedrawSchedule redraw_{[this] { redraw(); }};
-    bool itemsChanged_ = true;
-    Subscription viewWillChange_;
-    Subscription itemsWillChange_;
+    std::optional<std::uint64_t> shownRevision_; ///< of the items
+    Subscription willChange_;
 };
 
 } // namespace kestrel::linux_shell
