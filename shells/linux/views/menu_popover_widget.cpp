@@ -51,9 +51,9 @@ void MenuPopoverWidget::Rows::bindRow(ListRow& row, int index) {
 }
 
 MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
-                                     FileIconSource fileIcons)
+                                     const FileIconSource& fileIcons)
     : view_(std::move(view)),
-      rows_(*view_, std::move(fileIcons)),
+      rows_(*view_, fileIcons),
       list_(rows_, marginsFor(popover::listPadding), this),
       emptyState_(makeEmptyState(this)),
       divider_(this),
@@ -62,6 +62,7 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
       willChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })) {
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
+    connect(&fileIcons, &FileIconSource::changed, &list_, &MenuList::refresh);
     // Later, so that the button has finished with its click before the popover goes.
     connect(
         &settings_, &QAbstractButton::clicked, this, [this] { view_->settingsClicked(); },

@@ -22,7 +22,8 @@ class MenuPopoverWidget final : public QWidget {
     Q_OBJECT
 
   public:
-    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons);
+    /// `fileIcons` outlives the widget.
+    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, const FileIconSource& fileIcons);
 
     const MenuList& list() const { return list_; }
 
@@ -42,8 +43,8 @@ class MenuPopoverWidget final : public QWidget {
     /// The items as the list asks for them.
     class Rows final : public RowSource {
       public:
-        Rows(MenuPopoverView& view, FileIconSource fileIcons)
-            : view_(view), fileIcons_(std::move(fileIcons)) {}
+        Rows(MenuPopoverView& view, const FileIconSource& fileIcons)
+            : view_(view), fileIcons_(fileIcons) {}
         int count() const override;
         std::optional<int> uniformHeight() const override;
         QString titleOf(int row) const override;
@@ -52,7 +53,7 @@ class MenuPopoverWidget final : public QWidget {
 
       private:
         MenuPopoverView& view_;
-        FileIconSource fileIcons_;
+        const FileIconSource& fileIcons_;
     };
 
     void connectList();

@@ -24,8 +24,8 @@ constexpr double inactiveSelectedOpacity = 0.09; // of the text colour, while it
 
 } // namespace
 
-SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
-    : view_(view), fileIcons_(std::move(fileIcons)) {}
+SettingsRows::SettingsRows(SettingsView& view, const FileIconSource& fileIcons)
+    : view_(view), fileIcons_(fileIcons) {}
 
 int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
 

@@ -10,10 +10,10 @@
 
 namespace kestrel::linux_shell {
 
-/// The rows of a settings view, which outlives this.
+/// The rows of a settings view, which outlives this as `fileIcons` does.
 class SettingsRows : public RowSource {
   public:
-    SettingsRows(SettingsView& view, FileIconSource fileIcons);
+    SettingsRows(SettingsView& view, const FileIconSource& fileIcons);
 
     int count() const override;
     std::vector<int> heights(int width) const override;
@@ -23,7 +23,7 @@ class SettingsRows : public RowSource {
 
   private:
     SettingsView& view_;
-    FileIconSource fileIcons_;
+    const FileIconSource& fileIcons_;
 };
 
 class SettingsList : public SelectionList {

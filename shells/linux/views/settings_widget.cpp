@@ -20,11 +20,11 @@
 
 namespace kestrel::linux_shell {
 
-SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, const FileIconSource& fileIcons,
                                QWidget* parent)
     : QWidget(parent),
       view_(std::move(view)),
-      rows_(std::make_unique<SettingsRows>(*view_, std::move(fileIcons))) {
+      rows_(std::make_unique<SettingsRows>(*view_, fileIcons)) {
     setMinimumSize(sizeFor(settings_style::minimumSize));
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
@@ -43,6 +43,7 @@ SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSourc
     column->addWidget(placeholder_, 1);
 
     connectList();
+    connect(&fileIcons, &FileIconSource::changed, list_, &SettingsList::refresh);
     willChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
     redraw();
 }

@@ -27,7 +27,8 @@ class SettingsWidget : public QWidget {
     Q_OBJECT
 
   public:
-    SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+    /// `fileIcons` outlives the widget.
+    SettingsWidget(std::unique_ptr<SettingsView> view, const FileIconSource& fileIcons,
                    QWidget* parent = nullptr);
     ~SettingsWidget() override;
 
