@@ -31,8 +31,6 @@ RowList::RowList(RowSource& source, Qt::ScrollBarPolicy scrollBar, const QMargin
     rebuildGeometry();
 }
 
-RowList::~RowList() = default;
-
 int RowList::count() const { return std::min(geometry_.count(), source_.count()); }
 
 int RowList::scrollOffset() const { return verticalScrollBar()->value(); }

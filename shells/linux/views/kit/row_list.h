@@ -56,8 +56,6 @@ class RowList : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    ~RowList() override;
-
     /// The source's rows have changed. Keeps the scroll position; a click or drag under way ends
     /// without effect. The current row stays at its number while that exists.
     void reload();
@@ -91,6 +89,7 @@ class RowList : public QAbstractScrollArea {
 
     RowSource& source() const { return source_; }
 
+    /// Offered for each row while the list is enabled.
     virtual std::vector<RowAction> rowActions();
 
   Q_SIGNALS:
