@@ -3,7 +3,6 @@
 #include "shells/linux/desktop/startup_notification.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
-#include "shells/linux/views/kit/row_list.h"
 #include "shells/linux/views/kit/symbol.h"
 
 #include <QDBusConnection>
@@ -32,14 +31,6 @@ QImage drawnSymbol(const Image& image, int pixels) {
                              : QImage();
 }
 
-void showLateIcons() {
-    for (QWidget* widget : QApplication::allWidgets()) {
-        if (auto* list = qobject_cast<RowList*>(widget)) {
-            list->refresh();
-        }
-    }
-}
-
 } // namespace
 
 Shell::Shell(QApplication& application)
@@ -49,12 +40,13 @@ Shell::Shell(QApplication& application)
       workspace_(launchWorker_, [this] { return activationTokens_.take(); }),
       terminal_(
           launchWorker_, [this] { return activationTokens_.take(); },
-          [this] { mainQueue_.async(showLateIcons); }),
-      fileIcons_([this] { mainQueue_.async(showLateIcons); }),
+          [this] { lateIconsArrived(); }),
+      fileIcons_([this] { lateIconsArrived(); }),
+      iconSource_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       application_(application),
       appearance_(QDBusConnection::sessionBus()),
       statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
-      viewHosts_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
+      viewHosts_(iconSource_),
       delegate_({.store = {.mainQueue = mainQueue_,
                            .userDefaults = userDefaults_,
                            .cloud = cloud_,
@@ -115,6 +107,11 @@ void Shell::applicationDidFinishLaunching() {
             showOnce();
         }
     });
+}
+
+// On any thread.
+void Shell::lateIconsArrived() {
+    mainQueue_.async([this] { Q_EMIT iconSource_.changed(); });
 }
 
 void Shell::showOnce() {

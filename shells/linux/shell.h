@@ -50,6 +50,7 @@ class Shell {
   private:
     void applicationDidFinishLaunching();
     void showOnce();
+    void lateIconsArrived();
 
     QTranslator translator_;
     QtMainQueue mainQueue_;
@@ -62,6 +63,7 @@ class Shell {
     GioWorkspace workspace_;
     ShellTerminal terminal_;
     FileIcons fileIcons_;
+    FileIconSource iconSource_;
     QtApplication application_;
     Appearance appearance_;
     LinuxStatusBar statusBar_;

@@ -7,8 +7,6 @@
 
 namespace kestrel::linux_shell {
 
-LinuxViewHosts::LinuxViewHosts(FileIconSource fileIcons) : fileIcons_(std::move(fileIcons)) {}
-
 std::unique_ptr<HostingController>
 LinuxViewHosts::hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) {
     auto widget = std::make_unique<MenuPopoverWidget>(std::move(view), fileIcons_);

@@ -9,10 +9,10 @@
 
 namespace kestrel::linux_shell {
 
-/// Main thread only.
+/// Main thread only. The source of the icons outlives it and its widgets.
 class LinuxViewHosts final : public ViewHosts {
   public:
-    explicit LinuxViewHosts(FileIconSource fileIcons);
+    explicit LinuxViewHosts(const FileIconSource& fileIcons) : fileIcons_(fileIcons) {}
 
     std::unique_ptr<HostingController>
     hostMenuPopoverView(std::unique_ptr<MenuPopoverView> view) override;
@@ -24,7 +24,7 @@ class LinuxViewHosts final : public ViewHosts {
     PopoverWindow* popover() const { return popover_; }
 
   private:
-    FileIconSource fileIcons_;
+    const FileIconSource& fileIcons_;
     QPointer<PopoverWindow> popover_;
 };
 

@@ -28,29 +28,30 @@ const LauncherItem* ItemList::find(const Uuid& id) const {
     return position ? &items_[*position] : nullptr;
 }
 
-void ItemList::fire() {
+void ItemList::beginWrite() {
     ++firing_;
     willChange_.fire();
     --firing_;
+    ++revision_;
 }
 
 void ItemList::assign(std::vector<LauncherItem> items) {
-    fire();
+    beginWrite();
     items_ = std::move(items);
 }
 
 void ItemList::append(LauncherItem item) {
-    fire();
+    beginWrite();
     items_.push_back(std::move(item));
 }
 
 void ItemList::remove(const Positions& positions) {
-    fire();
+    beginWrite();
     erase(positions);
 }
 
 void ItemList::move(const Positions& positions, std::size_t destination) {
-    fire();
+    beginWrite();
     std::vector<LauncherItem> moved;
     for (auto i = positions.begin(); i != positions.end() && *i < items_.size(); ++i)
         moved.push_back(std::move(items_[*i]));
@@ -64,7 +65,7 @@ void ItemList::move(const Positions& positions, std::size_t destination) {
 bool ItemList::replace(LauncherItem item) {
     if (!positionOf(item.id))
         return false;
-    fire();
+    beginWrite();
     const auto position = positionOf(item.id);
     if (position)
         items_[*position] = std::move(item);

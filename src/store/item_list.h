@@ -11,6 +11,7 @@
 #include "store/will_change_signal.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <vector>
@@ -36,6 +37,10 @@ class ItemList {
     auto begin() const { return items_.begin(); }
     auto end() const { return items_.end(); }
 
+    /// Another number after every write. A handler of the signal still gets the one of the list
+    /// that it sees.
+    std::uint64_t revision() const { return revision_; }
+
     /// The position of the first item with that id; nothing when none has it.
     std::optional<std::size_t> positionOf(const Uuid& id) const;
 
@@ -58,11 +63,12 @@ class ItemList {
     bool replace(LauncherItem item);
 
   private:
-    void fire();
+    void beginWrite();
     void erase(const Positions& positions);
 
     const WillChangeSignal& willChange_;
     std::vector<LauncherItem> items_;
+    std::uint64_t revision_ = 0;
     int firing_ = 0;
 };
 

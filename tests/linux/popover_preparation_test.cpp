@@ -34,10 +34,11 @@ class PopoverPreparationTest : public tests::StoreFixture {
 
     ItemsManager manager{ports};
     std::vector<std::string> iconsAsked;
-    LinuxViewHosts hosts{[this](const std::string& path) {
+    FileIconSource icons{[this](const std::string& path) {
         iconsAsked.push_back(path);
         return QIcon();
     }};
+    LinuxViewHosts hosts{icons};
     UnseenButton button;
     std::unique_ptr<Popover> popover;
 

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -69,6 +70,27 @@ TEST_F(ItemListTest, EveryWriteFiresOnceEvenIfItChangesNothing) {
     list.replace(list[0]);
     list.assign(list.values());
     EXPECT_EQ(signals, 4);
+}
+
+TEST_F(ItemListTest, EveryWriteMakesANewRevisionWhichItsHandlersDoNotSeeYet) {
+    const std::vector<LauncherItem> start = list.values();
+    std::vector<std::uint64_t> seen;
+    const Subscription reader = signal.subscribe([&] { seen.push_back(list.revision()); });
+    for (const auto& [name, write] : writes) {
+        list.assign(start);
+        seen.clear();
+        const std::uint64_t before = list.revision();
+        write(list, start[2]);
+        EXPECT_GT(list.revision(), before) << name;
+        EXPECT_THAT(seen, ElementsAre(before)) << name;
+    }
+}
+
+TEST_F(ItemListTest, WhatFiresNoSignalMakesNoRevision) {
+    const std::uint64_t before = list.revision();
+    EXPECT_FALSE(list.replace(appItem("Unknown")));
+    EXPECT_EQ(list.positionOf(Uuid()), std::nullopt);
+    EXPECT_EQ(list.revision(), before);
 }
 
 TEST_F(ItemListTest, RemoveTakesAllPositionsAtOnceAndIgnoresThosePastTheEnd) {
@@ -171,6 +193,24 @@ TEST_F(ItemListHandlerTest, AnyWriteInsideAnyWriteIsDoneBeforeItWithASignalOfIts
             outer(list, start[2]);
             EXPECT_EQ(signals, 2) << innerName << " in " << outerName;
             EXPECT_EQ(titles(list), oneAfterTheOther) << innerName << " in " << outerName;
+        }
+    }
+}
+
+TEST_F(ItemListHandlerTest, AWriteInsideAWriteHasARevisionOfItsOwn) {
+    const std::vector<LauncherItem> start = list.values();
+    for (const auto& [outerName, outer] : writes) {
+        for (const auto& [innerName, inner] : writes) {
+            list.assign(start);
+            const std::uint64_t before = list.revision();
+            std::uint64_t between = 0;
+            act = [&, write = inner] {
+                write(list, start[2]);
+                between = list.revision();
+            };
+            outer(list, start[2]);
+            EXPECT_GT(between, before) << innerName << " in " << outerName;
+            EXPECT_GT(list.revision(), between) << innerName << " in " << outerName;
         }
     }
 }

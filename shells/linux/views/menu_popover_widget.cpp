@@ -15,12 +15,6 @@ namespace {
 
 namespace popover = menu_popover_style;
 
-RowList::Options listOptions() {
-    return {.kind = RowList::Kind::menu,
-            .scrollBar = RowList::ScrollBar::never,
-            .padding = marginsFor(popover::listPadding)};
-}
-
 std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
     namespace state = popover::empty_state;
     auto widget = std::make_unique<QWidget>(parent);
@@ -35,34 +29,11 @@ std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
     return widget;
 }
 
-MenuPopoverView::Step stepFor(RowList::Step step) {
-    using enum MenuPopoverView::Step;
-    switch (step) {
-    case RowList::Step::previous:
-        return previous;
-    case RowList::Step::next:
-        return next;
-    case RowList::Step::pageUp:
-        return pageUp;
-    case RowList::Step::pageDown:
-        return pageDown;
-    case RowList::Step::first:
-        return first;
-    case RowList::Step::last:
-        break;
-    }
-    return last;
-}
-
 } // namespace
 
 int MenuPopoverWidget::Rows::count() const { return static_cast<int>(view_.items().size()); }
 
 std::optional<int> MenuPopoverWidget::Rows::uniformHeight() const {
-    return pixels(popover::rowHeight);
-}
-
-int MenuPopoverWidget::Rows::heightOf(int /*row*/, int /*width*/) const {
     return pixels(popover::rowHeight);
 }
 
@@ -80,21 +51,18 @@ void MenuPopoverWidget::Rows::bindRow(ListRow& row, int index) {
 }
 
 MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
-                                     FileIconSource fileIcons)
+                                     const FileIconSource& fileIcons)
     : view_(std::move(view)),
-      rows_(*view_, std::move(fileIcons)),
-      list_(rows_, listOptions(), this),
+      rows_(*view_, fileIcons),
+      list_(rows_, marginsFor(popover::listPadding), this),
       emptyState_(makeEmptyState(this)),
       divider_(this),
       settings_(popover::footer::settings, this),
       quit_(popover::footer::quit, this),
-      viewWillChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })),
-      itemsWillChange_(view_->manager().objectWillChange.subscribe([this] {
-          haveItemsChanged_ = true;
-          redraw_.request();
-      })) {
+      willChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })) {
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
+    connect(&fileIcons, &FileIconSource::changed, &list_, &MenuList::refresh);
     // Later, so that the button has finished with its click before the popover goes.
     connect(
         &settings_, &QAbstractButton::clicked, this, [this] { view_->settingsClicked(); },
@@ -110,30 +78,31 @@ QSize MenuPopoverWidget::sizeHint() const {
 }
 
 void MenuPopoverWidget::connectList() {
-    connect(&list_, &RowList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
-    connect(&list_, &RowList::activated, this, [this](int row) {
+    connect(&list_, &MenuList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
+    connect(&list_, &MenuList::activated, this, [this](int row) {
         const auto position = static_cast<std::size_t>(row);
         if (position < view_->items().size()) {
             view_->row(position).onTap();
         }
     });
-    connect(&list_, &RowList::pointerEntered, this,
+    connect(&list_, &MenuList::pointerEntered, this,
             [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
-    connect(&list_, &RowList::pointerLeft, this,
+    connect(&list_, &MenuList::pointerLeft, this,
             [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
     // At once: the next key may be here already, and it is about the row that this one leads to.
-    connect(&list_, &RowList::stepRequested, this, [this](RowList::Step step) {
-        view_->moveHighlight(stepFor(step));
+    connect(&list_, &MenuList::stepRequested, this, [this](RowStep step) {
+        view_->moveHighlight(step);
         redraw_.catchUp();
     });
-    connect(&list_, &RowList::typed, this, [this](const QString& text) {
+    connect(&list_, &MenuList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
         redraw_.catchUp();
     });
 }
 
 void MenuPopoverWidget::updateNow() {
-    if (std::exchange(haveItemsChanged_, false)) {
+    const std::uint64_t revision = view_->items().revision();
+    if (std::exchange(shownRevision_, revision) != revision) {
         list_.reload();
         showListOrEmptyState();
     }

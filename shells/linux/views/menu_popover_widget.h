@@ -5,13 +5,15 @@
 #include "shells/linux/views/footer_button.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/kit/menu_list.h"
 #include "shells/linux/views/kit/redraw_schedule.h"
-#include "shells/linux/views/kit/row_list.h"
 #include "views/popover/menu_popover_view.h"
 
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kestrel::linux_shell {
 
@@ -20,9 +22,10 @@ class MenuPopoverWidget final : public QWidget {
     Q_OBJECT
 
   public:
-    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, FileIconSource fileIcons);
+    /// `fileIcons` outlives the widget.
+    MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view, const FileIconSource& fileIcons);
 
-    const RowList& list() const { return list_; }
+    const MenuList& list() const { return list_; }
 
     /// The size at which the popover shows what the list holds now.
     QSize sizeHint() const override;
@@ -40,18 +43,17 @@ class MenuPopoverWidget final : public QWidget {
     /// The items as the list asks for them.
     class Rows final : public RowSource {
       public:
-        Rows(MenuPopoverView& view, FileIconSource fileIcons)
-            : view_(view), fileIcons_(std::move(fileIcons)) {}
+        Rows(MenuPopoverView& view, const FileIconSource& fileIcons)
+            : view_(view), fileIcons_(fileIcons) {}
         int count() const override;
         std::optional<int> uniformHeight() const override;
-        int heightOf(int row, int width) const override;
         QString titleOf(int row) const override;
         ListRow* makeRow(QWidget* parent) override;
         void bindRow(ListRow& row, int index) override;
 
       private:
         MenuPopoverView& view_;
-        FileIconSource fileIcons_;
+        const FileIconSource& fileIcons_;
     };
 
     void connectList();
@@ -61,15 +63,14 @@ class MenuPopoverWidget final : public QWidget {
 
     std::unique_ptr<MenuPopoverView> view_;
     Rows rows_;
-    RowList list_;
+    MenuList list_;
     std::unique_ptr<QWidget> emptyState_;
     Divider divider_;
     FooterButton settings_;
     FooterButton quit_;
     RedrawSchedule redraw_{[this] { updateNow(); }};
-    bool haveItemsChanged_ = true;
-    Subscription viewWillChange_;
-    Subscription itemsWillChange_;
+    std::optional<std::uint64_t> shownRevision_; ///< of the items
+    Subscription willChange_;
 };
 
 } // namespace kestrel::linux_shell

@@ -1,5 +1,6 @@
 #include "shells/linux/views/settings_list.h"
 
+#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -23,16 +24,19 @@ constexpr double inactiveSelectedOpacity = 0.09; // of the text colour, while it
 
 } // namespace
 
-SettingsRows::SettingsRows(SettingsView& view, FileIconSource fileIcons)
-    : view_(view), fileIcons_(std::move(fileIcons)) {}
+SettingsRows::SettingsRows(SettingsView& view, const FileIconSource& fileIcons)
+    : view_(view), fileIcons_(fileIcons) {}
 
 int SettingsRows::count() const { return static_cast<int>(view_.items().size()); }
 
-void SettingsRows::prepareHeights(int width) { metrics_.emplace(width); }
-
-int SettingsRows::heightOf(int row, int width) const {
-    const LauncherItem& item = view_.items()[static_cast<std::size_t>(row)];
-    return (metrics_ ? *metrics_ : ItemRowMetrics(width)).heightFor(item.title, item.type);
+std::vector<int> SettingsRows::heights(int width) const {
+    const ItemRowMetrics metrics(width);
+    std::vector<int> heights;
+    heights.reserve(view_.items().size());
+    for (const LauncherItem& item : view_.items()) {
+        heights.push_back(metrics.heightFor(item.title, item.type));
+    }
+    return heights;
 }
 
 QString SettingsRows::titleOf(int row) const {
@@ -51,22 +55,18 @@ void SettingsRows::bindRow(ListRow& row, int index) {
 }
 
 SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
-    : RowList(rows,
-              {.kind = Kind::selection,
-               .scrollBar = ScrollBar::asNeeded,
-               .padding = QMargins(listInset, listInset, listInset, listInset)},
-              parent) {}
+    : SelectionList(rows, QMargins(listInset, listInset, listInset, listInset), parent) {}
 
 void SettingsList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    const QColor ground = palette().color(QPalette::Active, QPalette::Base);
-    painter.fillRect(event->rect(), ground);
+    const QColor background = palette().color(QPalette::Active, QPalette::Base);
+    painter.fillRect(event->rect(), background);
     const QWidget* const focused = QApplication::focusWidget();
     const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
         fillRounded(painter, rowRect(currentRow()), highlightRadius,
-                    active ? mixed(ground, accent, selectedShare)
+                    active ? mixed(background, accent, selectedShare)
                            : washColor(palette(), inactiveSelectedOpacity));
     } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
         drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
@@ -76,11 +76,11 @@ void SettingsList::paintEvent(QPaintEvent* event) {
 
 void SettingsList::focusInEvent(QFocusEvent* event) {
     keyboardFocus_.focused(event->reason());
-    RowList::focusInEvent(event);
+    SelectionList::focusInEvent(event);
 }
 
 void SettingsList::changeEvent(QEvent* event) {
-    RowList::changeEvent(event);
+    SelectionList::changeEvent(event);
     if (event->type() == QEvent::ActivationChange) {
         viewport()->update();
     }

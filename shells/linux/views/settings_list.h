@@ -1,36 +1,32 @@
 #pragma once
 // The list of items in the settings window: an inset list whose selection is a rounded highlight.
 
-#include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/keyboard_focus.h"
-#include "shells/linux/views/kit/row_list.h"
+#include "shells/linux/views/kit/selection_list.h"
 #include "views/settings/settings_view.h"
 
-#include <optional>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
-/// The rows of a settings view, which outlives this.
+/// The rows of a settings view, which outlives this as `fileIcons` does.
 class SettingsRows : public RowSource {
   public:
-    SettingsRows(SettingsView& view, FileIconSource fileIcons);
+    SettingsRows(SettingsView& view, const FileIconSource& fileIcons);
 
     int count() const override;
-    std::optional<int> uniformHeight() const override { return std::nullopt; }
-    void prepareHeights(int width) override;
-    int heightOf(int row, int width) const override;
+    std::vector<int> heights(int width) const override;
     QString titleOf(int row) const override;
     ListRow* makeRow(QWidget* parent) override;
     void bindRow(ListRow& row, int index) override;
 
   private:
     SettingsView& view_;
-    FileIconSource fileIcons_;
-    std::optional<ItemRowMetrics> metrics_;
+    const FileIconSource& fileIcons_;
 };
 
-class SettingsList : public RowList {
+class SettingsList : public SelectionList {
     Q_OBJECT
 
   public:

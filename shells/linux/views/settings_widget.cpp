@@ -20,11 +20,11 @@
 
 namespace kestrel::linux_shell {
 
-SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, const FileIconSource& fileIcons,
                                QWidget* parent)
     : QWidget(parent),
       view_(std::move(view)),
-      rows_(std::make_unique<SettingsRows>(*view_, std::move(fileIcons))) {
+      rows_(std::make_unique<SettingsRows>(*view_, fileIcons)) {
     setMinimumSize(sizeFor(settings_style::minimumSize));
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
@@ -43,9 +43,8 @@ SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSourc
     column->addWidget(placeholder_, 1);
 
     connectList();
-    viewWillChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
-    itemsWillChange_ =
-        view_->manager().objectWillChange.subscribe([this] { itemsChanged_ = true; });
+    connect(&fileIcons, &FileIconSource::changed, list_, &SettingsList::refresh);
+    willChange_ = view_->objectWillChange.subscribe([this] { redraw_.request(); });
     redraw();
 }
 
@@ -98,32 +97,32 @@ QWidget* SettingsWidget::makePlaceholder() {
 }
 
 void SettingsWidget::connectList() {
-    connect(list_, &RowList::rowPicked, this, [this](int row) { view_->setSelectedID(idAt(row)); });
-    connect(list_, &RowList::activated, this, [this](int row) {
+    connect(list_, &SettingsList::rowPicked, this,
+            [this](int row) { view_->setSelectedID(idAt(row)); });
+    connect(list_, &SettingsList::activated, this, [this](int row) {
         if (row < rows_->count()) {
             view_->editItem(LauncherItem(view_->items()[static_cast<std::size_t>(row)]));
         }
     });
-    connect(list_, &RowList::moveRequested, this, [this](int row, int destination) {
+    connect(list_, &SettingsList::moveRequested, this, [this](int row, int destination) {
         view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
     });
     connectKeys();
-    connect(list_, &RowList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
+    connect(list_, &SettingsList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
 }
 
 // Each is drawn at once: the next key may be here already, and it is about the row that this one
 // leads to.
 void SettingsWidget::connectKeys() {
-    connect(list_, &RowList::typed, this, [this](const QString& text) {
+    connect(list_, &SettingsList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
         redraw_.catchUp();
     });
-    connect(list_, &RowList::moveCurrentRequested, this, [this](RowList::Direction direction) {
-        view_->moveSelectedRow(direction == RowList::Direction::up ? SettingsView::Direction::up
-                                                                   : SettingsView::Direction::down);
+    connect(list_, &SettingsList::moveCurrentRequested, this, [this](RowDirection direction) {
+        view_->moveSelectedRow(direction);
         redraw_.catchUp();
     });
-    connect(list_, &RowList::deleteCurrentRequested, this, [this] {
+    connect(list_, &SettingsList::deleteCurrentRequested, this, [this] {
         view_->deleteSelectedRow();
         redraw_.catchUp();
     });
@@ -162,7 +161,8 @@ void SettingsWidget::redrawToolbar() {
 }
 
 void SettingsWidget::redrawList() {
-    if (std::exchange(itemsChanged_, false)) {
+    const std::uint64_t revision = view_->items().revision();
+    if (std::exchange(shownRevision_, revision) != revision) {
         list_->reload();
     } else {
         list_->refresh();

@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -26,7 +27,8 @@ class SettingsWidget : public QWidget {
     Q_OBJECT
 
   public:
-    SettingsWidget(std::unique_ptr<SettingsView> view, FileIconSource fileIcons,
+    /// `fileIcons` outlives the widget.
+    SettingsWidget(std::unique_ptr<SettingsView> view, const FileIconSource& fileIcons,
                    QWidget* parent = nullptr);
     ~SettingsWidget() override;
 
@@ -75,9 +77,8 @@ class SettingsWidget : public QWidget {
     QPointer<Sheet> sheet_;
     PresentedSheet presented_ = PresentedSheet::none;
     RedrawSchedule redraw_{[this] { redraw(); }};
-    bool itemsChanged_ = true;
-    Subscription viewWillChange_;
-    Subscription itemsWillChange_;
+    std::optional<std::uint64_t> shownRevision_; ///< of the items
+    Subscription willChange_;
 };
 
 } // namespace kestrel::linux_shell

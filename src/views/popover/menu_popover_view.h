@@ -7,6 +7,7 @@
 #include "platform/main_queue.h"
 #include "store/items_manager.h"
 #include "views/popover/item_row_view.h"
+#include "views/row_step.h"
 #include "views/type_select.h"
 
 #include <cstddef>
@@ -48,7 +49,7 @@ class MenuPopoverView {
 
     /// Moves the highlight from the keyboard. Without one, the steps forward start at the first
     /// row and the steps backward at the last; at an end the highlight stays.
-    enum class Step { previous, next, pageUp, pageDown, first, last };
+    using Step = RowStep;
     void moveHighlight(Step step);
 
     /// Launches the highlighted row, as a click on it does; nothing without one.

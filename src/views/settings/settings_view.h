@@ -7,6 +7,7 @@
 #include "platform/clock.h"
 #include "platform/open_panel.h"
 #include "store/items_manager.h"
+#include "views/row_step.h"
 #include "views/settings/add_edit_item_view.h"
 #include "views/settings/item_row.h"
 #include "views/type_select.h"
@@ -71,7 +72,7 @@ class SettingsView {
 
     /// The delete and move commands from the keyboard, for the selected row; nothing without one,
     /// or when it stands at that end already.
-    enum class Direction { up, down };
+    using Direction = RowDirection;
     void deleteSelectedRow();
     void moveSelectedRow(Direction direction);
 

@@ -122,14 +122,14 @@ TEST(SymbolTest, AnUnknownNameIsANullPicture) {
 TEST(ItemPictureTest, AnIconIsStretchedToExactlyTheSize) {
     QPixmap odd(10, 40);
     odd.fill(Qt::blue);
-    const FileIconSource icons = [&](const std::string&) { return QIcon(odd); };
+    const FileIconSource icons([&](const std::string&) { return QIcon(odd); });
     const QPixmap picture = itemPicture(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
     EXPECT_EQ(picture.size(), QSize(27, 27));
     EXPECT_EQ(picture.toImage().pixelColor(1, 13), QColor(Qt::blue));
 }
 
 TEST(ItemPictureTest, AMissingIconIsANullPicture) {
-    const FileIconSource none = [](const std::string&) { return QIcon(); };
+    const FileIconSource none([](const std::string&) { return QIcon(); });
     EXPECT_TRUE(itemPicture(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
     EXPECT_TRUE(itemPicture(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
 }

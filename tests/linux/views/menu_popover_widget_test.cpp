@@ -14,6 +14,11 @@ using testing::HasSubstr;
 class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
   protected:
     int settingsAsked = 0;
+    int iconsAsked = 0;
+    FileIconSource icons{[this](const std::string&) {
+        ++iconsAsked;
+        return QIcon();
+    }};
     std::unique_ptr<MenuPopoverWidget> widget;
 
     void show() {
@@ -22,7 +27,7 @@ class MenuPopoverWidgetTest : public tests::ThreeItemsFixture {
                 manager, mainQueue, clock,
                 MenuPopoverView::Callbacks{
                     .onOpenSettings = [this] { ++settingsAsked; }, .onQuit = {}, .onClose = {}}),
-            [](const std::string&) { return QIcon(); });
+            icons);
         widget->resize(240, 181);
         widget->move(300, 300); // away from where the pointer rests
         widget->show();
@@ -63,6 +68,16 @@ TEST_F(MenuPopoverWidgetTest, PaletteThatChangesUnderItLeavesNothingOfTheOldOne)
     QApplication::setPalette(QPalette());
     turnEventLoop();
     EXPECT_EQ(widget->grab().toImage(), light);
+}
+
+TEST_F(MenuPopoverWidgetTest, IconsThatChangeAreAskedForAnew) {
+    show();
+    iconsAsked = 0;
+    widget->grab();
+    EXPECT_EQ(iconsAsked, 0);
+    Q_EMIT icons.changed();
+    widget->grab();
+    EXPECT_EQ(iconsAsked, 3);
 }
 
 TEST_F(MenuPopoverWidgetTest, TheListHasTheKeysAndTabGoesOnToTheFooter) {

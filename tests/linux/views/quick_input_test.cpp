@@ -20,6 +20,7 @@ using tests::titles;
 
 class QuickPopoverInputTest : public tests::ThreeItemsFixture {
   protected:
+    FileIconSource icons{[](const std::string&) { return QIcon(); }};
     std::unique_ptr<MenuPopoverWidget> widget;
 
     void SetUp() override {
@@ -28,7 +29,7 @@ class QuickPopoverInputTest : public tests::ThreeItemsFixture {
         widget = std::make_unique<MenuPopoverWidget>(
             std::make_unique<MenuPopoverView>(manager, mainQueue, clock,
                                               MenuPopoverView::Callbacks{}),
-            [](const std::string&) { return QIcon(); });
+            icons);
         widget->resize(240, 121);
         widget->move(300, 300);
         widget->show();

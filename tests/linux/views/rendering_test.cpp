@@ -37,6 +37,7 @@ QRect differenceOf(const QImage& a, const QImage& b) {
 class PopoverRenderingTest : public tests::StoreFixture {
   protected:
     ItemsManager manager{ports};
+    FileIconSource icons{[](const std::string&) { return QIcon(); }};
     std::unique_ptr<MenuPopoverWidget> widget;
 
     /// The popover with these items, as large as it opens.
@@ -46,7 +47,7 @@ class PopoverRenderingTest : public tests::StoreFixture {
             std::make_unique<MenuPopoverView>(
                 manager, mainQueue, clock,
                 MenuPopoverView::Callbacks{.onOpenSettings = {}, .onQuit = {}, .onClose = {}}),
-            [](const std::string&) { return QIcon(); });
+            icons);
         widget->resize(sizeFor(menu_popover_style::contentSize(items.size())));
         widget->move(300, 300); // away from where the pointer rests
         widget->show();

@@ -201,6 +201,12 @@ TEST_F(SettingsWidgetTest, SeveralChangesInOneTurnCostOneRedraw) {
     EXPECT_EQ(iconsAsked.size(), manager.items.size());
 }
 
+TEST_F(SettingsWidgetTest, IconsThatChangeAreAskedForAnew) {
+    iconsAsked.clear();
+    Q_EMIT icons.changed();
+    EXPECT_THAT(iconsAsked, ElementsAre("/apps/one", "/terminal", "/apps/three"));
+}
+
 TEST_F(SettingsWidgetTest, TheSheetKeepsTheUserFromTheRest) {
     view().addClicked();
     turnEventLoop();

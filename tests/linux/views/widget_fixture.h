@@ -38,6 +38,10 @@ class SettingsFixture : public tests::ThreeItemsFixture {
   protected:
     tests::FakeOpenPanel openPanel;
     std::vector<std::string> iconsAsked;
+    FileIconSource icons{[this](const std::string& path) {
+        iconsAsked.push_back(path);
+        return QIcon();
+    }};
     std::unique_ptr<SettingsWidget> widget;
 
     void SetUp() override {
@@ -46,10 +50,6 @@ class SettingsFixture : public tests::ThreeItemsFixture {
     }
 
     void show() {
-        const auto icons = [this](const std::string& path) {
-            iconsAsked.push_back(path);
-            return QIcon();
-        };
         widget = std::make_unique<SettingsWidget>(
             std::make_unique<SettingsView>(manager, clock, openPanel), icons);
         widget->resize(520, 420);

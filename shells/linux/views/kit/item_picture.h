@@ -2,18 +2,12 @@
 // The picture of an item, as both lists show it.
 
 #include "actions/item_icon.h"
+#include "shells/linux/views/kit/file_icon_source.h"
 
-#include <QIcon>
 #include <QPixmap>
 #include <QSize>
 
-#include <functional>
-#include <string>
-
 namespace kestrel::linux_shell {
-
-/// The desktop's icon for the file at a path, generic when there is no such file.
-using FileIconSource = std::function<QIcon(const std::string& path)>;
 
 /// `icon` stretched to exactly `size` device-independent pixels; symbols are drawn in `color`.
 /// Null where the icon theme or the symbol is missing.

@@ -7,16 +7,12 @@
 
 namespace kestrel::linux_shell {
 
-namespace {
+ListRow::ListRow(QWidget* parent) : QWidget(parent) { setMouseTracking(true); }
 
-RowList* listOf(const QWidget& row) {
-    QWidget* viewport = row.parentWidget();
+RowList* ListRow::list() const {
+    const QWidget* viewport = parentWidget();
     return viewport == nullptr ? nullptr : qobject_cast<RowList*>(viewport->parentWidget());
 }
-
-} // namespace
-
-ListRow::ListRow(QWidget* parent) : QWidget(parent) { setMouseTracking(true); }
 
 void ListRow::setState(const State& state) {
     if (state != state_) {
@@ -26,7 +22,7 @@ void ListRow::setState(const State& state) {
 }
 
 void ListRow::giveFocusToList() {
-    RowList* list = listOf(*this);
+    RowList* list = this->list();
     if (list != nullptr && isAncestorOf(QApplication::focusWidget())) {
         list->setFocus(Qt::OtherFocusReason);
     }
@@ -35,7 +31,7 @@ void ListRow::giveFocusToList() {
 // The pointer can come in over one of the row's own controls, which keeps the moves to itself.
 void ListRow::enterEvent(QEnterEvent* event) {
     QWidget::enterEvent(event);
-    if (RowList* list = listOf(*this)) {
+    if (RowList* list = this->list()) {
         list->pointerAt(mapToParent(event->position().toPoint()));
     }
 }

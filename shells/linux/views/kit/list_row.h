@@ -23,6 +23,9 @@ class ListRow : public QWidget {
 
     /// The position in the list; -1 while the row waits to be bound again.
     int row() const { return row_; }
+
+    /// Null for a row outside any.
+    RowList* list() const;
     const State& state() const { return state_; }
 
   protected:

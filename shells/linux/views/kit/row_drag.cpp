@@ -1,6 +1,6 @@
 #include "shells/linux/views/kit/row_drag.h"
 
-#include "shells/linux/views/kit/row_list.h"
+#include "shells/linux/views/kit/selection_list.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -20,9 +20,9 @@ constexpr int targetHeight = 8;    // pixels; the line with its ring
 
 class Ghost : public QWidget {
   public:
-    Ghost(const QPixmap& picture, QWidget* parent) : QWidget(parent), picture_(picture) {
+    Ghost(const QPixmap& image, QWidget* parent) : QWidget(parent), image_(image) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
-        resize(picture.deviceIndependentSize().toSize());
+        resize(image.deviceIndependentSize().toSize());
     }
 
   protected:
@@ -35,11 +35,11 @@ class Ghost : public QWidget {
         painter.setBrush(palette().color(QPalette::Base));
         painter.setOpacity(0.95);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
-        painter.drawPixmap(0, 0, picture_);
+        painter.drawPixmap(0, 0, image_);
     }
 
   private:
-    QPixmap picture_;
+    QPixmap image_;
 };
 
 class Target : public QWidget {
@@ -61,7 +61,13 @@ class Target : public QWidget {
 
 } // namespace
 
-RowDrag::RowDrag(RowList& list) : QObject(&list), list_(list) {}
+RowDrag::RowDrag(SelectionList& list) : list_(list) {
+    connect(list.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (row_ >= 0) {
+            showTarget();
+        }
+    });
+}
 
 void RowDrag::press(int row, QPoint position) {
     cancel();
@@ -98,11 +104,11 @@ void RowDrag::begin() {
     }
     row_ = std::exchange(pressedRow_, -1);
     grip_ = pressed_.y() - row->y();
-    QPixmap picture(row->size() * row->devicePixelRatio());
-    picture.setDevicePixelRatio(row->devicePixelRatio());
-    picture.fill(Qt::transparent);
-    row->render(&picture, {}, {}, QWidget::DrawChildren);
-    ghost_ = new Ghost(picture, list_.viewport());
+    QPixmap image(row->size() * row->devicePixelRatio());
+    image.setDevicePixelRatio(row->devicePixelRatio());
+    image.fill(Qt::transparent);
+    row->render(&image, {}, {}, QWidget::DrawChildren);
+    ghost_ = new Ghost(image, list_.viewport());
     target_ = new Target(list_.viewport());
     ghost_->show();
     target_->show();
@@ -116,12 +122,6 @@ void RowDrag::showTarget() {
     target_->setGeometry(source.left(), list_.gapTop(destination()) - targetHeight / 2,
                          source.width(), targetHeight);
     target_->raise();
-}
-
-void RowDrag::listScrolled() {
-    if (row_ >= 0) {
-        showTarget();
-    }
 }
 
 void RowDrag::timerEvent(QTimerEvent* event) {

@@ -1,6 +1,6 @@
 #pragma once
-// Dragging a row of a RowList to another place: a picture of the row follows the pointer, a line
-// shows the gap where it would land, and the list scrolls when the pointer rests near an edge.
+// Dragging a row of a SelectionList to another place: an image of the row follows the pointer, a
+// line shows the gap where it would land, and the list scrolls when the pointer rests near an edge.
 
 #include <QBasicTimer>
 #include <QObject>
@@ -10,14 +10,14 @@ class QWidget;
 
 namespace kestrel::linux_shell {
 
-class RowList;
+class SelectionList;
 
 class RowDrag : public QObject {
     Q_OBJECT
 
   public:
-    /// Becomes a child of `list`.
-    explicit RowDrag(RowList& list);
+    /// A member of `list`.
+    explicit RowDrag(SelectionList& list);
 
     /// A press on `row`, which becomes a drag once the pointer has moved far enough. Points are
     /// the viewport's.
@@ -33,7 +33,6 @@ class RowDrag : public QObject {
 
     /// The gap where the row would land, a position in the list before the move.
     int destination() const;
-    void listScrolled();
 
   protected:
     void timerEvent(QTimerEvent* event) override;
@@ -42,8 +41,8 @@ class RowDrag : public QObject {
     void begin();
     void showTarget();
 
-    RowList& list_;
-    QWidget* ghost_ = nullptr;  ///< the picture of the row; exists during a drag
+    SelectionList& list_;
+    QWidget* ghost_ = nullptr;  ///< the image of the row; exists during a drag
     QWidget* target_ = nullptr; ///< the line; exists during a drag
     QBasicTimer scrolling_;
     int pressedRow_ = -1;

@@ -1,8 +1,8 @@
 #include "shells/linux/views/kit/row_list.h"
 
-#include "shells/linux/views/kit/row_drag.h"
 #include "shells/linux/views/kit/row_list_accessible.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QScrollBar>
 
@@ -11,62 +11,50 @@
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr int provisionalHeight = 40;
+constexpr int provisionalHeight = 40; // pixels
+constexpr int pixelsPerScrollLine = 20;
 
 } // namespace
 
-RowList::RowList(RowSource& source, const Options& options, QWidget* parent)
-    : QAbstractScrollArea(parent), source_(source), options_(options) {
+RowList::RowList(RowSource& source, Qt::ScrollBarPolicy scrollBar, const QMargins& padding,
+                 QWidget* parent)
+    : QAbstractScrollArea(parent), source_(source), padding_(padding) {
     installRowListAccessibility();
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(options.scrollBar == ScrollBar::never ? Qt::ScrollBarAlwaysOff
-                                                                     : Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(scrollBar);
     viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setSingleStep(pixelsPerScrollLine);
-    if (options.kind == Kind::selection) {
-        drag_ = new RowDrag(*this);
-    }
     boundPixelRatio_ = devicePixelRatioF();
     rebuildGeometry();
 }
 
-RowList::~RowList() = default;
+int RowList::count() const { return std::min(geometry_.count(), source_.count()); }
 
 int RowList::scrollOffset() const { return verticalScrollBar()->value(); }
 
 int RowList::rowsWidth() const {
-    return std::max(viewport()->width() - options_.padding.left() - options_.padding.right(), 0);
+    return std::max(viewport()->width() - padding_.left() - padding_.right(), 0);
 }
 
 void RowList::rebuildGeometry() {
-    const RowGeometry::Padding padding{options_.padding.top(), options_.padding.bottom()};
+    const RowGeometry::Padding padding{padding_.top(), padding_.bottom()};
     if (const std::optional<int> height = source_.uniformHeight()) {
         geometry_ = RowGeometry::uniform(source_.count(), *height, padding);
     } else if (!hasWidth_) {
         // The heights follow with the width, before the list is shown.
         geometry_ = RowGeometry::uniform(source_.count(), provisionalHeight, padding);
     } else {
-        source_.prepareHeights(rowsWidth());
-        std::vector<int> heights(static_cast<std::size_t>(source_.count()));
-        for (std::size_t row = 0; row < heights.size(); ++row) {
-            heights[row] = source_.heightOf(static_cast<int>(row), rowsWidth());
-        }
-        geometry_ = RowGeometry::varying(heights, padding);
+        geometry_ = RowGeometry::varying(source_.heights(rowsWidth()), padding);
     }
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, std::max(geometry_.contentHeight() - viewport()->height(), 0));
 }
 
 void RowList::reload() {
-    if (drag_ != nullptr) {
-        drag_->cancel();
-    }
-    pressedRow_ = -1;
-    pressedSinceReload_ = false;
-    reportedRow_ = -1;
+    cancelGesture();
     currentRow_ = std::min(currentRow_, source_.count() - 1);
     rebuildGeometry();
     refresh();
@@ -82,13 +70,12 @@ void RowList::refresh() {
 void RowList::layoutRows(Binding binding) {
     RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
     // The owner may not have told yet that rows have gone.
-    const int count = std::min(geometry_.count(), source_.count());
+    const int count = this->count();
     range.last = std::min(range.last, count - 1);
-    const int dragged = drag_ == nullptr ? -1 : drag_->row();
+    const int kept = keptRow();
     for (auto it = rows_.begin(); it != rows_.end();) {
         const auto [index, row] = *it;
-        // The dragged row stays, because it is the widget that receives the pointer's moves.
-        const bool needed = (index >= range.first && index <= range.last) || index == dragged;
+        const bool needed = (index >= range.first && index <= range.last) || index == kept;
         if (!needed || index >= count) {
             park(row);
             it = rows_.erase(it);
@@ -142,7 +129,7 @@ ListRow* RowList::realisedRow(int row) const {
 int RowList::rowAt(QPoint position) const { return geometry_.rowAt(position.y() + scrollOffset()); }
 
 QRect RowList::rowRect(int row) const {
-    return {options_.padding.left(), geometry_.top(row) - scrollOffset(), rowsWidth(),
+    return {padding_.left(), geometry_.top(row) - scrollOffset(), rowsWidth(),
             geometry_.height(row)};
 }
 
@@ -156,7 +143,7 @@ void RowList::updateStates() {
         row->setState({.hovered = index == hovered, .current = index == currentRow_});
     }
     viewport()->update();
-    reportPointer();
+    reportPointer(hovered);
 }
 
 void RowList::setCurrentRow(int row) {
@@ -169,9 +156,22 @@ void RowList::setCurrentRow(int row) {
         ensureVisible(valid);
     }
     updateStates();
-    if (hasFocus() && valid >= 0 && (lastInput_ == LastInput::keyboard || !isMenu())) {
-        announceRowFocused(*this, valid);
+    currentRowChanged();
+}
+
+void RowList::currentRowChanged() {
+    if (hasFocus() && currentRow_ >= 0) {
+        announceRowFocused(*this, currentRow_);
     }
+}
+
+std::vector<RowAction> RowList::rowActions() {
+    const auto focus = [this](int row) {
+        setFocus(Qt::OtherFocusReason);
+        setCurrentRow(row);
+    };
+    return {{QAccessibleActionInterface::pressAction(), {}, {}, [this](int row) { pressRow(row); }},
+            {QAccessibleActionInterface::setFocusAction(), {}, {}, focus}};
 }
 
 void RowList::ensureVisible(int row) {
@@ -189,32 +189,11 @@ void RowList::ensureVisible(int row) {
     }
 }
 
-void RowList::pick(int row, LastInput input) {
-    lastInput_ = input;
-    if (row != currentRow_) {
-        setCurrentRow(row);
-        Q_EMIT rowPicked(row);
-    } else {
-        ensureVisible(row);
-    }
-}
-
-void RowList::pressRow(int row) {
-    if (row < 0 || row >= geometry_.count()) {
-        return;
-    }
-    if (isMenu()) {
-        Q_EMIT activated(row);
-    } else {
-        pick(row, LastInput::pointer);
-    }
-}
-
 bool RowList::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave) {
         pointerAt(std::nullopt);
     } else if (event->type() == QEvent::Paint && boundPixelRatio_ != devicePixelRatioF()) {
-        // On a screen of another scale the rows need other pictures, after this drawing.
+        // On a screen of another scale the rows need other images, after this drawing.
         boundPixelRatio_ = devicePixelRatioF();
         QMetaObject::invokeMethod(this, &RowList::refresh, Qt::QueuedConnection);
     }
@@ -228,12 +207,7 @@ void RowList::resizeEvent(QResizeEvent* event) {
     layoutRows();
 }
 
-void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) {
-    layoutRows();
-    if (drag_ != nullptr) {
-        drag_->listScrolled();
-    }
-}
+void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) { layoutRows(); }
 
 void RowList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
@@ -260,11 +234,8 @@ void RowList::changeEvent(QEvent* event) {
 
 void RowList::hideEvent(QHideEvent* event) {
     QAbstractScrollArea::hideEvent(event);
-    if (drag_ != nullptr) {
-        drag_->cancel();
-    }
-    pressedRow_ = -1;
     pointerAt(std::nullopt);
+    cancelGesture();
 }
 
 } // namespace kestrel::linux_shell

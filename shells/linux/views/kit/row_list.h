@@ -1,25 +1,26 @@
 #pragma once
-// A vertical list of any length, worked by pointer and keyboard. Only the rows in sight exist:
-// those that scroll out are bound again to the items that scroll in, so a list of a hundred
-// thousand equal rows costs what a list of ten does. Knows positions, nothing of the items.
+// A vertical list of any length, worked by pointer and keyboard: what MenuList and SelectionList
+// have in common. Knows positions, nothing of the items. Only the rows in sight exist: those that
+// scroll out are bound again to the items that scroll in.
 //
-// A `menu` acts on a click, and its owner decides which row is highlighted: it hears of the
-// pointer and of the keys and answers with setCurrentRow. A `selection` list picks a row on a
-// press or with the arrow keys and acts on a double click; its rows can be moved and deleted.
+// Not a QListView because of assistive programs: a row offers them actions of its own, such as its
+// menu and its moves, and its button is a child of it. The rows that a QListView shows them are
+// private to the toolkit and take neither.
 
 #include "shells/linux/views/kit/list_row.h"
 #include "shells/linux/views/kit/row_geometry.h"
+#include "views/row_step.h"
 
 #include <QAbstractScrollArea>
+#include <QKeySequence>
 #include <QMargins>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
 namespace kestrel::linux_shell {
-
-class RowDrag;
 
 /// What a list shows. It outlives the list.
 class RowSource {
@@ -27,12 +28,12 @@ class RowSource {
     virtual ~RowSource() = default;
     virtual int count() const = 0;
 
-    /// The height of every row in pixels; nothing when they differ, and then `heightOf` is asked
-    /// for each row whenever the rows, the width or the font change, so it has to be quick.
-    /// `prepareHeights` comes once before that.
-    virtual std::optional<int> uniformHeight() const = 0;
-    virtual void prepareHeights(int /*width*/) {}
-    virtual int heightOf(int row, int width) const = 0;
+    /// The height of every row in pixels; nothing when they differ.
+    virtual std::optional<int> uniformHeight() const { return std::nullopt; }
+
+    /// The height of each row, where they differ. Asked whenever the rows, the width or the font
+    /// change, so it has to be quick.
+    virtual std::vector<int> heights(int /*width*/) const { return {}; }
 
     /// What a screen reader says.
     virtual QString titleOf(int row) const = 0;
@@ -43,26 +44,18 @@ class RowSource {
     virtual void bindRow(ListRow& row, int index) = 0;
 };
 
+/// What assistive programs can do with a row of a list.
+struct RowAction {
+    QString name;
+    QString text; ///< empty where the toolkit knows the name
+    QKeySequence keys;
+    std::function<void(int row)> perform;
+};
+
 class RowList : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    static constexpr int pixelsPerScrollLine = 20;
-
-    enum class Kind { menu, selection };
-    enum class ScrollBar { never, asNeeded };
-    enum class Step { previous, next, pageUp, pageDown, first, last };
-    enum class Direction { up, down };
-
-    struct Options {
-        Kind kind = Kind::menu;
-        ScrollBar scrollBar = ScrollBar::never;
-        QMargins padding; ///< pixels between the viewport's edges and the rows
-    };
-
-    RowList(RowSource& source, const Options& options, QWidget* parent = nullptr);
-    ~RowList() override;
-
     /// The source's rows have changed. Keeps the scroll position; a click or drag under way ends
     /// without effect. The current row stays at its number while that exists.
     void reload();
@@ -70,14 +63,14 @@ class RowList : public QAbstractScrollArea {
     /// The same rows look different: binds those in sight again and disturbs nothing.
     void refresh();
 
+    /// The rows of the source that are laid out, which those added since the last reload are not.
+    int count() const;
+
     int currentRow() const { return currentRow_; }
 
     /// -1 for none. Emits nothing; scrolls to the row when it was a key that led there.
     void setCurrentRow(int row);
     void ensureVisible(int row);
-
-    /// What a click on `row` does: activates or picks it.
-    void pressRow(int row);
 
     /// The row at a point of the viewport; -1 where there is none.
     int rowAt(QPoint position) const;
@@ -95,43 +88,56 @@ class RowList : public QAbstractScrollArea {
     int realisedCount() const { return static_cast<int>(rows_.size()); }
 
     RowSource& source() const { return source_; }
-    const Options& options() const { return options_; }
+
+    /// Offered for each row while the list is enabled.
+    virtual std::vector<RowAction> rowActions();
 
   Q_SIGNALS:
     /// There are other rows, or they look different.
     void rowsChanged();
 
-    /// A click on a row of a menu, a double click in a selection list, Return in both.
+    /// The user wants what the row stands for; Return does it for the current row.
     void activated(int row);
 
     /// Letters typed to find a row by its title.
     void typed(const QString& text);
 
-    /// Of a menu: the pointer is over another row, or a key asks for another highlight.
-    void pointerEntered(int row);
-    void pointerLeft(int row);
-    void stepRequested(Step step);
-
-    /// Of a selection list: the user made another row current, or none (-1) with a click beside
-    /// the rows.
-    void rowPicked(int row);
-
-    /// Of a selection list: a row was dropped in front of `destination`, a position in the list
-    /// before the move; or a key moves or deletes the current row.
-    void moveRequested(int row, int destination);
-    void moveCurrentRequested(Direction direction);
-    void deleteCurrentRequested();
-    void contextMenuRequested(int row, QPoint globalPosition);
-
   protected:
+    enum class LastInput { pointer, keyboard };
+
+    /// `padding` is in pixels, between the viewport's edges and the rows.
+    RowList(RowSource& source, Qt::ScrollBarPolicy scrollBar, const QMargins& padding,
+            QWidget* parent);
+
+    /// What a click on `row` does.
+    virtual void pressRow(int row) = 0;
+
+    /// A key asks for another row; there is at least one.
+    virtual void takeStep(RowStep step) = 0;
+
+    /// False when the key is not the list's, which has at least one row.
+    virtual bool takeKey(const QKeyEvent& event);
+
+    /// A click or drag under way ends without effect.
+    virtual void cancelGesture() = 0;
+
+    /// Tells assistive programs.
+    virtual void currentRowChanged();
+
+    /// The pointer is over `row`, -1 for none; also called when it was there before.
+    virtual void reportPointer(int /*row*/) {}
+
+    /// A row that keeps its widget out of sight too; -1 for none.
+    virtual int keptRow() const { return -1; }
+
+    LastInput lastInput() const { return lastInput_; }
+    void setLastInput(LastInput input) { lastInput_ = input; }
+    void layoutRows() { layoutRows(Binding::keep); }
+
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -142,36 +148,25 @@ class RowList : public QAbstractScrollArea {
   private:
     friend class ListRow;
 
-    enum class LastInput { pointer, keyboard };
     enum class Binding { keep, anew }; ///< of rows that are in sight already
 
-    bool isMenu() const { return options_.kind == Kind::menu; }
     int scrollOffset() const;
     int rowsWidth() const;
     void rebuildGeometry();
-    void layoutRows(Binding binding = Binding::keep);
+    void layoutRows(Binding binding);
     void realise(int row);
     void park(ListRow* row);
     void updateStates();
     void pointerAt(std::optional<QPoint> position);
-    void reportPointer();
-    void pick(int row, LastInput input);
-    int rowAfter(Step step) const;
-    bool takeKey(const QKeyEvent& event);
-    bool moveOrDelete(const QKeyEvent& event);
     bool typeLetter(const QKeyEvent& event);
 
     RowSource& source_;
-    const Options options_;
+    const QMargins padding_;
     RowGeometry geometry_;
     std::map<int, ListRow*> rows_; ///< those in sight, by position
     std::vector<ListRow*> spare_;
-    RowDrag* drag_ = nullptr; ///< null in a menu
 
     int currentRow_ = -1;
-    int pressedRow_ = -1;
-    bool pressedSinceReload_ = false;
-    int reportedRow_ = -1; ///< the row over which the owner knows the pointer to be
     LastInput lastInput_ = LastInput::pointer;
     std::optional<QPoint> pointer_; ///< where the pointer is in the viewport
     double wheelRemainder_ = 0;

@@ -1,15 +1,16 @@
 #include "shells/linux/views/kit/row_list_accessible.h"
 
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/row_list.h"
-#include "shells/linux/views/kit/style_bridge.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QKeySequence>
 #include <QPointer>
 
+#include <algorithm>
+#include <optional>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace kestrel::linux_shell {
 
@@ -27,125 +28,110 @@ QAccessible::State stateOf(const RowList& list, int row) {
     return state;
 }
 
-const QString moveUpAction = QStringLiteral("MoveUp");
-const QString moveDownAction = QStringLiteral("MoveDown");
+/// What all rows have in common; `Base` is what the framework has for them.
+template <class Base>
+class RowInterface : public Base {
+  public:
+    using Base::Base;
 
-QStringList rowActions(const RowList& list) {
-    if (!list.isEnabled()) {
-        return {};
-    }
-    QStringList actions{QAccessibleActionInterface::pressAction(),
-                        QAccessibleActionInterface::setFocusAction()};
-    if (list.options().kind == RowList::Kind::selection) {
-        actions << QAccessibleActionInterface::showMenuAction() << moveUpAction << moveDownAction;
-    }
-    return actions;
-}
+    virtual int row() const = 0;
 
-/// A dragging hand's way to reorder is closed to a screen reader, and its keys may not be free.
-void moveRow(RowList& list, int row, const QString& action) {
-    const int last = list.source().count() - 1;
-    if (action == moveUpAction && row > 0) {
-        Q_EMIT list.moveRequested(row, row - 1);
-    } else if (action == moveDownAction && row < last) {
-        Q_EMIT list.moveRequested(row, row + 2);
+    QStringList actionNames() const override {
+        QStringList names;
+        for (const RowAction& action : actions()) {
+            names << action.name;
+        }
+        return names;
     }
-}
 
-void doRowAction(RowList& list, int row, const QString& action) {
-    if (!rowActions(list).contains(action)) {
-        return;
+    void doAction(const QString& name) override {
+        RowList* list = listWithRow();
+        if (const auto action = actionOf(name); action && list != nullptr) {
+            const int row = this->row();
+            list->ensureVisible(row);
+            action->perform(row);
+        }
     }
-    list.ensureVisible(row);
-    if (action == QAccessibleActionInterface::pressAction()) {
-        list.pressRow(row);
-    } else if (action == QAccessibleActionInterface::setFocusAction()) {
-        list.setFocus(Qt::OtherFocusReason);
-        list.setCurrentRow(row);
-    } else if (action == QAccessibleActionInterface::showMenuAction()) {
-        const QPoint center = list.rowRect(row).center();
-        Q_EMIT list.contextMenuRequested(row, list.viewport()->mapToGlobal(center));
-    } else {
-        moveRow(list, row, action);
-    }
-}
 
-/// What the framework has no name of its own for; empty for the rest.
-QString nameOfRowAction(const QString& action) {
-    if (action == moveUpAction) {
-        return textFor(accessible_texts::moveRowUp);
+    QString localizedActionName(const QString& name) const override {
+        const auto action = actionOf(name);
+        return action && !action->text.isEmpty() ? action->text : Base::localizedActionName(name);
     }
-    return action == moveDownAction ? textFor(accessible_texts::moveRowDown) : QString();
-}
 
-QStringList keysOfRowAction(const QString& action) {
-    if (action == moveUpAction) {
-        return {QKeySequence(Qt::ALT | Qt::Key_Up).toString()};
+    QStringList keyBindingsForAction(const QString& name) const override {
+        const auto action = actionOf(name);
+        return action && !action->keys.isEmpty() ? QStringList{action->keys.toString()}
+                                                 : QStringList();
     }
-    return action == moveDownAction ? QStringList{QKeySequence(Qt::ALT | Qt::Key_Down).toString()}
-                                    : QStringList();
-}
 
-RowList* listOf(const ListRow& row) {
-    const QWidget* viewport = row.parentWidget();
-    return viewport == nullptr ? nullptr : qobject_cast<RowList*>(viewport->parentWidget());
-}
+  protected:
+    /// Null once the list is gone or has begun to go.
+    virtual RowList* list() const = 0;
+
+    /// Null also when the row has gone, of which the list may not have heard yet.
+    RowList* listWithRow() const {
+        RowList* list = this->list();
+        return list != nullptr && row() >= 0 && row() < list->count() ? list : nullptr;
+    }
+
+  private:
+    std::vector<RowAction> actions() const {
+        RowList* list = listWithRow();
+        return list != nullptr && list->isEnabled() ? list->rowActions() : std::vector<RowAction>();
+    }
+
+    std::optional<RowAction> actionOf(const QString& name) const {
+        const std::vector<RowAction> actions = this->actions();
+        const auto found = std::ranges::find(actions, name, &RowAction::name);
+        return found == actions.end() ? std::nullopt : std::optional(*found);
+    }
+};
 
 /// A row that has a widget.
-class RowInterface : public QAccessibleWidget {
+class NearRowInterface final : public RowInterface<QAccessibleWidget> {
   public:
-    RowInterface(RowList& list, ListRow& row)
-        : QAccessibleWidget(&row, QAccessible::ListItem), list_(list), row_(row) {}
+    explicit NearRowInterface(ListRow& row)
+        : RowInterface(&row, QAccessible::ListItem), row_(row) {}
+
+    int row() const override { return row_.row(); }
 
     QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(&list_);
+        RowList* list = this->list();
+        return list == nullptr ? QAccessibleWidget::parent()
+                               : QAccessible::queryAccessibleInterface(list);
     }
 
     QString text(QAccessible::Text which) const override {
-        // The list may not have heard yet that the row has gone.
-        const int row = row_.row();
-        return which == QAccessible::Name && row >= 0 && row < list_.source().count()
-                   ? list_.source().titleOf(row)
-                   : QAccessibleWidget::text(which);
+        const RowList* list = listWithRow();
+        return which == QAccessible::Name && list != nullptr ? list->source().titleOf(row())
+                                                             : QAccessibleWidget::text(which);
     }
 
     QAccessible::State state() const override {
-        QAccessible::State state = stateOf(list_, row_.row());
+        const RowList* list = this->list();
+        QAccessible::State state =
+            list == nullptr ? QAccessibleWidget::state() : stateOf(*list, row());
         state.invisible = !row_.isVisible();
         return state;
     }
 
-    QStringList actionNames() const override { return rowActions(list_); }
-
-    void doAction(const QString& action) override {
-        if (row_.row() >= 0) {
-            doRowAction(list_, row_.row(), action);
-        }
-    }
-
-    QString localizedActionName(const QString& action) const override {
-        const QString name = nameOfRowAction(action);
-        return name.isEmpty() ? QAccessibleWidget::localizedActionName(action) : name;
-    }
-
-    QStringList keyBindingsForAction(const QString& action) const override {
-        return keysOfRowAction(action);
-    }
-
   private:
-    RowList& list_;
+    RowList* list() const override { return row_.list(); }
+
     ListRow& row_;
 };
 
+struct PlainInterface : QAccessibleInterface, QAccessibleActionInterface {};
+
 /// A row that is out of sight, known by its position only. The assistive program may keep it
 /// longer than the list or the row lives.
-class DistantRowInterface : public QAccessibleInterface, public QAccessibleActionInterface {
+class DistantRowInterface final : public RowInterface<PlainInterface> {
   public:
     DistantRowInterface(RowList& list, int row) : list_(&list), row_(row) {}
 
-    int row() const { return row_; }
+    int row() const override { return row_; }
 
-    bool isValid() const override { return list() != nullptr; }
+    bool isValid() const override { return listWithRow() != nullptr; }
     QObject* object() const override { return nullptr; }
     QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
     QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
@@ -154,39 +140,33 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
     QAccessible::Role role() const override { return QAccessible::ListItem; }
     void setText(QAccessible::Text /*which*/, const QString& /*text*/) override {}
 
-    QWindow* window() const override {
-        const RowList* list = this->list();
-        return list == nullptr ? nullptr : list->window()->windowHandle();
-    }
-
     QAccessibleInterface* parent() const override {
-        RowList* list = this->list();
+        RowList* list = listWithRow();
         return list == nullptr ? nullptr : QAccessible::queryAccessibleInterface(list);
     }
 
+    QWindow* window() const override {
+        const RowList* list = listWithRow();
+        return list == nullptr ? nullptr : list->window()->windowHandle();
+    }
+
     QString text(QAccessible::Text which) const override {
-        const RowList* list = this->list();
+        const RowList* list = listWithRow();
         return list != nullptr && which == QAccessible::Name ? list->source().titleOf(row_)
                                                              : QString();
     }
 
     QRect rect() const override {
-        const RowList* list = this->list();
-        if (list == nullptr) {
-            return {};
-        }
-        const QRect rect = list->rowRect(row_);
-        return {list->viewport()->mapToGlobal(rect.topLeft()), rect.size()};
+        const RowList* list = listWithRow();
+        const QRect rect = list == nullptr ? QRect() : list->rowRect(row_);
+        return list == nullptr ? rect : rect.translated(list->viewport()->mapToGlobal(QPoint()));
     }
 
     QAccessible::State state() const override {
-        const RowList* list = this->list();
-        if (list != nullptr) {
-            return stateOf(*list, row_);
-        }
-        QAccessible::State state;
-        state.invalid = true;
-        return state;
+        const RowList* list = listWithRow();
+        QAccessible::State invalid;
+        invalid.invalid = true;
+        return list == nullptr ? invalid : stateOf(*list, row_);
     }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
@@ -194,32 +174,8 @@ class DistantRowInterface : public QAccessibleInterface, public QAccessibleActio
                                                     : nullptr;
     }
 
-    QStringList actionNames() const override {
-        const RowList* list = this->list();
-        return list == nullptr ? QStringList() : rowActions(*list);
-    }
-
-    void doAction(const QString& action) override {
-        if (RowList* list = this->list()) {
-            doRowAction(*list, row_, action);
-        }
-    }
-
-    QString localizedActionName(const QString& action) const override {
-        const QString name = nameOfRowAction(action);
-        return name.isEmpty() ? QAccessibleActionInterface::localizedActionName(action) : name;
-    }
-
-    QStringList keyBindingsForAction(const QString& action) const override {
-        return keysOfRowAction(action);
-    }
-
   private:
-    /// Null once the list or the row is gone.
-    RowList* list() const {
-        RowList* list = list_.data();
-        return list != nullptr && row_ < list->source().count() ? list : nullptr;
-    }
+    RowList* list() const override { return list_; }
 
     QPointer<RowList> list_;
     int row_;
@@ -233,7 +189,7 @@ class ListInterface : public QAccessibleWidget {
     ListInterface(const ListInterface&) = delete;
     ListInterface& operator=(const ListInterface&) = delete;
 
-    int childCount() const override { return list_.source().count(); }
+    int childCount() const override { return list_.count(); }
 
     QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount()) {
@@ -289,8 +245,7 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
         return new ListInterface(*list);
     }
     auto* row = qobject_cast<ListRow*>(object);
-    RowList* list = row == nullptr ? nullptr : listOf(*row);
-    return list == nullptr ? nullptr : new RowInterface(*list, *row);
+    return row == nullptr || row->list() == nullptr ? nullptr : new NearRowInterface(*row);
 }
 
 } // namespace

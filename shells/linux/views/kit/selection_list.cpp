@@ -1,0 +1,138 @@
+#include "shells/linux/views/kit/selection_list.h"
+
+#include "shells/linux/views/kit/accessible_texts.h"
+#include "shells/linux/views/kit/style_bridge.h"
+
+#include <QAccessible>
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+
+#include <algorithm>
+
+namespace kestrel::linux_shell {
+
+void SelectionList::cancelGesture() {
+    drag_.cancel();
+    pressedSinceReload_ = false;
+}
+
+// Assistive programs cannot drag, and the keys that move a row may not be free.
+std::vector<RowAction> SelectionList::rowActions() {
+    std::vector<RowAction> actions = RowList::rowActions();
+    const auto showMenu = [this](int row) {
+        Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(rowRect(row).center()));
+    };
+    actions.push_back({QAccessibleActionInterface::showMenuAction(), {}, {}, showMenu});
+    actions.push_back({QStringLiteral("MoveUp"), textFor(accessible_texts::moveRowUp),
+                       Qt::ALT | Qt::Key_Up, [this](int row) { moveRow(row, RowDirection::up); }});
+    actions.push_back({QStringLiteral("MoveDown"), textFor(accessible_texts::moveRowDown),
+                       Qt::ALT | Qt::Key_Down,
+                       [this](int row) { moveRow(row, RowDirection::down); }});
+    return actions;
+}
+
+void SelectionList::moveRow(int row, RowDirection direction) {
+    if (direction == RowDirection::up && row > 0) {
+        Q_EMIT moveRequested(row, row - 1);
+    } else if (direction == RowDirection::down && row < count() - 1) {
+        Q_EMIT moveRequested(row, row + 2);
+    }
+}
+
+void SelectionList::pick(int row, LastInput input) {
+    setLastInput(input);
+    if (row != currentRow()) {
+        setCurrentRow(row);
+        Q_EMIT rowPicked(row);
+    } else {
+        ensureVisible(row);
+    }
+}
+
+int SelectionList::rowAfter(RowStep step) const {
+    const int last = count() - 1;
+    const int page = std::max(viewport()->height() / rowRect(0).height() - 1, 1);
+    switch (step) {
+    case RowStep::previous:
+        return currentRow() < 0 ? last : std::max(currentRow() - 1, 0);
+    case RowStep::next:
+        return std::min(currentRow() + 1, last);
+    case RowStep::pageUp:
+        return std::max(currentRow() - page, 0);
+    case RowStep::pageDown:
+        return std::min(std::max(currentRow(), 0) + page, last);
+    case RowStep::first:
+        return 0;
+    case RowStep::last:
+        break;
+    }
+    return last;
+}
+
+bool SelectionList::takeKey(const QKeyEvent& event) {
+    if (drag_.row() >= 0 && event.key() == Qt::Key_Escape) {
+        drag_.cancel();
+        layoutRows();
+        return true;
+    }
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
+    if (event.key() == Qt::Key_Delete && modifiers == Qt::NoModifier) {
+        Q_EMIT deleteCurrentRequested();
+        return true;
+    }
+    if (vertical && modifiers == Qt::AltModifier) {
+        setLastInput(LastInput::keyboard);
+        Q_EMIT moveCurrentRequested(event.key() == Qt::Key_Up ? RowDirection::up
+                                                              : RowDirection::down);
+        return true;
+    }
+    return RowList::takeKey(event);
+}
+
+void SelectionList::mousePressEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    const int row = rowAt(position);
+    pressedSinceReload_ = true;
+    if (event->button() == Qt::LeftButton && row >= 0) {
+        drag_.press(row, position);
+    }
+    pick(row, LastInput::pointer);
+}
+
+void SelectionList::mouseMoveEvent(QMouseEvent* event) {
+    RowList::mouseMoveEvent(event);
+    drag_.move(event->position().toPoint());
+}
+
+void SelectionList::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        drag_.drop();
+        layoutRows();
+    }
+}
+
+// A second click on a row that has only just come under the pointer is the first on that row.
+void SelectionList::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int row = rowAt(event->position().toPoint());
+    if (!pressedSinceReload_) {
+        mousePressEvent(event);
+    } else if (event->button() == Qt::LeftButton && row >= 0) {
+        Q_EMIT activated(row);
+    }
+}
+
+void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+    const int row = byKeyboard ? currentRow() : rowAt(event->pos());
+    if (row < 0) {
+        return;
+    }
+    if (byKeyboard) {
+        ensureVisible(row);
+    }
+    const QPoint position = byKeyboard ? rowRect(row).center() : event->pos();
+    Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(position));
+}
+
+} // namespace kestrel::linux_shell
