@@ -1,13 +1,13 @@
 #include "shells/linux/views/item_row_widget.h"
 
+#include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/views/badge.h"
 #include "shells/linux/views/item_row_metrics.h"
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/actions_menu.h"
-#include "shells/linux/views/kit/badge.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "shells/linux/views/kit/wrapped_text.h"
+#include "views/accessible_texts.h"
 #include "views/settings/item_row_style.h"
 
 #include <QFontMetrics>

@@ -44,8 +44,8 @@ void PopoverRow::show(const QString& title, const ItemIcon& icon) {
 void PopoverRow::drawPicture() {
     if (pictureRatio_ != devicePixelRatioF()) {
         pictureRatio_ = devicePixelRatioF();
-        picture_ = itemPicture(icon_, fileIcons_, sizeFor(row::iconSize), pictureRatio_,
-                               colorFor(row::title.color, palette()));
+        picture_ = itemIconPixmap(icon_, fileIcons_, sizeFor(row::iconSize), pictureRatio_,
+                                  colorFor(row::title.color, palette()));
     }
 }
 

@@ -3,7 +3,7 @@
 // highlighted one.
 
 #include "actions/item_icon.h"
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/list_row.h"
 
 #include <QPixmap>

@@ -2,14 +2,14 @@
 
 #include "shells/linux/views/item_editor_form.h"
 #include "shells/linux/views/item_row_widget.h"
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/sheet.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
-#include "shells/linux/views/kit/toolbar_button.h"
 #include "shells/linux/views/settings_list.h"
-#include "shells/linux/views/sheet.h"
+#include "shells/linux/views/toolbar_button.h"
+#include "views/accessible_texts.h"
 #include "views/settings/settings_style.h"
 
 #include <QApplication>

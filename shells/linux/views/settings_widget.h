@@ -2,7 +2,7 @@
 // The whole content of the settings window: toolbar strip, list or placeholder, and the sheet. It
 // draws a SettingsView, which it owns, and hands every intent of the user to it.
 
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/redraw_schedule.h"
 #include "store/will_change_signal.h"
 #include "views/settings/settings_view.h"

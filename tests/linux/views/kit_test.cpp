@@ -1,15 +1,15 @@
 #include "shells/linux/desktop/appearance/palettes.h"
+#include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/views/badge.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/actions_menu.h"
-#include "shells/linux/views/kit/badge.h"
-#include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "shells/linux/views/kit/text_label.h"
-#include "shells/linux/views/kit/toolbar_button.h"
 #include "shells/linux/views/kit/wrapped_text.h"
+#include "shells/linux/views/toolbar_button.h"
 #include "tests/linux/views/events.h"
 #include "views/settings/settings_style.h"
 
@@ -123,15 +123,15 @@ TEST(ItemPictureTest, AnIconIsStretchedToExactlyTheSize) {
     QPixmap odd(10, 40);
     odd.fill(Qt::blue);
     const FileIconSource icons = [&](const std::string&) { return QIcon(odd); };
-    const QPixmap picture = itemPicture(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
+    const QPixmap picture = itemIconPixmap(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
     EXPECT_EQ(picture.size(), QSize(27, 27));
     EXPECT_EQ(picture.toImage().pixelColor(1, 13), QColor(Qt::blue));
 }
 
 TEST(ItemPictureTest, AMissingIconIsANullPicture) {
     const FileIconSource none = [](const std::string&) { return QIcon(); };
-    EXPECT_TRUE(itemPicture(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
-    EXPECT_TRUE(itemPicture(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
+    EXPECT_TRUE(itemIconPixmap(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
+    EXPECT_TRUE(itemIconPixmap(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
 }
 
 TEST(PushButtonTest, TheProminentOneIsFilledWithTheAccentColourWhileEnabled) {

@@ -2,7 +2,7 @@
 
 #include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/push_button.h"
-#include "shells/linux/views/kit/toolbar_button.h"
+#include "shells/linux/views/toolbar_button.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QScrollBar>

@@ -3,6 +3,7 @@
 // palette. One point is one device-independent pixel.
 
 #include "platform/geometry.h"
+#include "shells/linux/desktop/appearance/texts.h"
 #include "views/style.h"
 
 #include <QColor>
@@ -10,9 +11,6 @@
 #include <QMargins>
 #include <QPalette>
 #include <QSize>
-#include <QString>
-
-#include <string_view>
 
 namespace kestrel::linux_shell {
 
@@ -35,10 +33,6 @@ QColor outlineColor(const QPalette& palette, double opacity);
 QColor placeholderColor(const QPalette& palette);
 
 bool isDark(const QPalette& palette);
-
-/// A localizable text in the user's language, a verbatim one as it stands.
-QString textFor(const style::Text& text);
-QString toQString(std::string_view utf8);
 
 QMargins marginsFor(const style::Insets& insets);
 QSize sizeFor(const Size& size);

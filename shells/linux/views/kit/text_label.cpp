@@ -1,8 +1,8 @@
 #include "shells/linux/views/kit/text_label.h"
 
+#include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 
 #include <QEvent>
 #include <QFontMetrics>

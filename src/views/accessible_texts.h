@@ -3,11 +3,11 @@
 
 #include "views/style.h"
 
-namespace kestrel::linux_shell::accessible_texts {
+namespace kestrel::accessible_texts {
 
 inline constexpr style::Text itemList{"Items", style::Text::Lookup::localizable};
 inline constexpr style::Text rowActions{"Actions", style::Text::Lookup::localizable};
 inline constexpr style::Text moveRowUp{"Move Up", style::Text::Lookup::localizable};
 inline constexpr style::Text moveRowDown{"Move Down", style::Text::Lookup::localizable};
 
-} // namespace kestrel::linux_shell::accessible_texts
+} // namespace kestrel::accessible_texts

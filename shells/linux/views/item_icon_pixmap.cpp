@@ -1,6 +1,6 @@
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 
-#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 
 namespace kestrel::linux_shell {
 
@@ -21,8 +21,8 @@ QPixmap stretched(const QPixmap& picture, QSize size, qreal devicePixelRatio) {
 
 } // namespace
 
-QPixmap itemPicture(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
-                    qreal devicePixelRatio, const QColor& color) {
+QPixmap itemIconPixmap(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
+                       qreal devicePixelRatio, const QColor& color) {
     if (const auto* symbol = std::get_if<SymbolIcon>(&icon)) {
         return stretched(symbolPixmap(symbol->name, size.width(), color, devicePixelRatio), size,
                          devicePixelRatio);

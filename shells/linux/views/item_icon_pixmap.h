@@ -17,7 +17,7 @@ using FileIconSource = std::function<QIcon(const std::string& path)>;
 
 /// `icon` stretched to exactly `size` device-independent pixels; symbols are drawn in `color`.
 /// Null where the icon theme or the symbol is missing.
-QPixmap itemPicture(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
-                    qreal devicePixelRatio, const QColor& color);
+QPixmap itemIconPixmap(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
+                       qreal devicePixelRatio, const QColor& color);
 
 } // namespace kestrel::linux_shell
