@@ -136,13 +136,7 @@ void ItemEditorForm::connectFields() {
 
 // Nothing may follow a call that can close the form.
 void ItemEditorForm::connectButtons() {
-    connect(browse_, &QAbstractButton::clicked, this, [this] {
-        if (view_->type() == ItemType::app) {
-            view_->browseForApp();
-        } else {
-            view_->browseForCommandFile();
-        }
-    });
+    connect(browse_, &QAbstractButton::clicked, this, [this] { view_->browse(); });
     connect(cancel_, &QAbstractButton::clicked, this, [this] { view_->cancel(); });
     connect(confirm_, &QAbstractButton::clicked, this, [this] { view_->commitSave(); });
     addShortcut(Qt::Key_Escape, *cancel_);
@@ -171,17 +165,17 @@ void ItemEditorForm::redraw() {
 
 void ItemEditorForm::redrawTypeRow() {
     const form::TypeRow& row = form::rowOf(view_->type());
-    const bool usesCommand = view_->type() == ItemType::inlineCommand;
+    const bool isCommand = usesCommand(view_->type());
     typeRowLabel_->setText(textFor(row.label));
     path_->show(toQString(view_->path()));
     command_->show(toQString(view_->command()));
-    if (!usesCommand) {
+    if (!isCommand) {
         path_->setPlaceholderText(textFor(row.placeholder));
         path_->setAccessibleName(textFor(row.label));
     }
-    path_->setVisible(!usesCommand);
-    command_->setVisible(usesCommand);
-    browse_->setVisible(row.hasBrowseButton);
+    path_->setVisible(!isCommand);
+    command_->setVisible(isCommand);
+    browse_->setVisible(!isCommand);
 }
 
 } // namespace kestrel::linux_shell

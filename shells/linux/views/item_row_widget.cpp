@@ -48,7 +48,7 @@ void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());
     picture_ = picture;
-    setAccessibleDescription(QStringLiteral("%1, %2").arg(badge_, toQString(item_.detail())));
+    setAccessibleDescription(toQString(item_.accessibleDescription()));
     updateActions();
     placeActions();
     update();

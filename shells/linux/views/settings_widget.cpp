@@ -151,7 +151,9 @@ void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
 void SettingsWidget::redraw() {
     redrawToolbar();
     redrawList();
-    redrawSheet();
+    if (auto form = view_->nextSheet()) {
+        present(std::move(form));
+    }
 }
 
 void SettingsWidget::redrawToolbar() {
@@ -180,24 +182,8 @@ void SettingsWidget::redrawList() {
     }
 }
 
-// Both sheets may be asked for; the second waits until the first has closed.
-void SettingsWidget::redrawSheet() {
-    const bool addGone = presented_ == PresentedSheet::add && !view_->showAddSheet();
-    const bool editGone = presented_ == PresentedSheet::edit && !view_->itemToEdit();
-    if (addGone || editGone) {
-        presented_ = PresentedSheet::none;
-        closeSheet();
-    }
-    if (presented_ == PresentedSheet::none && view_->showAddSheet()) {
-        present(PresentedSheet::add, view_->makeAddSheet());
-    } else if (presented_ == PresentedSheet::none && view_->itemToEdit()) {
-        present(PresentedSheet::edit, view_->makeEditSheet());
-    }
-}
-
-void SettingsWidget::present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form) {
-    presented_ = kind;
-    form->dismiss = [this, kind] { dismiss(kind); };
+void SettingsWidget::present(std::unique_ptr<AddEditItemView> form) {
+    form->dismiss = [this] { dismiss(); };
     const QString name = textFor(form->header());
     auto* content = new ItemEditorForm(std::move(form));
     sheet_ = new Sheet(*content, name, *content_, *this);
@@ -205,19 +191,11 @@ void SettingsWidget::present(PresentedSheet kind, std::unique_ptr<AddEditItemVie
 }
 
 // The sheet goes at once, so that no further key reaches a form that is done.
-void SettingsWidget::dismiss(PresentedSheet kind) {
-    closeSheet();
-    if (kind == PresentedSheet::add) {
-        view_->addSheetClosed();
-    } else {
-        view_->editSheetClosed();
-    }
-}
-
-void SettingsWidget::closeSheet() {
+void SettingsWidget::dismiss() {
     if (Sheet* sheet = std::exchange(sheet_, nullptr).data()) {
         sheet->close();
     }
+    view_->sheetClosed();
 }
 
 ItemEditorForm* SettingsWidget::form() const {

@@ -47,8 +47,6 @@ class SettingsWidget : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
-    enum class PresentedSheet { none, add, edit };
-
     QWidget* makeToolbar();
     QWidget* makePlaceholder();
     void connectList();
@@ -59,10 +57,8 @@ class SettingsWidget : public QWidget {
     void redraw();
     void redrawToolbar();
     void redrawList();
-    void redrawSheet();
-    void present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form);
-    void dismiss(PresentedSheet kind);
-    void closeSheet();
+    void present(std::unique_ptr<AddEditItemView> form);
+    void dismiss();
     void focusContent();
 
     std::unique_ptr<SettingsView> view_;
@@ -73,7 +69,6 @@ class SettingsWidget : public QWidget {
     QWidget* placeholder_ = nullptr;
     QWidget* placeholderButton_ = nullptr;
     QPointer<Sheet> sheet_;
-    PresentedSheet presented_ = PresentedSheet::none;
     RedrawSchedule redraw_{[this] { redraw(); }};
     bool itemsChanged_ = true;
     Subscription viewWillChange_;
