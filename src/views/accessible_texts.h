@@ -1,5 +1,7 @@
 #pragma once
-// Names that only screen readers and tooltips show, where the views themselves have no text.
+// Names that only screen readers and tooltips show, where the views themselves have no text. All
+// else is named by what it shows: a row by its item's title, a field by its label, a sheet by its
+// header.
 
 #include "views/style.h"
 

@@ -58,18 +58,12 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
 
     const QString titleName = textFor(form::titleLabel);
     title_ = new RoundedField(form::label.font, textFor(form::titlePlaceholder), titleName);
-    auto* titleLine = new QHBoxLayout;
-    titleLine->addWidget(title_);
-    addRow(*column, *makeLabel(titleName), titleLine);
+    addRow(*column, makeLabel(titleName), {title_});
 
     const QString typeName = textFor(form::typeLabel);
     type_ = new SegmentedControl(typeNames(), typeName);
-    auto* typeLine = new QHBoxLayout;
-    typeLine->addWidget(type_);
-    addRow(*column, *makeLabel(typeName), typeLine);
-
-    typeRowLabel_ = makeLabel({});
-    addRow(*column, *typeRowLabel_, makeTypeRow());
+    addRow(*column, makeLabel(typeName), {type_});
+    makeTypeRow(*column);
 
     column->addSpacing(pixels(form::spaceAboveDivider));
     column->addWidget(new Divider);
@@ -90,26 +84,25 @@ TextLabel* ItemEditorForm::makeLabel(const QString& text) {
     return label;
 }
 
-void ItemEditorForm::addRow(QBoxLayout& column, TextLabel& label, QLayout* control) {
+void ItemEditorForm::addRow(QBoxLayout& column, TextLabel* label, const QList<QWidget*>& controls) {
     auto* row = new QHBoxLayout;
-    row->setSpacing(labelSpacing);
-    row->addWidget(&label);
-    row->addLayout(control, 1);
+    row->setSpacing(pixels(form::browseSpacing));
+    row->addWidget(label);
+    row->addSpacing(labelSpacing - row->spacing());
+    for (QWidget* control : controls) {
+        row->addWidget(control);
+    }
     column.addLayout(row);
     column.addSpacing(pixels(form::spaceBelowRow));
 }
 
-QLayout* ItemEditorForm::makeTypeRow() {
+void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
+    typeRowLabel_ = makeLabel({});
     path_ = new RoundedField(form::appRow.font, {}, {});
     command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
                                 textFor(form::commandRow.label));
     browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
-    auto* line = new QHBoxLayout;
-    line->setSpacing(pixels(form::browseSpacing));
-    line->addWidget(path_, 1);
-    line->addWidget(command_, 1);
-    line->addWidget(browse_);
-    return line;
+    addRow(column, typeRowLabel_, {path_, command_, browse_});
 }
 
 QLayout* ItemEditorForm::makeButtonRow() {

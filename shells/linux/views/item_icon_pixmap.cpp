@@ -4,31 +4,21 @@
 
 namespace kestrel::linux_shell {
 
-namespace {
-
-QPixmap stretched(const QPixmap& picture, QSize size, qreal devicePixelRatio) {
-    if (picture.isNull()) {
-        return picture;
-    }
-    const QSize deviceSize = (QSizeF(size) * devicePixelRatio).toSize();
-    QPixmap result =
-        picture.size() == deviceSize
-            ? picture
-            : picture.scaled(deviceSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    result.setDevicePixelRatio(devicePixelRatio);
-    return result;
-}
-
-} // namespace
-
 QPixmap itemIconPixmap(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
                        qreal devicePixelRatio, const QColor& color) {
-    if (const auto* symbol = std::get_if<SymbolIcon>(&icon)) {
-        return stretched(symbolPixmap(symbol->name, size.width(), color, devicePixelRatio), size,
-                         devicePixelRatio);
+    const auto* symbol = std::get_if<SymbolIcon>(&icon);
+    QPixmap pixmap = symbol != nullptr
+                         ? symbolPixmap(symbol->name, size.width(), color, devicePixelRatio)
+                         : fileIcons(std::get<FileIcon>(icon).path).pixmap(size, devicePixelRatio);
+    if (pixmap.isNull()) {
+        return pixmap;
     }
-    const QIcon file = fileIcons(std::get<FileIcon>(icon).path);
-    return stretched(file.pixmap(size, devicePixelRatio), size, devicePixelRatio);
+    const QSize deviceSize = (QSizeF(size) * devicePixelRatio).toSize();
+    if (pixmap.size() != deviceSize) {
+        pixmap = pixmap.scaled(deviceSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    return pixmap;
 }
 
 } // namespace kestrel::linux_shell

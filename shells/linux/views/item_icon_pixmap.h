@@ -1,5 +1,5 @@
 #pragma once
-// The picture of an item, as both lists show it.
+// The icon of an item as both lists draw it.
 
 #include "actions/item_icon.h"
 
@@ -16,7 +16,7 @@ namespace kestrel::linux_shell {
 using FileIconSource = std::function<QIcon(const std::string& path)>;
 
 /// `icon` stretched to exactly `size` device-independent pixels; symbols are drawn in `color`.
-/// Null where the icon theme or the symbol is missing.
+/// Null where the icon theme has no icon or the program no such symbol.
 QPixmap itemIconPixmap(const ItemIcon& icon, const FileIconSource& fileIcons, QSize size,
                        qreal devicePixelRatio, const QColor& color);
 

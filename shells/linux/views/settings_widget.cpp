@@ -85,7 +85,8 @@ QWidget* SettingsWidget::makePlaceholder() {
     column->addWidget(new TextLabel(textFor(style_of::title), style_of::titleStyle), 0,
                       Qt::AlignHCenter);
     auto* hint = new TextLabel(textFor(style_of::hint), style_of::hintStyle);
-    hint->setMaximumTextWidth(pixels(style_of::hintMaximumWidth));
+    hint->setWordWrap(true);
+    hint->setFixedWidth(pixels(style_of::hintMaximumWidth));
     hint->setAlignment(Qt::AlignHCenter);
     column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addSpacing(pixels(style_of::buttonTopPadding));

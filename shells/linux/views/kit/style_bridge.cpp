@@ -66,7 +66,7 @@ QColor fadedBackground(const QPalette& palette, float opacity) {
 QFont fontFor(const style::Font& font) {
     QFont result = font.design == style::Font::Design::monospaced
                        ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
-                       : QApplication::font();
+                       : QFont();
     result.setPixelSize(pixels(font.size));
     result.setWeight(weightOf(font.weight));
     return result;

@@ -14,6 +14,7 @@
 
 namespace kestrel::linux_shell {
 
+/// The system font leaves its family open: a widget with this font follows the desktop's.
 QFont fontFor(const style::Font& font);
 
 /// Always the colours of an active window, so that text does not fade when the window loses the
