@@ -3,7 +3,7 @@
 #include "shells/linux/desktop/startup_notification.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
-#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 
 #include <QDBusConnection>
 #include <QLocale>

@@ -6,9 +6,11 @@
 #include "shells/linux/desktop/activation_tokens.h"
 #include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
+#include "shells/linux/desktop/file_dialog_open_panel.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
 #include "shells/linux/desktop/status_bar.h"
+#include "shells/linux/desktop/symbol_images.h"
 #include "shells/linux/desktop/window_server.h"
 #include "shells/linux/launching/file_icons.h"
 #include "shells/linux/launching/gio_workspace.h"
@@ -18,8 +20,6 @@
 #include "shells/linux/storage/folder_cloud.h"
 #include "shells/linux/storage/system_clock.h"
 #include "shells/linux/view_hosts.h"
-#include "shells/linux/views/file_dialog_open_panel.h"
-#include "shells/linux/views/symbol_images.h"
 
 #include <QApplication>
 #include <QTranslator>

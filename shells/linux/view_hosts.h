@@ -3,7 +3,7 @@
 
 #include "app/view_hosts.h"
 #include "shells/linux/desktop/popover_window.h"
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 
 #include <QPointer>
 

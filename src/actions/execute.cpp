@@ -3,7 +3,7 @@
 namespace kestrel {
 
 void execute(const LauncherItem& item, Workspace& workspace, Terminal& terminal) {
-    const auto& text = item.type == ItemType::inlineCommand ? item.command : item.path;
+    const auto& text = usesCommand(item.type) ? item.command : item.path;
     if (!text || text->empty())
         return;
     switch (item.type) {

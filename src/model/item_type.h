@@ -9,10 +9,13 @@
 namespace kestrel {
 
 enum class ItemType {
-    app,           ///< an application to open; uses the item's path
-    commandFile,   ///< a file to open with the application that the system assigns; uses the path
-    inlineCommand, ///< a shell command typed into a new terminal window; uses the command
+    app,           ///< an application to open
+    commandFile,   ///< a file to open with the application that the system assigns
+    inlineCommand, ///< a shell command typed into a new terminal window
 };
+
+/// Whether items of a kind use their command; the others use their path.
+constexpr bool usesCommand(ItemType type) { return type == ItemType::inlineCommand; }
 
 /// All kinds in the order in which they are offered to the user.
 inline constexpr std::array<ItemType, 3> allItemTypes{ItemType::app, ItemType::commandFile,

@@ -18,6 +18,12 @@ TEST(ItemTypeTest, RawValuesAreTheTextsThatTheUserReads) {
     EXPECT_EQ(rawValue(ItemType::inlineCommand), "Inline Command");
 }
 
+TEST(ItemTypeTest, OnlyInlineCommandsUseTheirCommand) {
+    EXPECT_FALSE(usesCommand(ItemType::app));
+    EXPECT_FALSE(usesCommand(ItemType::commandFile));
+    EXPECT_TRUE(usesCommand(ItemType::inlineCommand));
+}
+
 TEST(ItemTypeTest, EveryKindComesBackFromItsRawValue) {
     for (const ItemType type : allItemTypes)
         EXPECT_EQ(itemTypeFromRawValue(rawValue(type)), type) << rawValue(type);

@@ -1,8 +1,7 @@
 #include "shells/linux/views/footer_button.h"
 
-#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -12,9 +11,7 @@ namespace {
 
 namespace footer = menu_popover_style::footer;
 
-constexpr int buttonHeight = 26;   // pixels
-constexpr double hoverWash = 0.06; // as in the toolbar of the settings
-constexpr double pressedWash = 0.12;
+constexpr int buttonHeight = 26; // pixels
 
 } // namespace
 
@@ -31,14 +28,8 @@ QSize FooterButton::sizeHint() const {
 
 void FooterButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (isDown() || showsHover()) {
-        fillRounded(painter, rect(), controlRadius,
-                    washColor(palette(), isDown() ? pressedWash : hoverWash));
-    }
-    if (showsFocus()) {
-        drawFocusRing(painter, rect(), controlRadius, palette());
-    }
-    // The drawing leaves air in its square; the spacing counts from the square of its point size.
+    drawBackground(painter, rect());
+    // A symbol leaves a margin in its square; the spacing counts from the square of its point size.
     const int extent = symbolExtent(look_.symbol.font.size);
     const int square = pixels(look_.symbol.font.size);
     drawSymbol(painter, QPoint(margin - (extent - square) / 2, (height() - extent) / 2),

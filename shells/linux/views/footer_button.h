@@ -1,5 +1,5 @@
 #pragma once
-// A button of the popover's footer: a symbol and a text on the bare ground.
+// A button of the popover's footer: a symbol and a text without a border.
 
 #include "shells/linux/views/kit/control_button.h"
 #include "views/popover/menu_popover_style.h"

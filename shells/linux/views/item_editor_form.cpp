@@ -58,18 +58,12 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
 
     const QString titleName = textFor(form::titleLabel);
     title_ = new RoundedField(form::label.font, textFor(form::titlePlaceholder), titleName);
-    auto* titleLine = new QHBoxLayout;
-    titleLine->addWidget(title_);
-    addRow(*column, *makeLabel(titleName), titleLine);
+    addRow(*column, makeLabel(titleName), {title_});
 
     const QString typeName = textFor(form::typeLabel);
     type_ = new SegmentedControl(typeNames(), typeName);
-    auto* typeLine = new QHBoxLayout;
-    typeLine->addWidget(type_);
-    addRow(*column, *makeLabel(typeName), typeLine);
-
-    typeRowLabel_ = makeLabel({});
-    addRow(*column, *typeRowLabel_, makeTypeRow());
+    addRow(*column, makeLabel(typeName), {type_});
+    makeTypeRow(*column);
 
     column->addSpacing(pixels(form::spaceAboveDivider));
     column->addWidget(new Divider);
@@ -90,26 +84,25 @@ TextLabel* ItemEditorForm::makeLabel(const QString& text) {
     return label;
 }
 
-void ItemEditorForm::addRow(QBoxLayout& column, TextLabel& label, QLayout* control) {
+void ItemEditorForm::addRow(QBoxLayout& column, TextLabel* label, const QList<QWidget*>& controls) {
     auto* row = new QHBoxLayout;
-    row->setSpacing(labelSpacing);
-    row->addWidget(&label);
-    row->addLayout(control, 1);
+    row->setSpacing(pixels(form::browseSpacing));
+    row->addWidget(label);
+    row->addSpacing(labelSpacing - row->spacing());
+    for (QWidget* control : controls) {
+        row->addWidget(control);
+    }
     column.addLayout(row);
     column.addSpacing(pixels(form::spaceBelowRow));
 }
 
-QLayout* ItemEditorForm::makeTypeRow() {
+void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
+    typeRowLabel_ = makeLabel({});
     path_ = new RoundedField(form::appRow.font, {}, {});
     command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
                                 textFor(form::commandRow.label));
     browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
-    auto* line = new QHBoxLayout;
-    line->setSpacing(pixels(form::browseSpacing));
-    line->addWidget(path_, 1);
-    line->addWidget(command_, 1);
-    line->addWidget(browse_);
-    return line;
+    addRow(column, typeRowLabel_, {path_, command_, browse_});
 }
 
 QLayout* ItemEditorForm::makeButtonRow() {
@@ -136,13 +129,7 @@ void ItemEditorForm::connectFields() {
 
 // Nothing may follow a call that can close the form.
 void ItemEditorForm::connectButtons() {
-    connect(browse_, &QAbstractButton::clicked, this, [this] {
-        if (view_->type() == ItemType::app) {
-            view_->browseForApp();
-        } else {
-            view_->browseForCommandFile();
-        }
-    });
+    connect(browse_, &QAbstractButton::clicked, this, [this] { view_->browse(); });
     connect(cancel_, &QAbstractButton::clicked, this, [this] { view_->cancel(); });
     connect(confirm_, &QAbstractButton::clicked, this, [this] { view_->commitSave(); });
     addShortcut(Qt::Key_Escape, *cancel_);
@@ -171,17 +158,17 @@ void ItemEditorForm::redraw() {
 
 void ItemEditorForm::redrawTypeRow() {
     const form::TypeRow& row = form::rowOf(view_->type());
-    const bool usesCommand = view_->type() == ItemType::inlineCommand;
+    const bool isCommand = usesCommand(view_->type());
     typeRowLabel_->setText(textFor(row.label));
     path_->show(toQString(view_->path()));
     command_->show(toQString(view_->command()));
-    if (!usesCommand) {
+    if (!isCommand) {
         path_->setPlaceholderText(textFor(row.placeholder));
         path_->setAccessibleName(textFor(row.label));
     }
-    path_->setVisible(!usesCommand);
-    command_->setVisible(usesCommand);
-    browse_->setVisible(row.hasBrowseButton);
+    path_->setVisible(!isCommand);
+    command_->setVisible(isCommand);
+    browse_->setVisible(!isCommand);
 }
 
 } // namespace kestrel::linux_shell

@@ -39,8 +39,8 @@ class ItemEditorForm : public QWidget {
     PushButton& confirmButton() const { return *confirm_; }
 
   private:
-    void addRow(QBoxLayout& column, TextLabel& label, QLayout* control);
-    QLayout* makeTypeRow();
+    static void addRow(QBoxLayout& column, TextLabel* label, const QList<QWidget*>& controls);
+    void makeTypeRow(QBoxLayout& column);
     QLayout* makeButtonRow();
     TextLabel* makeLabel(const QString& text);
     void connectFields();

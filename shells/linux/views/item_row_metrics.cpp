@@ -1,8 +1,8 @@
 #include "shells/linux/views/item_row_metrics.h"
 
-#include "shells/linux/views/kit/badge.h"
+#include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/views/badge.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "shells/linux/views/kit/wrapped_text.h"
 #include "views/settings/item_row_style.h"
 

@@ -1,13 +1,13 @@
 #include "shells/linux/views/item_row_widget.h"
 
+#include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/views/badge.h"
 #include "shells/linux/views/item_row_metrics.h"
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/actions_menu.h"
-#include "shells/linux/views/kit/badge.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "shells/linux/views/kit/wrapped_text.h"
+#include "views/accessible_texts.h"
 #include "views/settings/item_row_style.h"
 
 #include <QFontMetrics>
@@ -18,11 +18,7 @@
 
 namespace kestrel::linux_shell {
 
-namespace {
-
 namespace row_style = item_row_style;
-
-} // namespace
 
 ItemRowWidget::ItemRowWidget(QWidget* parent)
     : ListRow(parent),
@@ -40,27 +36,27 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
     updateActions();
 }
 
-void ItemRowWidget::bind(ItemRow row, const QPixmap& picture) {
+void ItemRowWidget::bind(ItemRow row, const QPixmap& icon) {
     if (row.item.id != item_.item.id) {
         giveFocusToList();
     }
     item_ = std::move(row);
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());
-    picture_ = picture;
-    setAccessibleDescription(QStringLiteral("%1, %2").arg(badge_, toQString(item_.detail())));
+    icon_ = icon;
+    setAccessibleDescription(toQString(item_.accessibleDescription()));
     updateActions();
     placeActions();
     update();
 }
 
-ItemRowWidget::Layout ItemRowWidget::layOut(const QString& title, const QString& badge, int width,
-                                            int height) {
-    const ItemRowColumns columns = itemRowColumns(badge, width);
-    const auto centered = [height](int left, QSize size) {
-        return QRect(QPoint(left, (height - size.height()) / 2), size);
+ItemRowWidget::Layout ItemRowWidget::layoutOfParts() const {
+    const ItemRowColumns columns = itemRowColumns(badge_, width());
+    const auto centered = [this](int left, QSize size) {
+        return QRect(QPoint(left, (height() - size.height()) / 2), size);
     };
-    const int titleHeight = wrappedHeight(title, fontFor(row_style::title.font), columns.textWidth);
+    const int titleHeight =
+        wrappedHeight(title_, fontFor(row_style::title.font), columns.textWidth);
     const int detailHeight = itemRowLineHeight(row_style::detail.font);
     const int spacing = pixels(row_style::lineSpacing);
     const QRect text =
@@ -72,12 +68,8 @@ ItemRowWidget::Layout ItemRowWidget::layOut(const QString& title, const QString&
         .detail =
             QRect(text.left(), text.top() + titleHeight + spacing, text.width(), detailHeight),
         .actions = centered(columns.actionsLeft, QSize(actions, actions)),
-        .badge = centered(columns.badgeLeft, badgeSize(badge)),
+        .badge = centered(columns.badgeLeft, badgeSize(badge_)),
     };
-}
-
-ItemRowWidget::Layout ItemRowWidget::layoutOfParts() const {
-    return layOut(title_, badge_, width(), height());
 }
 
 void ItemRowWidget::placeActions() {
@@ -110,8 +102,8 @@ void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Layout parts = layoutOfParts();
-    if (!picture_.isNull()) {
-        painter.drawPixmap(parts.icon, picture_);
+    if (!icon_.isNull()) {
+        painter.drawPixmap(parts.icon, icon_);
     }
     painter.setPen(colorFor(row_style::title.color, palette()));
     drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font));

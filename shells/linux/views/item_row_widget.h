@@ -26,8 +26,8 @@ class ItemRowWidget : public ListRow {
 
     explicit ItemRowWidget(QWidget* parent = nullptr);
 
-    /// `picture` is the item's, of the size and the pixel ratio in which it is drawn.
-    void bind(ItemRow row, const QPixmap& picture);
+    /// `icon` has the size and the pixel ratio in which it is drawn.
+    void bind(ItemRow row, const QPixmap& icon);
 
     const ItemRow& item() const { return item_; }
     EllipsisButton& actionsButton() const { return *actions_; }
@@ -42,7 +42,6 @@ class ItemRowWidget : public ListRow {
     void stateChanged() override;
 
   private:
-    static Layout layOut(const QString& title, const QString& badge, int width, int height);
     void placeActions();
     void updateActions();
 
@@ -50,7 +49,7 @@ class ItemRowWidget : public ListRow {
     ItemRow menuItem_; ///< what the open menu is about; the row may be bound anew meanwhile
     QString title_;
     QString badge_;
-    QPixmap picture_;
+    QPixmap icon_;
     EllipsisButton* actions_;
     ActionsMenu* menu_;
 };

@@ -1,9 +1,9 @@
 #include "shells/linux/views/menu_popover_widget.h"
 
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
 #include "shells/linux/views/popover_row.h"
+#include "views/accessible_texts.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <QVBoxLayout>

@@ -3,8 +3,8 @@
 // the user does goes to the view; what changes there is drawn one turn of the event loop later.
 
 #include "shells/linux/views/footer_button.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/divider.h"
-#include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/menu_list.h"
 #include "shells/linux/views/kit/redraw_schedule.h"
 #include "views/popover/menu_popover_view.h"

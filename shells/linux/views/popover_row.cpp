@@ -37,15 +37,15 @@ PopoverRow::PopoverRow(const FileIconSource& fileIcons, QWidget* parent)
 void PopoverRow::show(const QString& title, const ItemIcon& icon) {
     title_ = title;
     icon_ = icon;
-    pictureRatio_ = 0;
+    pixmapRatio_ = 0;
     update();
 }
 
-void PopoverRow::drawPicture() {
-    if (pictureRatio_ != devicePixelRatioF()) {
-        pictureRatio_ = devicePixelRatioF();
-        picture_ = itemPicture(icon_, fileIcons_, sizeFor(row::iconSize), pictureRatio_,
-                               colorFor(row::title.color, palette()));
+void PopoverRow::updatePixmap() {
+    if (pixmapRatio_ != devicePixelRatioF()) {
+        pixmapRatio_ = devicePixelRatioF();
+        pixmap_ = itemIconPixmap(icon_, fileIcons_, sizeFor(row::iconSize), pixmapRatio_,
+                                 colorFor(row::title.color, palette()));
     }
 }
 
@@ -56,14 +56,13 @@ void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
                     row::highlightRadius, washColor(palette(), row::highlightOpacity));
     }
     const QRect content = rect().marginsRemoved(marginsFor(row::padding));
-    const QSize pictureSize = sizeFor(row::iconSize);
-    drawPicture();
+    const QSize iconSize = sizeFor(row::iconSize);
+    updatePixmap();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(
-        QRect(QPoint(content.left(), (height() - pictureSize.height()) / 2), pictureSize),
-        picture_);
+    painter.drawPixmap(QRect(QPoint(content.left(), (height() - iconSize.height()) / 2), iconSize),
+                       pixmap_);
     const QFont font = fontFor(row::title.font);
-    const int left = content.left() + pictureSize.width() + pixels(row::spacing);
+    const int left = content.left() + iconSize.width() + pixels(row::spacing);
     const QRect text(left, 0, content.left() + content.width() - left, height());
     painter.setFont(font);
     painter.setPen(colorFor(row::title.color, palette()));
@@ -74,7 +73,7 @@ void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
 void PopoverRow::changeEvent(QEvent* event) {
     ListRow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
-        pictureRatio_ = 0;
+        pixmapRatio_ = 0;
         update();
     }
 }

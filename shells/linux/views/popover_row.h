@@ -1,9 +1,9 @@
 #pragma once
-// One row of the popover's list: the item's picture and its title, on the highlight when it is the
+// One row of the popover's list: the item's icon and its title, on the highlight when it is the
 // highlighted one.
 
 #include "actions/item_icon.h"
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/list_row.h"
 
 #include <QPixmap>
@@ -25,13 +25,13 @@ class PopoverRow final : public ListRow {
     void changeEvent(QEvent* event) override;
 
   private:
-    void drawPicture();
+    void updatePixmap();
 
     const FileIconSource& fileIcons_;
     QString title_;
     ItemIcon icon_;
-    QPixmap picture_;
-    qreal pictureRatio_ = 0; ///< the device pixel ratio it was drawn for
+    QPixmap pixmap_;
+    qreal pixmapRatio_ = 0; ///< the device pixel ratio it was drawn for
 };
 
 } // namespace kestrel::linux_shell

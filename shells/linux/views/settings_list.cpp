@@ -48,7 +48,7 @@ ListRow* SettingsRows::makeRow(QWidget* parent) { return new ItemRowWidget(paren
 void SettingsRows::bindRow(ListRow& row, int index) {
     ItemRow item = view_.row(static_cast<std::size_t>(index));
     // The application's palette, which on a change is there before a row's own.
-    const QPixmap picture = itemPicture(
+    const QPixmap picture = itemIconPixmap(
         view_.manager().icon(item.item), fileIcons_, sizeFor(item_row_style::iconSize),
         row.devicePixelRatioF(), colorFor(style::ColorLevel::primary, QApplication::palette(&row)));
     static_cast<ItemRowWidget&>(row).bind(std::move(item), picture);

@@ -1,7 +1,7 @@
 #pragma once
 // The list of items in the settings window: an inset list whose selection is a rounded highlight.
 
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/keyboard_focus.h"
 #include "shells/linux/views/kit/selection_list.h"
 #include "views/settings/settings_view.h"

@@ -2,14 +2,14 @@
 
 #include "shells/linux/views/item_editor_form.h"
 #include "shells/linux/views/item_row_widget.h"
-#include "shells/linux/views/kit/accessible_texts.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/sheet.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
-#include "shells/linux/views/kit/toolbar_button.h"
 #include "shells/linux/views/settings_list.h"
-#include "shells/linux/views/sheet.h"
+#include "shells/linux/views/toolbar_button.h"
+#include "views/accessible_texts.h"
 #include "views/settings/settings_style.h"
 
 #include <QApplication>
@@ -84,7 +84,8 @@ QWidget* SettingsWidget::makePlaceholder() {
     column->addWidget(new TextLabel(textFor(style_of::title), style_of::titleStyle), 0,
                       Qt::AlignHCenter);
     auto* hint = new TextLabel(textFor(style_of::hint), style_of::hintStyle);
-    hint->setMaximumTextWidth(pixels(style_of::hintMaximumWidth));
+    hint->setWordWrap(true);
+    hint->setFixedWidth(pixels(style_of::hintMaximumWidth));
     hint->setAlignment(Qt::AlignHCenter);
     column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addSpacing(pixels(style_of::buttonTopPadding));
@@ -150,7 +151,9 @@ void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
 void SettingsWidget::redraw() {
     redrawToolbar();
     redrawList();
-    redrawSheet();
+    if (auto form = view_->nextSheet()) {
+        present(std::move(form));
+    }
 }
 
 void SettingsWidget::redrawToolbar() {
@@ -180,24 +183,8 @@ void SettingsWidget::redrawList() {
     }
 }
 
-// Both sheets may be asked for; the second waits until the first has closed.
-void SettingsWidget::redrawSheet() {
-    const bool addGone = presented_ == PresentedSheet::add && !view_->showAddSheet();
-    const bool editGone = presented_ == PresentedSheet::edit && !view_->itemToEdit();
-    if (addGone || editGone) {
-        presented_ = PresentedSheet::none;
-        closeSheet();
-    }
-    if (presented_ == PresentedSheet::none && view_->showAddSheet()) {
-        present(PresentedSheet::add, view_->makeAddSheet());
-    } else if (presented_ == PresentedSheet::none && view_->itemToEdit()) {
-        present(PresentedSheet::edit, view_->makeEditSheet());
-    }
-}
-
-void SettingsWidget::present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form) {
-    presented_ = kind;
-    form->dismiss = [this, kind] { dismiss(kind); };
+void SettingsWidget::present(std::unique_ptr<AddEditItemView> form) {
+    form->dismiss = [this] { dismiss(); };
     const QString name = textFor(form->header());
     auto* content = new ItemEditorForm(std::move(form));
     sheet_ = new Sheet(*content, name, *content_, *this);
@@ -205,19 +192,11 @@ void SettingsWidget::present(PresentedSheet kind, std::unique_ptr<AddEditItemVie
 }
 
 // The sheet goes at once, so that no further key reaches a form that is done.
-void SettingsWidget::dismiss(PresentedSheet kind) {
-    closeSheet();
-    if (kind == PresentedSheet::add) {
-        view_->addSheetClosed();
-    } else {
-        view_->editSheetClosed();
-    }
-}
-
-void SettingsWidget::closeSheet() {
+void SettingsWidget::dismiss() {
     if (Sheet* sheet = std::exchange(sheet_, nullptr).data()) {
         sheet->close();
     }
+    view_->sheetClosed();
 }
 
 ItemEditorForm* SettingsWidget::form() const {

@@ -2,7 +2,7 @@
 // The whole content of the settings window: toolbar strip, list or placeholder, and the sheet. It
 // draws a SettingsView, which it owns, and hands every intent of the user to it.
 
-#include "shells/linux/views/kit/item_picture.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/redraw_schedule.h"
 #include "store/will_change_signal.h"
 #include "views/settings/settings_view.h"
@@ -49,8 +49,6 @@ class SettingsWidget : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
-    enum class PresentedSheet { none, add, edit };
-
     QWidget* makeToolbar();
     QWidget* makePlaceholder();
     void connectList();
@@ -61,10 +59,8 @@ class SettingsWidget : public QWidget {
     void redraw();
     void redrawToolbar();
     void redrawList();
-    void redrawSheet();
-    void present(PresentedSheet kind, std::unique_ptr<AddEditItemView> form);
-    void dismiss(PresentedSheet kind);
-    void closeSheet();
+    void present(std::unique_ptr<AddEditItemView> form);
+    void dismiss();
     void focusContent();
 
     std::unique_ptr<SettingsView> view_;
@@ -75,7 +71,6 @@ class SettingsWidget : public QWidget {
     QWidget* placeholder_ = nullptr;
     QWidget* placeholderButton_ = nullptr;
     QPointer<Sheet> sheet_;
-    PresentedSheet presented_ = PresentedSheet::none;
     RedrawSchedule redraw_{[this] { redraw(); }};
     std::optional<std::uint64_t> shownRevision_; ///< of the items
     Subscription willChange_;

@@ -221,7 +221,7 @@ std::size_t segmentOf(ItemType type) {
         return;
     const ItemType type = _form->type();
     const form_style::TypeRow& typeRow = form_style::rowOf(type);
-    const bool showsPath = typeRow.hasBrowseButton;
+    const bool showsPath = !usesCommand(type);
     show(_form->title(), _titleField);
     show(_form->path(), _pathField);
     show(_form->command(), _commandField);

@@ -22,25 +22,22 @@ inline constexpr Text titleLabel{"Title", Text::Lookup::localizable};
 inline constexpr Text titlePlaceholder{"e.g. Xcode, Deploy Script"};
 inline constexpr Text typeLabel{"Type", Text::Lookup::localizable};
 
-/// The row that depends on the selected type.
+/// The row that depends on the selected type. Where it holds a path, a button to browse follows.
 struct TypeRow {
     Text label;
     Text placeholder;
     Font font;
-    bool hasBrowseButton = false;
 };
 
 inline constexpr TypeRow appRow{
     .label = {"App", Text::Lookup::localizable},
     .placeholder = {"/Applications/MyApp.app"},
     .font = body,
-    .hasBrowseButton = true,
 };
 inline constexpr TypeRow fileRow{
     .label = {"File", Text::Lookup::localizable},
     .placeholder = {"~/Desktop/script.command"},
     .font = body,
-    .hasBrowseButton = true,
 };
 inline constexpr TypeRow commandRow{
     .label = {"Command", Text::Lookup::localizable},

@@ -61,17 +61,24 @@ style::Text AddEditItemView::confirmTitle() const {
     return isEditing() ? add_edit_item_style::save : add_edit_item_style::add;
 }
 
+void AddEditItemView::browse() {
+    if (type_ == ItemType::app)
+        browseForApp();
+    else
+        browseForCommandFile();
+}
+
 void AddEditItemView::browseForApp() {
-    browse({.content = OpenPanelOptions::Content::applications,
-            .startFolder = OpenPanelOptions::StartFolder::applications});
+    pick({.content = OpenPanelOptions::Content::applications,
+          .startFolder = OpenPanelOptions::StartFolder::applications});
 }
 
 void AddEditItemView::browseForCommandFile() {
-    browse({.content = OpenPanelOptions::Content::anyFile,
-            .startFolder = OpenPanelOptions::StartFolder::desktop});
+    pick({.content = OpenPanelOptions::Content::anyFile,
+          .startFolder = OpenPanelOptions::StartFolder::desktop});
 }
 
-void AddEditItemView::browse(const OpenPanelOptions& options) {
+void AddEditItemView::pick(const OpenPanelOptions& options) {
     // The event loop runs while the panel shows, and the sheet may be taken away meanwhile.
     const auto weak = anchor_.weak();
     auto chosen = openPanel_.runModal(options);
@@ -91,9 +98,8 @@ void AddEditItemView::commitSave() {
     LauncherItem item = existingItem_ ? *existingItem_ : LauncherItem{};
     item.title = std::string(trimmedTitle);
     item.type = type_;
-    const bool usesCommand = type_ == ItemType::inlineCommand;
-    item.path = usesCommand ? std::nullopt : absentWhenEmpty(path_);
-    item.command = usesCommand ? absentWhenEmpty(command_) : std::nullopt;
+    item.path = usesCommand(type_) ? std::nullopt : absentWhenEmpty(path_);
+    item.command = usesCommand(type_) ? absentWhenEmpty(command_) : std::nullopt;
     onSave_(std::move(item));
     close();
 }

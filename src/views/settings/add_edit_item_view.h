@@ -45,8 +45,9 @@ class AddEditItemView {
     style::Text header() const;
     style::Text confirmTitle() const;
 
-    /// Let the user pick a file for `path`; an empty title takes the file's name without its
-    /// extension. Nothing changes when the panel is cancelled.
+    /// Lets the user pick a file of the selected type for `path`; an empty title takes the file's
+    /// name without its extension. Nothing changes when the panel is cancelled.
+    void browse();
     void browseForApp();
     void browseForCommandFile();
 
@@ -57,7 +58,7 @@ class AddEditItemView {
     void cancel();
 
   private:
-    void browse(const OpenPanelOptions& options);
+    void pick(const OpenPanelOptions& options);
     void close();
     template <class Value>
     void set(Value& field, Value value);

@@ -5,11 +5,15 @@
 namespace kestrel {
 
 std::string_view ItemRow::detail() const {
-    const bool usesCommand = item.type == ItemType::inlineCommand;
-    const auto& text = usesCommand ? item.command : item.path;
+    const bool isCommand = usesCommand(item.type);
+    const auto& text = isCommand ? item.command : item.path;
     if (text)
         return *text;
-    return (usesCommand ? item_row_style::noCommand : item_row_style::noPath).english;
+    return (isCommand ? item_row_style::noCommand : item_row_style::noPath).english;
+}
+
+std::string ItemRow::accessibleDescription() const {
+    return std::string(badge()).append(", ").append(detail());
 }
 
 } // namespace kestrel

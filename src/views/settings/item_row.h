@@ -4,6 +4,7 @@
 #include "model/launcher_item.h"
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 namespace kestrel {
@@ -21,6 +22,9 @@ struct ItemRow {
 
     /// The type's own name, never translated.
     std::string_view badge() const { return rawValue(item.type); }
+
+    /// What a screen reader says of the row after its title.
+    std::string accessibleDescription() const;
 
     /// 1 or 0. The actions button keeps its place at 0.
     double actionsOpacity() const { return isHovered || isSelected ? 1 : 0; }

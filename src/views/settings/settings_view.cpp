@@ -142,6 +142,28 @@ void SettingsView::typed(std::string_view text) {
         setSelectedID(items()[*match].id);
 }
 
+std::unique_ptr<AddEditItemView> SettingsView::nextSheet() {
+    if (shownSheet_ != Sheet::none)
+        return nullptr;
+    if (showAddSheet_) {
+        shownSheet_ = Sheet::add;
+        return makeAddSheet();
+    }
+    if (itemToEdit_) {
+        shownSheet_ = Sheet::edit;
+        return makeEditSheet();
+    }
+    return nullptr;
+}
+
+void SettingsView::sheetClosed() {
+    const Sheet closed = std::exchange(shownSheet_, Sheet::none);
+    if (closed == Sheet::add)
+        addSheetClosed();
+    else if (closed == Sheet::edit)
+        editSheetClosed();
+}
+
 std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
     const auto append = [weak = anchor_.weak()](LauncherItem item) {
         const auto self = weak.lock();

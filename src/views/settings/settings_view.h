@@ -82,19 +82,25 @@ class SettingsView {
     /// Selects the row that the letters typed so far name; see TypeSelect.
     void typed(std::string_view text);
 
-    /// Which sheet shows. Both may be asked for; each has its own state.
+    /// The sheets that are asked for. Both may be; each has its own state.
     bool showAddSheet() const { return showAddSheet_; }
     const std::optional<LauncherItem>& itemToEdit() const { return itemToEdit_; }
 
-    /// The form of a sheet that is to be shown; its `dismiss` is the presenter's to set.
+    /// The form of the sheet that is to be shown now, once; its `dismiss` is the presenter's to
+    /// set. Null while a sheet shows, so the second that is asked for waits, and when none is.
+    std::unique_ptr<AddEditItemView> nextSheet();
+
+    /// The sheet of the last form that `nextSheet` gave has closed.
+    void sheetClosed();
+
     std::unique_ptr<AddEditItemView> makeAddSheet();
     std::unique_ptr<AddEditItemView> makeEditSheet();
-
-    /// The sheet has closed.
     void addSheetClosed();
     void editSheetClosed();
 
   private:
+    enum class Sheet { none, add, edit };
+
     ToolbarButton toolbarBtn(std::string_view label, std::string_view icon, bool enabled,
                              std::function<void()> action) const;
     void removeAndSave(const Positions& positions);
@@ -108,6 +114,7 @@ class SettingsView {
     std::optional<Uuid> committedID_;
     bool showAddSheet_ = false;
     std::optional<LauncherItem> itemToEdit_;
+    Sheet shownSheet_ = Sheet::none;
     TypeSelect typeSelect_;
     Subscription itemsWillChange_;
     WeakAnchor<SettingsView> anchor_{*this};

@@ -1,4 +1,4 @@
-#include "shells/linux/views/kit/accessible_texts.h"
+#include "views/accessible_texts.h"
 #include "views/settings/add_edit_item_style.h"
 #include "views/settings/item_row_style.h"
 #include "views/settings/settings_style.h"
@@ -21,7 +21,7 @@ std::set<std::string> localizableTexts() {
     namespace form = add_edit_item_style;
     namespace row = item_row_style;
     namespace placeholder = settings_style::empty_placeholder;
-    namespace accessible = linux_shell::accessible_texts;
+    namespace accessible = accessible_texts;
     std::set<std::string> texts;
     for (const style::Text& text : {placeholder::title,
                                     placeholder::hint,

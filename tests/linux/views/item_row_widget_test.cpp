@@ -1,7 +1,7 @@
 #include "shells/linux/views/item_row_widget.h"
 
+#include "shells/linux/views/badge.h"
 #include "shells/linux/views/item_row_metrics.h"
-#include "shells/linux/views/kit/badge.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/wrapped_text.h"

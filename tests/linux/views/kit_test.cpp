@@ -1,17 +1,16 @@
 #include "shells/linux/desktop/appearance/palettes.h"
+#include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/views/badge.h"
+#include "shells/linux/views/item_icon_pixmap.h"
 #include "shells/linux/views/kit/actions_menu.h"
-#include "shells/linux/views/kit/badge.h"
-#include "shells/linux/views/kit/item_picture.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "shells/linux/views/kit/text_label.h"
-#include "shells/linux/views/kit/toolbar_button.h"
 #include "shells/linux/views/kit/wrapped_text.h"
+#include "shells/linux/views/toolbar_button.h"
 #include "tests/linux/views/events.h"
-#include "views/settings/settings_style.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -104,10 +103,10 @@ TEST(SymbolTest, EverySymbolOfTheProgramIsThereInItsColourAtEveryScale) {
          {"app.dashed", "doc.text", "ellipsis.circle", "gearshape", "pencil", "plus", "power",
           "square.grid.2x2", "terminal", "trash"}) {
         for (const double scale : {1.0, 1.25, 2.0}) {
-            const QPixmap picture = symbolPixmap(name, 20, Qt::red, scale);
-            ASSERT_FALSE(picture.isNull()) << name;
-            EXPECT_EQ(picture.width(), qRound(20 * scale)) << name;
-            EXPECT_EQ(picture.deviceIndependentSize(), QSizeF(20, 20)) << name;
+            const QPixmap pixmap = symbolPixmap(name, 20, Qt::red, scale);
+            ASSERT_FALSE(pixmap.isNull()) << name;
+            EXPECT_EQ(pixmap.width(), qRound(20 * scale)) << name;
+            EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(20, 20)) << name;
         }
         const QImage image = symbolPixmap(name, 40, Qt::red, 1).toImage();
         EXPECT_TRUE(contains(image, Qt::red)) << name;
@@ -115,23 +114,23 @@ TEST(SymbolTest, EverySymbolOfTheProgramIsThereInItsColourAtEveryScale) {
     }
 }
 
-TEST(SymbolTest, AnUnknownNameIsANullPicture) {
+TEST(SymbolTest, AnUnknownNameIsANullPixmap) {
     EXPECT_TRUE(symbolPixmap("no.such.symbol", 20, Qt::red, 1).isNull());
 }
 
-TEST(ItemPictureTest, AnIconIsStretchedToExactlyTheSize) {
+TEST(ItemIconPixmapTest, AnIconIsStretchedToExactlyTheSize) {
     QPixmap odd(10, 40);
     odd.fill(Qt::blue);
     const FileIconSource icons([&](const std::string&) { return QIcon(odd); });
-    const QPixmap picture = itemPicture(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
-    EXPECT_EQ(picture.size(), QSize(27, 27));
-    EXPECT_EQ(picture.toImage().pixelColor(1, 13), QColor(Qt::blue));
+    const QPixmap pixmap = itemIconPixmap(FileIcon{"/x"}, icons, QSize(18, 18), 1.5, Qt::black);
+    EXPECT_EQ(pixmap.size(), QSize(27, 27));
+    EXPECT_EQ(pixmap.toImage().pixelColor(1, 13), QColor(Qt::blue));
 }
 
-TEST(ItemPictureTest, AMissingIconIsANullPicture) {
+TEST(ItemIconPixmapTest, AMissingIconIsANullPixmap) {
     const FileIconSource none([](const std::string&) { return QIcon(); });
-    EXPECT_TRUE(itemPicture(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
-    EXPECT_TRUE(itemPicture(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
+    EXPECT_TRUE(itemIconPixmap(FileIcon{"/x"}, none, QSize(18, 18), 1, Qt::black).isNull());
+    EXPECT_TRUE(itemIconPixmap(SymbolIcon{"nothing"}, none, QSize(18, 18), 1, Qt::black).isNull());
 }
 
 TEST(PushButtonTest, TheProminentOneIsFilledWithTheAccentColourWhileEnabled) {
@@ -207,12 +206,12 @@ TEST(RoundedFieldTest, PlaceholderCanBeReadEvenWhereThePaletteHasNone) {
     QApplication::setPalette(dark);
     const RoundedField field(style::body, QStringLiteral("hint"), QStringLiteral("Title"));
     const QColor hint = field.palette().color(QPalette::PlaceholderText);
-    const QColor ground = dark.color(QPalette::Base);
-    EXPECT_GE(contrastRatio(mixed(ground, QColor(hint.rgb()), hint.alphaF()), ground), 4.5);
+    const QColor background = dark.color(QPalette::Base);
+    EXPECT_GE(contrastRatio(mixed(background, QColor(hint.rgb()), hint.alphaF()), background), 4.5);
     QApplication::setPalette(QPalette());
 }
 
-TEST(HighContrastTest, TextsAndLinesAreStrongAndGroundsLeaveTheirTextReadable) {
+TEST(HighContrastTest, TextsAndLinesAreStrongAndBackgroundsLeaveTheirTextReadable) {
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
         const QPalette palette = paletteFor(scheme, Contrast::high);
         const QColor window = palette.color(QPalette::Window);
@@ -238,12 +237,31 @@ TEST(BadgeTest, PadsItsTextByFiveAndTwo) {
     EXPECT_EQ(badgeSize(text), QSize(metrics.horizontalAdvance(text) + 10, metrics.height() + 4));
 }
 
-TEST(TextLabelTest, WrapsAtItsMaximumWidth) {
-    TextLabel label(toQString(settings_style::empty_placeholder::hint.english), {style::callout});
-    const QSize oneLine = label.sizeHint();
-    label.setMaximumTextWidth(oneLine.width() * 2 / 3);
-    EXPECT_LE(label.sizeHint().width(), oneLine.width() * 2 / 3);
-    EXPECT_GE(label.sizeHint().height(), oneLine.height() * 2 - 2);
+TEST(TextLabelTest, LooksTheSameWhileDisabled) {
+    TextLabel label(QStringLiteral("No items yet"), {style::callout, style::ColorLevel::primary});
+    label.setPalette(darkPalette());
+    label.resize(label.sizeHint());
+    const QImage enabled = grab(label);
+    EXPECT_TRUE(contains(enabled, Qt::white));
+    label.setEnabled(false);
+    EXPECT_EQ(grab(label), enabled);
+}
+
+TEST(TextLabelTest, FollowsTheSystemFontAsFieldsDo) {
+    const QFont before = QApplication::font();
+    const TextLabel label(QStringLiteral("Title"), {style::headline});
+    const RoundedField field(style::body, {}, QStringLiteral("Title"));
+    label.ensurePolished();
+    field.ensurePolished();
+    QFont other = before;
+    other.setFamily(QStringLiteral("DejaVu Serif"));
+    QApplication::setFont(other);
+    QApplication::processEvents();
+    EXPECT_EQ(label.font().family(), other.family());
+    EXPECT_EQ(label.font().weight(), QFont::Bold);
+    EXPECT_EQ(field.font().family(), other.family());
+    EXPECT_EQ(field.font().pixelSize(), 13);
+    QApplication::setFont(before);
 }
 
 TEST(WrappedTextTest, NeedsALineForEverySortOfLineBreak) {

@@ -21,7 +21,7 @@
 namespace kestrel::linux_shell {
 namespace {
 
-/// The smallest rectangle that holds every pixel in which two pictures of one size differ.
+/// The smallest rectangle that holds every pixel in which two images of one size differ.
 QRect differenceOf(const QImage& a, const QImage& b) {
     QRect result;
     for (int y = 0; y < a.height(); ++y) {
@@ -63,7 +63,7 @@ class PopoverRenderingTest : public tests::StoreFixture {
         show(items);
     }
 
-    /// The picture of a row that shows `title`.
+    /// The image of a row that shows `title`.
     QImage rowOf(const std::string& title) {
         show({tests::appItem(title)});
         return widget->list().realisedRow(0)->grab().toImage();
@@ -139,12 +139,12 @@ TEST_F(PopoverRenderingTest, TheHighlightIsARoundedFaintRectangleFourPointsFromT
     EXPECT_EQ(changed, row.marginsRemoved(QMargins(4, 0, 4, 0)));
     EXPECT_EQ(highlighted.pixel(changed.topLeft()), before.pixel(changed.topLeft()));
     EXPECT_EQ(highlighted.pixel(changed.bottomRight()), before.pixel(changed.bottomRight()));
-    // The text's colour, 8 parts of 100, on the ground.
+    // The text's colour, 8 parts of 100, on the background.
     const QPoint free(row.right() - 20, row.center().y());
-    const QColor ground = before.pixelColor(free);
+    const QColor background = before.pixelColor(free);
     const QColor text = widget->palette().color(QPalette::Active, QPalette::WindowText);
     EXPECT_NEAR(highlighted.pixelColor(free).green(),
-                ground.green() + 0.08 * (text.green() - ground.green()), 1.5);
+                background.green() + 0.08 * (text.green() - background.green()), 1.5);
 
     leave(*widget->list().viewport());
     turnEventLoop();
@@ -153,7 +153,7 @@ TEST_F(PopoverRenderingTest, TheHighlightIsARoundedFaintRectangleFourPointsFromT
 
 class ItemRowRenderingTest : public SettingsFixture {
   protected:
-    /// The picture of the detail line of an item with that path.
+    /// The image of the detail line of an item with that path.
     QImage detailOf(const std::string& path) {
         manager.items.assign({tests::appItem("Title", path)});
         turnEventLoop();

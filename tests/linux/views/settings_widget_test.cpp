@@ -2,7 +2,8 @@
 
 #include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/push_button.h"
-#include "shells/linux/views/kit/toolbar_button.h"
+#include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/toolbar_button.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QScrollBar>
@@ -118,6 +119,18 @@ TEST_F(SettingsWidgetTest, ThePlaceholdersButtonOpensTheAddSheet) {
     turnEventLoop();
     ASSERT_NE(widget->form(), nullptr);
     EXPECT_FALSE(widget->form()->view().isEditing());
+}
+
+TEST_F(SettingsWidgetTest, ThePlaceholdersHintWrapsAt320Points) {
+    manager.items.assign({});
+    turnEventLoop();
+    const auto labels = widget->placeholder().findChildren<TextLabel*>();
+    ASSERT_EQ(labels.size(), 2);
+    const TextLabel& hint = *labels[1];
+    const int line = QFontMetrics(hint.font()).height();
+    ASSERT_GT(QFontMetrics(hint.font()).horizontalAdvance(hint.text()), 320);
+    EXPECT_EQ(hint.width(), 320);
+    EXPECT_EQ(hint.height(), 2 * line);
 }
 
 TEST_F(SettingsWidgetTest, ADoubleClickOpensTheEditSheetForTheRow) {

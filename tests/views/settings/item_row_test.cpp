@@ -52,6 +52,12 @@ TEST(ItemRowTest, TheBadgeIsTheTypesOwnName) {
     EXPECT_EQ(rowOf(ItemType::inlineCommand, "").badge(), "Inline Command");
 }
 
+TEST(ItemRowTest, AScreenReaderSaysTheTypeAndTheDetail) {
+    EXPECT_EQ(rowOf(ItemType::app, "/a", "ls").accessibleDescription(), "App, /a");
+    EXPECT_EQ(rowOf(ItemType::inlineCommand, "/c").accessibleDescription(),
+              "Inline Command, (no command)");
+}
+
 namespace irs = item_row_style;
 
 TEST(ItemRowStyleTest, HasItsNumbersAndTexts) {

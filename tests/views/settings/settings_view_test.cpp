@@ -236,6 +236,63 @@ TEST_F(SettingsViewTest, SavingAnEditOfAnItemThatHasDisappearedChangesNothing) {
     EXPECT_THAT(log.calls, IsEmpty());
 }
 
+TEST_F(SettingsViewTest, NoSheetShowsUntilOneIsAskedFor) {
+    EXPECT_EQ(view->nextSheet(), nullptr);
+    view->sheetClosed();
+    view->addClicked();
+    EXPECT_NE(view->nextSheet(), nullptr);
+}
+
+TEST_F(SettingsViewTest, ASheetIsHandedOutOnceUntilItHasClosed) {
+    view->addClicked();
+    const auto sheet = view->nextSheet();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_FALSE(sheet->isEditing());
+    view->addClicked();
+    EXPECT_EQ(view->nextSheet(), nullptr);
+    view->sheetClosed();
+    EXPECT_FALSE(view->showAddSheet());
+    EXPECT_EQ(view->nextSheet(), nullptr);
+}
+
+TEST_F(SettingsViewTest, TheSecondSheetWaitsUntilTheFirstHasClosed) {
+    view->editItem(second);
+    const auto edits = view->nextSheet();
+    ASSERT_NE(edits, nullptr);
+    EXPECT_EQ(edits->title(), "Second");
+    view->addClicked();
+    EXPECT_EQ(view->nextSheet(), nullptr);
+    view->sheetClosed();
+    EXPECT_EQ(view->itemToEdit(), std::nullopt);
+    EXPECT_TRUE(view->showAddSheet());
+    const auto adds = view->nextSheet();
+    ASSERT_NE(adds, nullptr);
+    EXPECT_FALSE(adds->isEditing());
+    view->sheetClosed();
+    EXPECT_FALSE(view->showAddSheet());
+}
+
+TEST_F(SettingsViewTest, OfTwoSheetsAskedForAtOnceTheAddSheetComesFirst) {
+    view->editItem(second);
+    view->addClicked();
+    const auto adds = view->nextSheet();
+    ASSERT_NE(adds, nullptr);
+    EXPECT_FALSE(adds->isEditing());
+    view->sheetClosed();
+    const auto edits = view->nextSheet();
+    ASSERT_NE(edits, nullptr);
+    EXPECT_EQ(edits->title(), "Second");
+}
+
+TEST_F(SettingsViewTest, AClosedSheetSignalsSoThatTheNextCanShow) {
+    view->addClicked();
+    const auto sheet = view->nextSheet();
+    int signals = 0;
+    const auto token = view->objectWillChange.subscribe([&] { ++signals; });
+    view->sheetClosed();
+    EXPECT_EQ(signals, 1);
+}
+
 TEST_F(SettingsViewTest, TheEditSheetHoldsACopyTakenWhenEditingWasAskedFor) {
     view->row(0).onEdit();
     LauncherItem changed = first;

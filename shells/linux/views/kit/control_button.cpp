@@ -1,12 +1,30 @@
 #include "shells/linux/views/kit/control_button.h"
 
+#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/views/kit/style_bridge.h"
+
 #include <QKeyEvent>
 
 namespace kestrel::linux_shell {
 
+namespace {
+constexpr double hoverOpacity = 0.06;
+constexpr double pressedOpacity = 0.12;
+} // namespace
+
 ControlButton::ControlButton(QWidget* parent) : QAbstractButton(parent) {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
+}
+
+void ControlButton::drawBackground(QPainter& painter, const QRectF& area) const {
+    if (isDown() || showsHover()) {
+        fillRounded(painter, area, controlRadius,
+                    washColor(palette(), isDown() ? pressedOpacity : hoverOpacity));
+    }
+    if (showsFocus()) {
+        drawFocusRing(painter, area, controlRadius, palette());
+    }
 }
 
 void ControlButton::focusInEvent(QFocusEvent* event) {

@@ -1,6 +1,6 @@
 #pragma once
-// The ground of every button of the kit: knows when the pointer is over it and when its keyboard
-// focus is worth a ring. Space presses it; Return is left to others.
+// The base of every button that draws itself: knows when the pointer is over it and when its
+// keyboard focus is worth a ring. Space presses it; Return is left to others.
 
 #include "shells/linux/views/kit/keyboard_focus.h"
 
@@ -19,6 +19,9 @@ class ControlButton : public QAbstractButton {
 
     /// The focus came from the keyboard; a click on a button needs no mark.
     bool showsFocus() const { return hasFocus() && keyboardFocus_.isFromKeyboard(); }
+
+    /// What a button without a border shows behind its face: that it is hovered, pressed, focused.
+    void drawBackground(QPainter& painter, const QRectF& area) const;
 
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -1,5 +1,6 @@
 #pragma once
-// A horizontal line of one point.
+// A horizontal line of one point. No QFrame: the desktop's style would choose its colour and look,
+// and assistive technology would take it for a border.
 
 #include <QWidget>
 

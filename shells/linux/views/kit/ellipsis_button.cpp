@@ -1,8 +1,8 @@
 #include "shells/linux/views/kit/ellipsis_button.h"
 
+#include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>

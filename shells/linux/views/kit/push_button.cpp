@@ -39,12 +39,13 @@ QColor PushButton::fill() const {
         const QColor shade = isDown() ? Qt::black : Qt::white;
         return mixed(accent, shade, isDown() ? 0.15 : showsHover() ? 0.1 : 0);
     }
-    const QColor ground = isDark(colors) ? mixed(colors.color(QPalette::Window), text, 0.12)
-                                         : mixed(colors.color(QPalette::Window), Qt::white, 0.75);
+    const QColor background = isDark(colors)
+                                  ? mixed(colors.color(QPalette::Window), text, 0.12)
+                                  : mixed(colors.color(QPalette::Window), Qt::white, 0.75);
     if (!isEnabled()) {
         return mixed(colors.color(QPalette::Window), text, 0.06);
     }
-    return mixed(ground, text, isDown() ? 0.12 : showsHover() ? 0.05 : 0);
+    return mixed(background, text, isDown() ? 0.12 : showsHover() ? 0.05 : 0);
 }
 
 QColor PushButton::titleColor() const {

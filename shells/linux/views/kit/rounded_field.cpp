@@ -17,7 +17,7 @@ constexpr int textMargin = 6; // pixels, on top of the two that the line edit ke
 
 RoundedField::RoundedField(const style::Font& font, const QString& placeholder, const QString& name,
                            QWidget* parent)
-    : QLineEdit(parent), font_(font) {
+    : QLineEdit(parent) {
     setFrame(false);
     setTextMargins(textMargin, 0, textMargin, 0);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -32,11 +32,6 @@ RoundedField::RoundedField(const style::Font& font, const QString& placeholder, 
             Q_EMIT edited(changed);
         }
     });
-}
-
-void RoundedField::setStyleFont(const style::Font& font) {
-    font_ = font;
-    setFont(fontFor(font));
 }
 
 void RoundedField::show(const QString& text) {
@@ -86,8 +81,6 @@ void RoundedField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         setOwnColors();
-    } else if (event->type() == QEvent::ApplicationFontChange) {
-        setFont(fontFor(font_));
     }
 }
 

@@ -15,8 +15,6 @@ class RoundedField : public QLineEdit {
     RoundedField(const style::Font& font, const QString& placeholder, const QString& name,
                  QWidget* parent = nullptr);
 
-    void setStyleFont(const style::Font& font);
-
     /// The field shows `text`, of any length; the cursor stays where it is when nothing differs.
     /// Is no edit.
     void show(const QString& text);
@@ -37,7 +35,6 @@ class RoundedField : public QLineEdit {
   private:
     void setOwnColors();
 
-    style::Font font_;
     bool isShowing_ = false;
 };
 

@@ -61,8 +61,8 @@ class Segment : public ControlButton {
 
     void paintThumb(QPainter& painter, double radius) const {
         const QColor text = colorFor(style::ColorLevel::primary, palette());
-        const QColor ground = palette().color(QPalette::Active, QPalette::Window);
-        const QColor thumb = isDark(palette()) ? mixed(ground, text, 0.27) : QColor(Qt::white);
+        const QColor background = palette().color(QPalette::Active, QPalette::Window);
+        const QColor thumb = isDark(palette()) ? mixed(background, text, 0.27) : QColor(Qt::white);
         fillRounded(painter, QRectF(rect()).translated(0, 0.75), radius, QColor(0, 0, 0, 40));
         fillRounded(painter, rect(), radius, thumb);
         strokeRounded(painter, rect(), radius,

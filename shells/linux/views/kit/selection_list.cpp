@@ -1,6 +1,6 @@
 #include "shells/linux/views/kit/selection_list.h"
 
-#include "shells/linux/views/kit/accessible_texts.h"
+#include "views/accessible_texts.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
 #include <QAccessible>

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 namespace kestrel::linux_shell {
 
@@ -56,8 +55,8 @@ QColor fadedLine(const QPalette& palette, float opacity) {
     return faded(palette, least + (1 - least) * opacity);
 }
 
-/// For grounds.
-QColor fadedGround(const QPalette& palette, float opacity) {
+/// For backgrounds.
+QColor fadedBackground(const QPalette& palette, float opacity) {
     return faded(palette,
                  isHighContrast(palette) ? std::min(1.0F, highContrastWash * opacity) : opacity);
 }
@@ -67,7 +66,7 @@ QColor fadedGround(const QPalette& palette, float opacity) {
 QFont fontFor(const style::Font& font) {
     QFont result = font.design == style::Font::Design::monospaced
                        ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
-                       : QApplication::font();
+                       : QFont();
     result.setPixelSize(pixels(font.size));
     result.setWeight(weightOf(font.weight));
     return result;
@@ -82,7 +81,7 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
     case style::ColorLevel::tertiary:
         return fadedLine(palette, tertiaryOpacity);
     case style::ColorLevel::quaternary:
-        return fadedGround(palette, quaternaryOpacity);
+        return fadedBackground(palette, quaternaryOpacity);
     case style::ColorLevel::tertiaryLabel:
         return fadedLine(palette, disabledLabelOpacity);
     case style::ColorLevel::windowBackground:
@@ -98,7 +97,7 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
 QColor separatorColor(const QPalette& palette) { return fadedLine(palette, separatorOpacity); }
 
 QColor washColor(const QPalette& palette, double opacity) {
-    return fadedGround(palette, static_cast<float>(opacity));
+    return fadedBackground(palette, static_cast<float>(opacity));
 }
 
 QColor outlineColor(const QPalette& palette, double opacity) {
@@ -114,18 +113,6 @@ QColor placeholderColor(const QPalette& palette) {
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Window).lightness() <
            palette.color(QPalette::Active, QPalette::WindowText).lightness();
-}
-
-QString textFor(const style::Text& text) {
-    if (text.lookup == style::Text::Lookup::verbatim) {
-        return toQString(text.english);
-    }
-    const std::string key(text.english);
-    return QCoreApplication::translate("Kestrel", key.c_str());
-}
-
-QString toQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 QMargins marginsFor(const style::Insets& insets) {

@@ -3,6 +3,7 @@
 // palette. One point is one device-independent pixel.
 
 #include "platform/geometry.h"
+#include "shells/linux/desktop/appearance/texts.h"
 #include "views/style.h"
 
 #include <QColor>
@@ -10,12 +11,10 @@
 #include <QMargins>
 #include <QPalette>
 #include <QSize>
-#include <QString>
-
-#include <string_view>
 
 namespace kestrel::linux_shell {
 
+/// The system font leaves its family open: a widget with this font follows the desktop's.
 QFont fontFor(const style::Font& font);
 
 /// Always the colours of an active window, so that text does not fade when the window loses the
@@ -35,10 +34,6 @@ QColor outlineColor(const QPalette& palette, double opacity);
 QColor placeholderColor(const QPalette& palette);
 
 bool isDark(const QPalette& palette);
-
-/// A localizable text in the user's language, a verbatim one as it stands.
-QString textFor(const style::Text& text);
-QString toQString(std::string_view utf8);
 
 QMargins marginsFor(const style::Insets& insets);
 QSize sizeFor(const Size& size);

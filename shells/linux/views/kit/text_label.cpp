@@ -1,67 +1,31 @@
 #include "shells/linux/views/kit/text_label.h"
 
+#include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 
-#include <QEvent>
-#include <QFontMetrics>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace kestrel::linux_shell {
 
-namespace {
-constexpr int unlimited = 1 << 16;
-}
-
 TextLabel::TextLabel(const QString& text, const style::TextStyle& textStyle, QWidget* parent)
-    : QWidget(parent), style_(textStyle) {
-    setAccessibleRole(*this, QAccessible::StaticText);
+    : QLabel(text, parent), style_(textStyle) {
+    setTextFormat(Qt::PlainText);
+    setFont(fontFor(style_.font));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setText(text);
-}
-
-void TextLabel::setText(const QString& text) {
-    text_ = text;
-    setAccessibleName(text);
-    updateGeometry();
-    update();
-}
-
-void TextLabel::setMaximumTextWidth(int pixels) {
-    maximumTextWidth_ = pixels;
-    updateGeometry();
-}
-
-void TextLabel::setAlignment(Qt::Alignment alignment) {
-    alignment_ = alignment;
-    update();
-}
-
-int TextLabel::flags() const {
-    return static_cast<int>(alignment_) |
-           (maximumTextWidth_ > 0 ? Qt::TextWordWrap : Qt::TextSingleLine);
-}
-
-QSize TextLabel::sizeHint() const {
-    const int width = maximumTextWidth_ > 0 ? maximumTextWidth_ : unlimited;
-    return QFontMetrics(fontFor(style_.font))
-        .boundingRect(QRect(0, 0, width, unlimited), flags(), text_)
-        .size();
 }
 
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setFont(fontFor(style_.font));
     painter.setPen(colorFor(style_.color, palette()));
-    painter.drawText(rect(), flags(), text_);
+    const int wrap = wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine;
+    painter.drawText(rect(), static_cast<int>(alignment()) | wrap, text());
 }
 
-void TextLabel::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        updateGeometry();
-    }
+int TextLabel::heightForWidth(int width) const {
+    return QLabel::heightForWidth(std::min(width, maximumWidth()));
 }
 
 SymbolLabel::SymbolLabel(const style::SymbolStyle& symbol, QWidget* parent)

@@ -4,38 +4,26 @@
 
 #include "views/style.h"
 
-#include <QString>
-#include <QWidget>
+#include <QLabel>
 
 namespace kestrel::linux_shell {
 
-class TextLabel : public QWidget {
+/// Draws its text itself: no role of a palette stands for a colour level, and the toolkit's own
+/// drawing would fade it while the label is disabled.
+class TextLabel : public QLabel {
     Q_OBJECT
 
   public:
     TextLabel(const QString& text, const style::TextStyle& textStyle, QWidget* parent = nullptr);
 
-    void setText(const QString& text);
-    const QString& text() const { return text_; }
-
-    /// The text wraps there; 0 for one line.
-    void setMaximumTextWidth(int pixels);
-    void setAlignment(Qt::Alignment alignment);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    /// In no more than the maximum width: a layout asks for the whole width that it has to give.
+    int heightForWidth(int width) const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
-    int flags() const;
-
-    QString text_;
     style::TextStyle style_;
-    Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
-    int maximumTextWidth_ = 0;
 };
 
 class SymbolLabel : public QWidget {

@@ -1,4 +1,4 @@
-#include "shells/linux/views/sheet.h"
+#include "shells/linux/views/kit/sheet.h"
 
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/painting.h"

@@ -1,6 +1,6 @@
-#include "shells/linux/views/file_dialog_open_panel.h"
+#include "shells/linux/desktop/file_dialog_open_panel.h"
 
-#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/desktop/appearance/texts.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
-#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 
-#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/desktop/appearance/texts.h"
 
 #include <QFile>
 #include <QImage>
@@ -35,7 +35,9 @@ QPixmap render(const QString& path, int extent, const QColor& color, qreal devic
 } // namespace
 
 // An odd number, so that a line through the middle falls on a column of pixels.
-int symbolExtent(double pointSize) { return 2 * pixels(pointSize * 0.65) + 1; }
+int symbolExtent(double pointSize) {
+    return 2 * static_cast<int>(std::lround(pointSize * 0.65)) + 1;
+}
 
 QPixmap symbolPixmap(std::string_view name, int extent, const QColor& color,
                      qreal devicePixelRatio) {

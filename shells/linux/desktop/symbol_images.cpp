@@ -1,6 +1,6 @@
-#include "shells/linux/views/symbol_images.h"
+#include "shells/linux/desktop/symbol_images.h"
 
-#include "shells/linux/views/kit/symbol.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 
 namespace kestrel::linux_shell {
 

@@ -1,4 +1,4 @@
-#include "shells/linux/views/kit/badge.h"
+#include "shells/linux/views/badge.h"
 
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"

@@ -1,7 +1,6 @@
-#include "shells/linux/views/file_dialog_open_panel.h"
+#include "shells/linux/desktop/file_dialog_open_panel.h"
 
-#include "tests/linux/views/widget_fixture.h"
-
+#include <QApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QStandardPaths>

@@ -1,5 +1,6 @@
 #pragma once
 // A button of the toolbar strip: a symbol above its label, no border; the whole rectangle reacts.
+// No QToolButton: the desktop's style would choose the gaps, the font and the colours.
 
 #include "shells/linux/views/kit/control_button.h"
 

@@ -1,8 +1,7 @@
-#include "shells/linux/views/kit/toolbar_button.h"
+#include "shells/linux/views/toolbar_button.h"
 
-#include "shells/linux/views/kit/painting.h"
+#include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "shells/linux/views/kit/symbol.h"
 #include "views/settings/settings_style.h"
 
 #include <QFontMetrics>
@@ -16,9 +15,7 @@ namespace {
 
 namespace toolbar = settings_style::toolbar;
 
-constexpr double washInset = 2; // pixels between neighbouring washes and around them
-constexpr double hoverWash = 0.06;
-constexpr double pressedWash = 0.12;
+constexpr int inset = 2; // pixels around the background
 
 } // namespace
 
@@ -33,19 +30,12 @@ ToolbarButton::ToolbarButton(const QString& label, std::string symbol, QWidget* 
 
 void ToolbarButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QRectF wash = QRectF(rect()).adjusted(washInset, washInset, -washInset, -washInset);
-    if (isEnabled() && (isDown() || underMouse())) {
-        fillRounded(painter, wash, controlRadius,
-                    washColor(palette(), isDown() ? pressedWash : hoverWash));
-    }
-    if (showsFocus()) {
-        drawFocusRing(painter, wash, controlRadius, palette());
-    }
+    drawBackground(painter, rect().adjusted(inset, inset, -inset, -inset));
     const QColor color =
         colorFor(isEnabled() ? toolbar::enabledColor : toolbar::disabledColor, palette());
     const QFont font = fontFor(toolbar::labelFont);
     const int textHeight = QFontMetrics(font).height();
-    // The drawing leaves air in its square; the spacing counts from the square of its point size.
+    // A symbol leaves a margin in its square; the spacing counts from the square of its point size.
     const int extent = symbolExtent(toolbar::symbolFont.size);
     const int square = pixels(toolbar::symbolFont.size);
     const int spacing = pixels(toolbar::buttonSpacing);

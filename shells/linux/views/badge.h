@@ -1,5 +1,5 @@
 #pragma once
-// A short text on a faint rounded ground, drawn by the widget that carries it.
+// A short text on a faint rounded background, drawn by the widget that carries it.
 
 #include <QPalette>
 #include <QPoint>
