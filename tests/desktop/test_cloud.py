@@ -4,8 +4,8 @@ import os
 import shutil
 import time
 
-from cloud import COMMAND, CloudCase, items
-from program import encoded, item, popover_height
+from harness.cloud import COMMAND, CloudCase, items
+from harness.program import encoded, item, popover_height
 
 BROKEN = b'[{"id":"00000000-0000-4000-8000-0000'
 NO_FOLDER, NOTHING = "no folder", None

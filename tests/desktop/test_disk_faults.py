@@ -6,9 +6,9 @@ import resource
 import shutil
 import stat
 
-from mounts import Mounts, can_mount
-from program import Kestrel, has_sanitizer
-from stored_lists import StoredListsTest, list_of
+from harness.mounts import Mounts, can_mount
+from harness.program import Kestrel, has_sanitizer
+from harness.stored_lists import StoredListsTest, list_of
 
 EMPTY_SIZE = 64 * 1024
 

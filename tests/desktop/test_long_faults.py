@@ -4,8 +4,8 @@ import os
 import shutil
 from typing import NamedTuple
 
-from stored_lists import StoredListsTest, list_of
-from system_calls import Fail, Kill
+from harness.stored_lists import StoredListsTest, list_of
+from harness.system_calls import Fail, Kill
 
 # They take turns, so that each call fails in three or four ways: every other one's are the rest.
 ERRORS = (errno.EIO, errno.ENOSPC, errno.EACCES, errno.EROFS, errno.EMFILE, errno.EDQUOT,

@@ -2,10 +2,10 @@
 import os
 import xml.etree.ElementTree
 
-from accessible_hands import AccessibleHands
-from hands import PointerHands
-from journey import Journey
-from keyboard_hands import KeyboardHands
+from harness.accessibility_driver import AccessibilityDriver
+from harness.journey import Journey
+from harness.keyboard_driver import KeyboardDriver
+from harness.pointer_driver import PointerDriver
 
 
 TRANSLATIONS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "shells",
@@ -20,7 +20,7 @@ def translations(language):
 
 
 class PointerJourney(Journey):
-    hands_class = PointerHands
+    driver_class = PointerDriver
 
     def test_journey_by_pointer_from_first_start_to_restart(self):
         self.start_desktop(panel="fake", panel_options=("--bar=dock",))
@@ -28,7 +28,7 @@ class PointerJourney(Journey):
 
 
 class KeyboardJourney(Journey):
-    hands_class = KeyboardHands
+    driver_class = KeyboardDriver
     has_cloud = True
 
     def test_journey_by_keyboard_alone_from_first_start_to_restart(self):
@@ -37,7 +37,7 @@ class KeyboardJourney(Journey):
 
 
 class AccessibleJourney(Journey):
-    hands_class = AccessibleHands
+    driver_class = AccessibilityDriver
     has_cloud = True
 
     def test_journey_through_the_accessible_tree_alone_from_first_start_to_restart(self):
@@ -46,7 +46,7 @@ class AccessibleJourney(Journey):
 
 
 class GermanJourney(Journey):
-    hands_class = AccessibleHands
+    driver_class = AccessibilityDriver
     words = translations("de")
     environment = {"LANG": "de_DE.UTF-8"}
 

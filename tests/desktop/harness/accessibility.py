@@ -8,8 +8,8 @@ import re
 import dbus
 import dbus.bus
 
-from images import Rect
-from processes import PATIENCE, wait_for
+from harness.images import Rect
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 
 PREFIX = "org.a11y.atspi."
 CALL_LIMIT = 5
@@ -136,7 +136,7 @@ class Accessibility:
         return [node for application in self.applications()
                 for node in application.find_all(role, name)]
 
-    def find(self, role=None, name=None, limit=PATIENCE):
+    def find(self, role=None, name=None, limit=DEFAULT_TIMEOUT):
         """The first such node, waited for."""
         return wait_for(lambda: self.find_all(role, name), limit, f"{role} {name!r} to be shown")[0]
 

@@ -1,8 +1,8 @@
-"""Works the program's windows through the accessible tree alone; see hands.py."""
+"""Works the program's windows through the accessible tree alone; see input_driver.py."""
 import ctypes
 
-from hands import Hands
-from processes import wait_for
+from harness.input_driver import InputDriver
+from harness.processes import wait_for
 
 
 class _ClientMessage(ctypes.Structure):
@@ -26,7 +26,7 @@ def ask_to_close(desktop, window):
     lib.XCloseDisplay(display)
 
 
-class AccessibleHands(Hands):
+class AccessibilityDriver(InputDriver):
     """Does all through the accessible tree, without a pointer and without a key."""
 
     def open_popover(self):

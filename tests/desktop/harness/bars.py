@@ -4,8 +4,8 @@ import collections
 import time
 from typing import NamedTuple
 
-from images import Rect
-from processes import wait_for
+from harness.images import Rect
+from harness.processes import wait_for
 
 # A bar has a hairline at its rim, and some a shading that is fainter than any icon.
 RIM = 3
@@ -23,19 +23,19 @@ def _gray(red, green, blue):
     return (red * 299 + green * 587 + blue * 114) // 1000
 
 
-def drawn(picture, rect):
-    """What stands out from the ground in a part of the screen; None while nothing does."""
-    part = picture.cut(rect)
+def drawn(image, rect):
+    """What stands out from the background in a part of the screen; None while nothing does."""
+    part = image.cut(rect)
     data = part.data
     grays = [_gray(*data[at:at + 3]) for at in range(0, len(data), 3)]
-    ground = collections.Counter(grays).most_common(1)[0][0]
-    marks = [at for at, gray in enumerate(grays) if abs(gray - ground) >= FAINTEST_MARK]
+    background = collections.Counter(grays).most_common(1)[0][0]
+    marks = [at for at, gray in enumerate(grays) if abs(gray - background) >= FAINTEST_MARK]
     if not marks:
         return None
     columns, rows = [at % part.width for at in marks], [at // part.width for at in marks]
     return Icon(Rect(rect.x + min(columns), rect.y + min(rows),
                      max(columns) - min(columns) + 1, max(rows) - min(rows) + 1),
-                max(abs(grays[at] - ground) for at in marks))
+                max(abs(grays[at] - background) for at in marks))
 
 
 class Bar(NamedTuple):
@@ -58,21 +58,21 @@ class Bar(NamedTuple):
         top = y if self.edge == "top" else y + height - self.thickness
         return Rect(x, top, width, self.thickness)
 
-    def icon(self, picture):
-        """What stands out from the bar's ground; None while nothing does."""
+    def icon(self, image):
+        """What stands out from the bar's background; None while nothing does."""
         x, y, width, height = self.rect
-        return drawn(picture, Rect(x + RIM, y + RIM, width - 2 * RIM, height - 2 * RIM))
+        return drawn(image, Rect(x + RIM, y + RIM, width - 2 * RIM, height - 2 * RIM))
 
     def wait_for_icon(self, desktop, limit=15):
         """The icon, once it is square and stays where it is and as it is. The pointer must not be
         on the bar."""
         def settled():
-            icon = self.icon(desktop.picture())
+            icon = self.icon(desktop.screenshot())
             if icon is None or not 14 <= icon.rect.width <= self.thickness \
                     or abs(icon.rect.width - icon.rect.height) > 2:
                 return None
             time.sleep(0.4)     # it is painted again when the program has seen the bar
-            return icon if icon == self.icon(desktop.picture()) else None
+            return icon if icon == self.icon(desktop.screenshot()) else None
         return wait_for(settled, limit, f"the status icon on the bar at the {self.edge}")
 
     def misplacement(self, popover, icon, slack=10):

@@ -4,11 +4,11 @@ import signal
 import time
 import unittest
 
-from desktop import Desktop
-from processes import Timeout, wait_for
-from program import Kestrel
+from harness.desktop import Desktop
+from harness.processes import Timeout, wait_for
+from harness.program import Kestrel
 
-# Where a test that fails leaves its picture of the screen.
+# Where a test that fails leaves its screenshot.
 EVIDENCE = os.environ.get("KESTREL_EVIDENCE", "build/desktop-failures")
 
 
@@ -50,12 +50,12 @@ class DesktopTest(unittest.TestCase):
         return wait_for(condition, what=what)
 
     def keep_evidence(self):
-        """Leaves a picture of the screen and what the program said. For the runner, on failure."""
+        """Leaves a screenshot and what the program said. For the runner, on failure."""
         if not self.desktop or not os.path.exists(self.desktop.folder):
             return None
         os.makedirs(EVIDENCE, exist_ok=True)
         path = os.path.join(EVIDENCE, self.id().rsplit(".", 1)[-1])
-        self.desktop.picture().save(path + ".png")
+        self.desktop.screenshot().save(path + ".png")
         with open(path + ".txt", "w", encoding="utf-8") as file:
             if self.kestrel:
                 print(*self.kestrel.process.lines, f"status {self.kestrel.process.status}",

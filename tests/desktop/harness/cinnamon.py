@@ -1,10 +1,10 @@
 """Cinnamon on a throw-away desktop, with its own panel at the bottom."""
-from bars import Bar
-from desktop import Desktop
-from images import Rect
-from panels import WATCHER
-from processes import wait_for
-from shell_session import ShellSession
+from harness.bars import Bar
+from harness.desktop import Desktop
+from harness.images import Rect
+from harness.panels import WATCHER
+from harness.processes import wait_for
+from harness.shell_session import ShellSession
 
 # What a login starts beside the shell: the watcher of the status icons.
 XAPP_WATCHER = "/usr/libexec/xapps/sn-watcher/xapp-sn-watcher"

@@ -2,8 +2,8 @@
 import os
 import shutil
 
-from case import DesktopTest
-from program import encoded, item
+from harness.case import DesktopTest
+from harness.program import encoded, item
 
 COMMAND = "Inline Command"
 

@@ -24,10 +24,10 @@ from typing import NamedTuple
 import dbus
 import dbus.bus
 
-from accessibility import Accessibility
-from images import Picture, Rect
-from panels import WATCHER, Look, start_panel
-from processes import PATIENCE, ProcessGroup, wait_for
+from harness.accessibility import Accessibility
+from harness.images import Image, Rect
+from harness.panels import WATCHER, Look, start_panel
+from harness.processes import DEFAULT_TIMEOUT, ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
@@ -260,10 +260,10 @@ class Session:
                 return window
         return None
 
-    def wait_for_window(self, role=None, title=None, limit=PATIENCE):
+    def wait_for_window(self, role=None, title=None, limit=DEFAULT_TIMEOUT):
         return wait_for(lambda: self.window(role, title), limit, f"the window {role or title}")
 
-    def wait_for_no_window(self, role=None, title=None, limit=PATIENCE):
+    def wait_for_no_window(self, role=None, title=None, limit=DEFAULT_TIMEOUT):
         wait_for(lambda: not self.window(role, title), limit, f"the window {role or title} to go")
 
     def focused_window(self):
@@ -383,7 +383,7 @@ class Desktop(Session):
         self._xdotool("mouseup", str(button))
 
     def click(self, x, y, button=1, hold=0.08):
-        """A click as a hand makes it: the button stays down for `hold` seconds, which shows
+        """A click as a user makes it: the button stays down for `hold` seconds, which shows
         mistakes with pointer grabs that a click of no duration hides."""
         self.move(x, y)
         time.sleep(0.05)
@@ -397,7 +397,7 @@ class Desktop(Session):
         self._xdotool("click", "--repeat", "2", "--delay", "80", "1")
 
     def drag(self, start, end, steps=12):
-        """Drags with the left button, in steps that a toolkit takes for a hand's movement."""
+        """Drags with the left button, in steps that a toolkit takes for a user's movement."""
         self.move(*start)
         time.sleep(0.05)
         self.press()
@@ -416,21 +416,21 @@ class Desktop(Session):
 
     # Pixels.
 
-    def picture(self):
+    def screenshot(self):
         """The whole screen, read from the server's own frame buffer."""
         with open(self.path("Xvfb_screen0"), "rb") as file:
             data = file.read()
         header = struct.unpack(">25I", data[:100])
         header_size, width, height, stride, colors = (header[i] for i in (0, 4, 5, 12, 19))
-        return Picture.from_server(data[header_size + colors * 12:], width, height, stride)
+        return Image.from_server(data[header_size + colors * 12:], width, height, stride)
 
-    def settled_picture(self, rect):
+    def settled_screenshot(self, rect):
         """What is in `rect` of the screen, once nothing is being painted there any longer."""
         def settled():
-            picture = self.picture().cut(rect)
+            image = self.screenshot().cut(rect)
             time.sleep(0.2)     # a window is shown before it is painted
-            return picture if picture == self.picture().cut(rect) else None
-        return wait_for(settled, what="a picture that stays")
+            return image if image == self.screenshot().cut(rect) else None
+        return wait_for(settled, what="a screen that does not change")
 
     def icon_rect(self, limit=10):
         """Where the status icon is, waited for until it stays there: from the fake host, which says

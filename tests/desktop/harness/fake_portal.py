@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""A settings portal of our own on the session bus, which tells a desktop's look and changes it.
+"""A fake settings portal on the session bus, which tells a desktop's look and changes it.
 
-    fakeportal.py SCHEME [CONTRAST]     0: no preference, 1: dark, 2: light; 1: high contrast
+    fake_portal.py SCHEME [CONTRAST]     0: no preference, 1: dark, 2: light; 1: high contrast
 
 Its Set(key, value) is no portal's: a test calls it as a user turns the desktop's switch.
 """
+import pathlib
 import sys
 
 import dbus
@@ -16,6 +17,7 @@ NAME = "org.freedesktop.portal.Desktop"
 PATH = "/org/freedesktop/portal/desktop"
 SETTINGS = "org.freedesktop.portal.Settings"
 SWITCH = "app.kestrel.Test.Switch"
+PROGRAM = str(pathlib.Path(__file__).resolve())
 APPEARANCE = "org.freedesktop.appearance"
 
 

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""A StatusNotifierWatcher and host of our own on the session bus, one JSON line for each event,
+"""A fake StatusNotifierWatcher and host on the session bus, one JSON line for each event,
 with the seconds of the system's monotonic clock.
 
     (no option)          only the watcher and the host: no bar, a test calls Activate itself
     --bar=dock           also a bar that never takes the keyboard focus, like most panels
     --bar=normal         also a bar that takes the focus when it is clicked
     --on=release|press   which event of the pointer calls Activate (release)
-    --at=pointer|zero    the position that it passes: the pointer's or a meaningless one (pointer)
+    --at=pointer|zero    the position that it passes: the pointer's or 0, 0 (pointer)
     --edge=top|bottom    where the bar is (top)
     --token=TEXT         what it provides as an activation token before each Activate; without the
                          option it provides none
@@ -161,12 +161,12 @@ class Bar:
         image = self.cells[item][1]
         pixmaps = properties.get("IconPixmap")
         if pixmaps:
-            image.set_from_pixbuf(self.picture(pixmaps))
+            image.set_from_pixbuf(self.pixbuf_of(pixmaps))
         elif properties.get("IconName"):
             image.set_from_icon_name(str(properties["IconName"]), self.gtk.IconSize.LARGE_TOOLBAR)
         self.report_later(item)
 
-    def picture(self, pixmaps):
+    def pixbuf_of(self, pixmaps):
         """The pixmap nearest to the icon's size; its bytes are alpha, red, green, blue."""
         width, height, data = min(pixmaps, key=lambda p: abs(int(p[0]) - ICON_SIZE))
         width, height, data = int(width), int(height), bytes(data)

@@ -7,12 +7,12 @@ import gi
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402 (after the choice of the version)
 
-from bars import Bar
-from desktop import Desktop
-from images import Picture, Rect
-from panels import WATCHER
-from processes import wait_for
-from shell_session import ShellSession
+from harness.bars import Bar
+from harness.desktop import Desktop
+from harness.images import Image, Rect
+from harness.panels import WATCHER
+from harness.processes import wait_for
+from harness.shell_session import ShellSession
 
 INDICATORS = "ubuntu-appindicators@ubuntu.com"
 XSETTINGS = "/usr/libexec/gsd-xsettings"
@@ -218,7 +218,7 @@ class GnomeOnWayland(_Gnome):
             for state in ("PRESSED", "RELEASED"):
                 self._press_key(ord(letter), state)
 
-    def picture(self):
+    def screenshot(self):
         """The whole screen, as the shell photographs it, in the pixels that places are in."""
         file, screenshot = self.path("screen.png"), "org.gnome.Shell.Screenshot"
         service = self.bus.get_object("org.gnome.Shell", "/" + screenshot.replace(".", "/"),
@@ -231,4 +231,4 @@ class GnomeOnWayland(_Gnome):
         pixels = bytearray(width * height * 3)
         for part in range(3):
             pixels[part::3] = rows[part::channels]
-        return Picture(width, height, bytes(pixels))
+        return Image(width, height, bytes(pixels))

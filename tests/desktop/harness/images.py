@@ -1,4 +1,4 @@
-"""Pictures of the screen, without any imaging library."""
+"""Screenshots and parts of them, without any imaging library."""
 import struct
 import zlib
 from typing import NamedTuple
@@ -22,7 +22,7 @@ class Rect(NamedTuple):
                 and other.y + other.height <= self.y + self.height)
 
 
-class Picture(NamedTuple):
+class Image(NamedTuple):
     """`data` holds three bytes a pixel (red, green, blue), row after row."""
 
     width: int
@@ -36,7 +36,7 @@ class Picture(NamedTuple):
         rows = b"".join(data[y * stride:y * stride + width * 4] for y in range(height))
         pixels = bytearray(width * height * 3)
         pixels[0::3], pixels[1::3], pixels[2::3] = rows[2::4], rows[1::4], rows[0::4]
-        return Picture(width, height, bytes(pixels))
+        return Image(width, height, bytes(pixels))
 
     @property
     def bounds(self):
@@ -47,13 +47,13 @@ class Picture(NamedTuple):
         return tuple(self.data[at:at + 3])
 
     def cut(self, rect):
-        """The part of the picture that lies in `rect`."""
+        """The part of the image that lies in `rect`."""
         left, top = max(rect.x, 0), max(rect.y, 0)
         right = min(rect.x + rect.width, self.width)
         bottom = min(rect.y + rect.height, self.height)
         rows = (self.data[(y * self.width + left) * 3:(y * self.width + right) * 3]
                 for y in range(top, bottom))
-        return Picture(right - left, bottom - top, b"".join(rows))
+        return Image(right - left, bottom - top, b"".join(rows))
 
     def difference(self, other):
         """The smallest rectangle that holds all that differs from `other`, which is of the same
@@ -73,7 +73,7 @@ class Picture(NamedTuple):
         return Rect(left, top, right - left + 1, bottom - top + 1)
 
     def save(self, path):
-        """Writes the picture as a PNG file."""
+        """Writes the image as a PNG file."""
         stride = self.width * 3
         rows = b"".join(b"\0" + self.data[y * stride:(y + 1) * stride]
                         for y in range(self.height))

@@ -1,11 +1,11 @@
-"""Works the program's windows by the keyboard alone; see hands.py."""
+"""Works the program's windows by the keyboard alone; see input_driver.py."""
 import os
 
-from hands import KINDS, Hands
-from processes import wait_for
+from harness.input_driver import KINDS, InputDriver
+from harness.processes import wait_for
 
 
-class KeyboardHands(Hands):
+class KeyboardDriver(InputDriver):
     """Presses keys and has no pointer."""
 
     menu_selects = True

@@ -6,9 +6,9 @@ import os
 import re
 import sys
 
-from case import DesktopTest
-from processes import wait_for
-from program import item, store_before_start
+from harness.case import DesktopTest
+from harness.processes import wait_for
+from harness.program import item, store_before_start
 
 RECORDER = r"""
 import json, os, sys, time

@@ -3,7 +3,7 @@ only the programs see that are started in it."""
 import shlex
 import subprocess
 
-from processes import own_session_that_dies_with_us
+from harness.processes import own_session_that_dies_with_us
 
 ENTER = ("unshare", "--user", "--map-current-user", "--keep-caps", "--mount")
 

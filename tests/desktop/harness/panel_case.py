@@ -1,12 +1,12 @@
-"""What is asked of the status icon and the popover in every real panel."""
-from case import DesktopTest
-from program import (BUS_NAME, POPOVER_WIDTH, item, popover_content, popover_height,
+"""Base class of the tests of the status icon and the popover in real panels."""
+from harness.case import DesktopTest
+from harness.program import (BUS_NAME, POPOVER_WIDTH, item, popover_content, popover_height,
                      store_before_start)
 
 SHORT, LONG = 0.08, 0.7
 
 
-class PanelRounds(DesktopTest):
+class PanelTest(DesktopTest):
     """For a desktop whose bars a subclass shows and ends; `bar` is the one that is shown."""
 
     limit = 240
@@ -16,7 +16,7 @@ class PanelRounds(DesktopTest):
     slack = 10
     environment = {}
 
-    def show_bar(self, edge, ground="dark", monitor=0):
+    def show_bar(self, edge, background="dark", monitor=0):
         """The panel along an edge."""
         raise NotImplementedError
 
@@ -44,15 +44,15 @@ class PanelRounds(DesktopTest):
     def start_program(self):
         self.start_kestrel({**self.environment, "QT_SCALE_FACTOR": str(self.scale)})
 
-    def start_with_bar(self, edge, ground="dark", monitor=0):
-        self.show_bar(edge, ground, monitor)
+    def start_with_bar(self, edge, background="dark", monitor=0):
+        self.show_bar(edge, background, monitor)
         self.start_program()
         self.find_icon()
 
-    def move_bar(self, edge, ground="dark", monitor=0):
+    def move_bar(self, edge, background="dark", monitor=0):
         """The panel crashes, and is started again elsewhere."""
         self.kill_bar()
-        self.show_bar(edge, ground, monitor)
+        self.show_bar(edge, background, monitor)
         self.find_icon()
 
     def find_icon(self):

@@ -1,17 +1,18 @@
 """The panels that a status icon may meet, each with a set-up of its own: a bar 30 pixels high along
 one edge, the status icons at its end, and nothing else on it."""
 import os
+import pathlib
 import sys
 
-from processes import wait_for
+from harness.processes import wait_for
 
-FOLDER = os.path.dirname(os.path.abspath(__file__))
+FAKE_HOST = str(pathlib.Path(__file__).resolve().with_name("fake_status_notifier_host.py"))
 WATCHER = "org.kde.StatusNotifierWatcher"
 HEIGHT = 30
-GROUNDS = {"dark": "#303030", "light": "#e8e8e8"}
+BACKGROUNDS = {"dark": "#303030", "light": "#e8e8e8"}
 
 TINT2 = """rounded = 0
-background_color = {ground} 100
+background_color = {background} 100
 panel_items = TS
 panel_size = 100% 30
 panel_position = {position}
@@ -88,7 +89,7 @@ monitor={monitor}
 size=30
 [org/mate/panel/toplevels/bar/background]
 type='color'
-color='{ground}'
+color='{background}'
 opacity=65535
 [org/mate/panel/objects/icons]
 object-type='applet'
@@ -103,20 +104,20 @@ locked=true
 class Look:
     """How a panel is to stand there."""
 
-    def __init__(self, edge="top", ground="dark", monitor=0, options=()):
-        self.edge, self.ground, self.monitor, self.options = edge, ground, monitor, options
+    def __init__(self, edge="top", background="dark", monitor=0, options=()):
+        self.edge, self.background, self.monitor, self.options = edge, background, monitor, options
         self.is_vertical = edge in ("left", "right")
 
 
 def _tint2(desktop, look):
     position = f"center {look.edge} vertical" if look.is_vertical else f"{look.edge} center"
     file = desktop.write("config/tint2/tint2rc", TINT2.format(
-        position=position, ground=GROUNDS[look.ground], monitor=look.monitor + 1))
+        position=position, background=BACKGROUNDS[look.background], monitor=look.monitor + 1))
     return ["tint2", "-c", file], {}, desktop.has_xembed_tray
 
 
 def _trayer(desktop, look):
-    tint = GROUNDS[look.ground].replace("#", "0x")
+    tint = BACKGROUNDS[look.background].replace("#", "0x")
     return (["trayer", "--edge", look.edge, "--align", "right", "--width", "100", "--height", "30",
              "--tint", tint, "--alpha", "0", "--transparent", "true", "--SetDockType", "true",
              "--SetPartialStrut", "true", "--monitor", str(look.monitor)], {},
@@ -126,7 +127,8 @@ def _trayer(desktop, look):
 def _xfce4_panel(desktop, look):
     position = {"right": 1, "left": 5, "top": 6, "bottom": 10}[look.edge]
     settings = {"position": position, "mode": int(look.is_vertical),
-                "output": f"monitor-{look.monitor}", "is_dark": str(look.ground == "dark").lower()}
+                "output": f"monitor-{look.monitor}",
+                "is_dark": str(look.background == "dark").lower()}
     file = "config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"
     if not os.path.exists(desktop.path(file)):
         desktop.write(file, XFCE4_PANEL.format(**settings))
@@ -142,7 +144,7 @@ def _xfce4_panel(desktop, look):
 
 
 def _lxqt_panel(desktop, look):
-    desktop.write("config/lxqt/lxqt.conf", f"[General]\ntheme={look.ground}\n")
+    desktop.write("config/lxqt/lxqt.conf", f"[General]\ntheme={look.background}\n")
     file = desktop.write("config/lxqt/panel.conf", LXQT_PANEL.format(
         edge=look.edge.capitalize(), monitor=look.monitor))
     return ["lxqt-panel", "-c", file], {}, lambda: desktop.has_bus_name(WATCHER)
@@ -150,7 +152,7 @@ def _lxqt_panel(desktop, look):
 
 def _mate_panel(desktop, look):
     desktop.write("config/glib-2.0/settings/keyfile", MATE_PANEL.format(
-        edge=look.edge, ground=GROUNDS[look.ground], monitor=look.monitor))
+        edge=look.edge, background=BACKGROUNDS[look.background], monitor=look.monitor))
     return (["mate-panel"], {"GSETTINGS_BACKEND": "keyfile"},
             lambda: desktop.has_bus_name(WATCHER) and desktop.has_xembed_tray())
 
@@ -163,11 +165,11 @@ def start_panel(desktop, panel, look):
     """Starts a panel on a desktop, waits until it takes icons, and returns its process.
 
     panel: one of PANELS ("tint2" and "trayer" know XEmbed alone, the others StatusNotifierItem
-    too), or "fake", our own host (fakehost.py), which is given the look's options.
+    too), or "fake", fake_status_notifier_host.py, which is given the look's options.
     """
     if panel == "fake":
-        process = desktop.start_service([sys.executable, os.path.join(FOLDER, "fakehost.py"),
-                                         f"--edge={look.edge}", *look.options])
+        process = desktop.start_service([sys.executable, FAKE_HOST, f"--edge={look.edge}",
+                                         *look.options])
         def ready(): return any('"ready"' in line for line in process.lines)
     else:
         command, environment, ready = PANELS[panel](desktop, look)

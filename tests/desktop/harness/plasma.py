@@ -25,14 +25,14 @@ import dbus.lowlevel
 import dbus.mainloop.glib
 from gi.repository import GLib
 
-from accessibility import Accessibility
-from bars import Bar, Icon, drawn
-from desktop import Desktop, Session
-from images import Rect
-from panels import WATCHER
-from processes import PATIENCE, wait_for
+from harness.accessibility import Accessibility
+from harness.bars import Bar, Icon, drawn
+from harness.desktop import Desktop, Session
+from harness.images import Rect
+from harness.panels import WATCHER
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 
-PACKAGING = pathlib.Path(__file__).resolve().parents[2] / "packaging"
+PACKAGING = pathlib.Path(__file__).resolve().parents[3] / "packaging"
 ENTRY = "app.kestrel.Kestrel.desktop"
 ACCOUNT, USER_ID = "plasma", 4711
 TOOLS = ("Xvfb", "xdotool", "unshare", "setpriv", "plasmashell", "startplasma-x11",
@@ -126,7 +126,7 @@ class ShellAccessibility(Accessibility):
 class PlasmaBar(Bar):
     """The panel with its tray, where the icon is one of several."""
 
-    def wait_for_icon(self, desktop, limit=PATIENCE):
+    def wait_for_icon(self, desktop, limit=DEFAULT_TIMEOUT):
         """The icon, and how well it is seen where it is, once it is painted."""
         def settled():
             icon = self._icon(desktop)
@@ -137,7 +137,7 @@ class PlasmaBar(Bar):
     @staticmethod
     def _icon(desktop):
         rect = desktop.icon_rect()
-        glyph = drawn(desktop.picture(), rect)
+        glyph = drawn(desktop.screenshot(), rect)
         return glyph and Icon(rect, glyph.contrast)
 
 
@@ -315,7 +315,7 @@ class PlasmaDesktop(Desktop):
     def script(self, text):
         """Has the shell run a text of its scripting language."""
         shell = self.bus.get_object("org.kde.plasmashell", "/PlasmaShell", introspect=False)
-        shell.evaluateScript(text, dbus_interface="org.kde.PlasmaShell", timeout=PATIENCE)
+        shell.evaluateScript(text, dbus_interface="org.kde.PlasmaShell", timeout=DEFAULT_TIMEOUT)
 
     def apply_colors(self, name):
         """BreezeLight, BreezeDark: as the system settings do."""
@@ -370,7 +370,7 @@ class PlasmaDesktop(Desktop):
         return wait_for(lambda: [rect for known, rect in self.buttons() if known == name],
                         what=f"the button {name!r}")[0]
 
-    def icon_rect(self, limit=PATIENCE):
+    def icon_rect(self, limit=DEFAULT_TIMEOUT):
         def look():
             return min((rect for name, rect in self.buttons()
                         if name == "Kestrel" and rect.width <= LARGEST_ICON * self.scale),
@@ -385,7 +385,7 @@ class PlasmaDesktop(Desktop):
     # The pointer.
 
     def move(self, x, y):
-        """A hand that rests makes no movement."""
+        """A pointer that is there already makes no movement."""
         here = self._xdotool("getmouselocation")
         if not here.startswith(f"x:{x} y:{y} "):
             super().move(x, y)
@@ -408,12 +408,12 @@ class PlasmaDesktop(Desktop):
             self._listen()
         self._report = None
         scripting = self.bus.get_object("org.kde.KWin", "/Scripting", introspect=False)
-        call = {"dbus_interface": "org.kde.kwin.Scripting", "timeout": PATIENCE}
+        call = {"dbus_interface": "org.kde.kwin.Scripting", "timeout": DEFAULT_TIMEOUT}
         self._count += 1
         name = f"windows{self._count}"      # KWin runs a script of one name only once
         number = scripting.loadScript(self._report_script, name, signature="ss", **call)
         self.bus.get_object("org.kde.KWin", f"/{number}", introspect=False).run(
-            dbus_interface="org.kde.kwin.Script", timeout=PATIENCE)
+            dbus_interface="org.kde.kwin.Script", timeout=DEFAULT_TIMEOUT)
 
         def told():
             while GLib.MainContext.default().iteration(False):

@@ -15,7 +15,7 @@ import uuid
 import dbus
 
 # How long, in seconds, what a test waits for may take on a busy machine before it counts as failed.
-PATIENCE = 20
+DEFAULT_TIMEOUT = 20
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None)
@@ -25,9 +25,9 @@ class Timeout(AssertionError):
     """A condition did not come true within its limit."""
 
 
-def wait_for(condition, limit=PATIENCE, what="a condition", pause=0.02):
+def wait_for(condition, limit=DEFAULT_TIMEOUT, what="a condition", pause=0.02):
     """Asks `condition` until it gives something true and returns that; `Timeout` after `limit`
-    seconds. An error of D-Bus is no end: what is looked at may go at that moment, and come again."""
+    seconds. A D-Bus error does not end the wait: an object may go at that moment, and come again."""
     end = time.monotonic() + limit
     while True:
         error = None
@@ -80,11 +80,11 @@ class Process:
         """The exit status, or None while it runs."""
         return self._popen.poll()
 
-    def wait(self, limit=PATIENCE):
+    def wait(self, limit=DEFAULT_TIMEOUT):
         """Waits for its end and returns the exit status."""
         return self._popen.wait(limit)
 
-    def wait_for_line(self, pattern, limit=PATIENCE):
+    def wait_for_line(self, pattern, limit=DEFAULT_TIMEOUT):
         """The match of the first line of output that `pattern` is found in."""
         def look():
             ended = not self.is_running and not self._reader.is_alive()

@@ -5,8 +5,8 @@ import mmap
 import os
 import re
 
-from images import Rect
-from processes import PATIENCE, wait_for
+from harness.images import Rect
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 
 BUS_NAME = "app.kestrel.Kestrel"
 UUID = re.compile(r"[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}")
@@ -92,7 +92,7 @@ class Kestrel:
     def stored_items(self):
         return json.loads(self.stored() or b"[]")
 
-    def wait_for_stored(self, items, limit=PATIENCE):
+    def wait_for_stored(self, items, limit=DEFAULT_TIMEOUT):
         """Waits until the stored bytes are exactly those of `items`, in the cloud folder too where
         there is one, and returns the items with the ids that they have got.
 
@@ -123,7 +123,7 @@ class Kestrel:
     def popover(self):
         return self.desktop.window(role="popover")
 
-    def wait_for_popover(self, limit=PATIENCE):
+    def wait_for_popover(self, limit=DEFAULT_TIMEOUT):
         return self.desktop.wait_for_window(role="popover", limit=limit)
 
     def wait_for_no_popover(self):

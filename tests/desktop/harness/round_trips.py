@@ -12,7 +12,7 @@ question that was already sent when an earlier one ended: those travel together.
 import os
 import time
 
-from processes import PATIENCE, Timeout
+from harness.processes import DEFAULT_TIMEOUT, Timeout
 
 
 class RoundTrips:
@@ -29,7 +29,7 @@ class RoundTrips:
 
     def mark(self, still=0.3):
         """Where the count stands, once the program has asked nothing for `still` seconds."""
-        end = time.monotonic() + PATIENCE
+        end = time.monotonic() + DEFAULT_TIMEOUT
         count, since = len(self._lines()), time.monotonic()
         while time.monotonic() - since < still:
             if time.monotonic() > end:

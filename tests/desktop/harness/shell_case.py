@@ -1,15 +1,15 @@
-"""What is asked of the status icon and the popover in the desktops whose panel, window manager and
-compositor are one program: GNOME Shell and Cinnamon."""
+"""Base class of the tests in the desktops whose panel, window manager and compositor are one
+program: GNOME Shell and Cinnamon."""
 import collections
 import os
 import time
 
-from bars import Bar
-from images import Rect
-from processes import Timeout, wait_for
-from program import item, popover_content
-from rounds import LONG, SHORT, PanelRounds
-from shell_session import text_of
+from harness.bars import Bar
+from harness.images import Rect
+from harness.panel_case import LONG, SHORT, PanelTest
+from harness.processes import Timeout, wait_for
+from harness.program import item, popover_content
+from harness.shell_session import text_of
 
 # Nobody types or clicks sooner after a click than this, in seconds; shells need part of it.
 FINGERS = 0.5
@@ -17,7 +17,7 @@ FINGERS = 0.5
 TRIES = 2
 
 
-class ShellRounds(PanelRounds):
+class ShellTest(PanelTest):
     """The subclass says where the bar has nothing: `empty_part` of its length."""
 
     limit = 400
@@ -66,7 +66,7 @@ class ShellRounds(PanelRounds):
                      self.bar.edge, height)
 
         def readable():
-            icon = around.icon(self.desktop.picture())
+            icon = around.icon(self.desktop.screenshot())
             return icon if icon and icon.contrast >= self.readable else None
         # It is painted again when the program has seen the bar, which a shell fades in.
         self.icon = wait_for(readable, what="an icon that can be read", pause=0.1)
@@ -88,22 +88,23 @@ class ShellRounds(PanelRounds):
         rows = self.kestrel.accessible.find("list", "Items").find_all("list item")
         return [row.name for row in rows if "selected" in row.states]
 
-    def open_note(self, title="Note"):
+    def open_editor(self, title="Editor"):
         """A window beneath, which has the keyboard."""
-        note = self.desktop.open_note(title)
+        editor = self.desktop.open_editor(title)
         self.desktop.click(*self.place_in(title))
-        self.type_into(note, "a")
-        return note
+        self.type_into(editor, "a")
+        return editor
 
-    def type_into(self, note, letters):
-        """The note has the keyboard, and what it held before is all that it has got."""
-        text = text_of(note) + letters
+    def type_into(self, editor, letters):
+        """The editor has the keyboard, and what it held before is all that it has got."""
+        text = text_of(editor) + letters
         self.desktop.type(letters)
-        self.wait_until(lambda: text_of(note) == text, f"{text!r} in the note: {text_of(note)!r}")
+        self.wait_until(lambda: text_of(editor) == text,
+                        f"{text!r} in the editor: {text_of(editor)!r}")
 
-    def assert_keyboard_is_the_popovers(self, note):
+    def assert_keyboard_is_the_popovers(self, editor):
         """From the click on; and the window's beneath when the popover has gone."""
-        before, started = text_of(note), self.started()
+        before, started = text_of(editor), self.started()
         self.assert_opens()
         self.type_into_popover("sec", "Second")
         self.desktop.key("Return")
@@ -112,8 +113,8 @@ class ShellRounds(PanelRounds):
         self.assert_opens()
         self.desktop.key("Escape")
         self.assert_stays_closed()
-        self.assertEqual(text_of(note), before)
-        self.type_into(note, "b")
+        self.assertEqual(text_of(editor), before)
+        self.type_into(editor, "b")
 
     # What else the shell has.
 
@@ -148,8 +149,8 @@ class ShellRounds(PanelRounds):
 
     def assert_closes_for_another_window(self):
         """That its user brings forward from the keyboard, say."""
-        other = self.desktop.open_note("Other")
-        self.desktop.raise_window("Note")
+        other = self.desktop.open_editor("Other")
+        self.desktop.raise_window("Editor")
         self.assert_opens()
         self.desktop.raise_window("Other")
         self.assert_stays_closed()
@@ -187,12 +188,12 @@ class ShellRounds(PanelRounds):
         activated = self.application_entry("Ledger", "org.example.Ledger", "true")
         self.desktop.write("data/dbus-1/services/org.example.Ledger.service",
                            "[D-BUS Service]\nName=org.example.Ledger\nExec="
-                           + " ".join(self.desktop.note_command("Ledger", "org.example.Ledger")))
+                           + " ".join(self.desktop.editor_command("Ledger", "org.example.Ledger")))
         self.items = [item("App", "Diary", started, "7F3A0C52-8E1B-4D6F-9A20-5B6C7D8E9F01"),
                       item("App", "Ledger", activated, "7F3A0C52-8E1B-4D6F-9A20-5B6C7D8E9F02")]
 
     def application_entry(self, title, application_id, is_activatable):
-        command = " ".join(self.desktop.note_command(title, application_id))
+        command = " ".join(self.desktop.editor_command(title, application_id))
         return self.desktop.write(
             f"data/applications/{application_id}.desktop",
             f"[Desktop Entry]\nType=Application\nName={title}\nExec={command}\n"
@@ -202,10 +203,10 @@ class ShellRounds(PanelRounds):
         """The application has the keyboard when it is new; and, when it runs already, it comes
         before the others too."""
         self.launch(title)
-        note = self.desktop.open_note("Cover of " + title)
+        editor = self.desktop.open_editor("Cover of " + title)
         self.launch(title)
         self.wait_until(lambda: self.is_above(title, "Cover of " + title), f"{title} to be raised")
-        note.stop()
+        editor.stop()
 
     def launch(self, title):
         self.assert_opens()
@@ -219,10 +220,10 @@ class ShellRounds(PanelRounds):
 
     # Looks.
 
-    def ground(self):
+    def background(self):
         """The commonest colour of the open popover, as a grey from 0 to 255."""
         content = popover_content(self.kestrel.popover(), self.scale)
-        data = self.desktop.picture().cut(content).data
+        data = self.desktop.screenshot().cut(content).data
         pixels = collections.Counter(data[at:at + 3] for at in range(0, len(data), 3))
         return sum(pixels.most_common(1)[0][0]) // 3
 

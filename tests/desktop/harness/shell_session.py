@@ -1,18 +1,18 @@
 """What the real desktop shells need to run without a screen, a login manager and a user's settings,
 and how a test speaks to them: they are written in JavaScript, and run what they are told."""
 import json
-import os
+import pathlib
 import sys
 from typing import NamedTuple
 
 import dbus
 import dbus.bus
 
-from desktop import Session
-from images import Rect
-from processes import wait_for
+from harness.desktop import Session
+from harness.images import Rect
+from harness.processes import wait_for
 
-FOLDER = os.path.dirname(os.path.abspath(__file__))
+EDITOR = str(pathlib.Path(__file__).resolve().with_name("text_editor_app.py"))
 SYSTEM_BUS = """<busconfig>
   <type>system</type>
   <listen>unix:path={folder}/system-bus</listen>
@@ -119,20 +119,19 @@ class ShellSession(Session):
             ".filter(window => !window.is_skip_taskbar())"
             ".map(window => [window.get_title(), window.get_pid()])") if owner == pid]
 
-    def open_note(self, title, application_id=None):
-        """Opens a text window, an application of this kind of session (see note.py), and gives it
-        the keyboard."""
-        note = self.start(self.note_command(title, application_id))
-        note.wait_for_line("^shown$")
+    def open_editor(self, title, application_id=None):
+        """Opens a text editor (text_editor_app.py), an application of this kind of session, and
+        gives it the keyboard."""
+        editor = self.start(self.editor_command(title, application_id))
+        editor.wait_for_line("^shown$")
         wait_for(lambda: any(window.title == title for window in self.shell_windows()),
                  what=f"the window {title}")
         self.raise_window(title)
-        return note
+        return editor
 
     @staticmethod
-    def note_command(title, application_id=None):
-        return [sys.executable, os.path.join(FOLDER, "note.py"), title,
-                *([application_id] if application_id else [])]
+    def editor_command(title, application_id=None):
+        return [sys.executable, EDITOR, title, *([application_id] if application_id else [])]
 
     def raise_window(self, title):
         self.eval(RAISE.format(title=json.dumps(title)))
@@ -145,7 +144,7 @@ class ShellSession(Session):
         wait_for(lambda: self.has_focus(title), what=f"{title} to have the keyboard", pause=0.1)
 
 
-def text_of(note):
-    """What is in a note."""
-    texts = [line for line in note.lines if line.startswith('"')]
+def text_of(editor):
+    """What is in an editor."""
+    texts = [line for line in editor.lines if line.startswith('"')]
     return json.loads(texts[-1]) if texts else ""

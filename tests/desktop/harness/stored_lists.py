@@ -4,9 +4,9 @@ import shutil
 
 import dbus
 
-from case import DesktopTest
-from program import BUS_NAME, encoded, item
-from system_calls import SystemCalls, can_listen
+from harness.case import DesktopTest
+from harness.program import BUS_NAME, encoded, item
+from harness.system_calls import SystemCalls, can_listen
 
 LASTING = ("launcherItems", "lastLocalSync")
 

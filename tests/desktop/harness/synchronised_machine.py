@@ -2,11 +2,11 @@
 a file synchroniser."""
 import os
 
-from program import Kestrel, encoded
-from synchroniser import Synchroniser
+from harness.program import Kestrel, encoded
+from harness.synchroniser import Synchroniser
 
 
-class Machine:
+class SynchronisedMachine:
     """A desktop with a synchroniser, yet to be started, and the program, likewise.
 
     set_up: "folder" for a cloud folder that is itself synchronised, "link" for one that is a link

@@ -12,7 +12,7 @@ import socket
 import urllib.parse
 from xml.etree import ElementTree
 
-from processes import wait_for
+from harness.processes import wait_for
 
 FOLDER = "list"
 API_KEY = "kestrel"

@@ -2,8 +2,8 @@
 they are not answered.
 
 The kernel hands each such call of the program, of any of its threads and libraries, to a thread
-here before it is made (a seccomp filter with a listener), and that thread lets it through, fails it,
-kills the program instead, or leaves it waiting.
+here before it is made (a seccomp filter with a listener), and that thread lets it through, fails
+it, kills the program instead, or leaves it waiting.
 """
 import ctypes
 import errno

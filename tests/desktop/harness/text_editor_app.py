@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""A window to type into, an application like any other: note.py TITLE [APPLICATION-ID]
+"""A text editor of one window, an application like any other.
+
+    text_editor_app.py TITLE [APPLICATION-ID]
 
 It prints "shown", and the whole text, as a JSON string, whenever that has changed. With an
 application id there is one instance, which comes forward when it is started again.
@@ -15,8 +17,8 @@ from gi.repository import Gio, Gtk  # noqa: E402 (after the choice of the versio
 SIZE = 600, 400
 
 
-class Note(Gtk.Application):
-    """The application of the one window."""
+class TextEditor(Gtk.Application):
+    """The application; its window shows one text."""
 
     def __init__(self, title, application_id):
         super().__init__(application_id=application_id,
@@ -40,4 +42,4 @@ class Note(Gtk.Application):
         print(json.dumps(buffer.get_text(*buffer.get_bounds(), True)), flush=True)
 
 
-Note(*(sys.argv[1:] + [None])[:2]).run()
+TextEditor(*(sys.argv[1:] + [None])[:2]).run()

@@ -1,12 +1,12 @@
-"""A window to type into (see note.py), on a desktop that tells its managed windows and what its
-shell shows."""
+"""The window of text_editor_app.py, on a desktop that tells its managed windows and what its shell
+shows."""
 import pathlib
 import sys
 
-from processes import wait_for
-from shell_session import text_of
+from harness.processes import wait_for
+from harness.shell_session import text_of
 
-PROGRAM = pathlib.Path(__file__).with_name("note.py")
+PROGRAM = pathlib.Path(__file__).with_name("text_editor_app.py")
 
 
 class TextWindow:
@@ -16,7 +16,7 @@ class TextWindow:
         self.desktop, self.title = desktop, title
         self._process = None
         # The desktop's account need not be able to read the sources.
-        program = desktop.write("home/note.py", PROGRAM.read_bytes())
+        program = desktop.write("home/text_editor_app.py", PROGRAM.read_bytes())
         self.command = [sys.executable, program, title, "org.example." + title]
 
     def start(self):

@@ -7,8 +7,8 @@ import ctypes
 import os
 import unittest
 
-from desktop import Desktop
-from images import Picture, Rect
+from harness.desktop import Desktop
+from harness.images import Image, Rect
 
 XORG = "/usr/lib/xorg/Xorg"
 FIRST = Rect(0, 0, 1024, 768)
@@ -68,7 +68,7 @@ class TwoScreenDesktop(Desktop):
         if "Monitors: 2" not in monitors:
             raise RuntimeError(f"no second monitor: {monitors}")
 
-    def picture(self):
+    def screenshot(self):
         """The whole screen; between the monitors' edges there is nothing to see."""
         xlib, all_planes, z_pixmap = self._xlib.library, (1 << 64) - 1, 2
         width, height = self.bounds[2:]
@@ -80,4 +80,4 @@ class TwoScreenDesktop(Desktop):
             rows = ctypes.string_at(image.data, image.bytes_per_line * height)
             stride = image.bytes_per_line
             xlib.XDestroyImage(pointer)
-        return Picture.from_server(rows, width, height, stride)
+        return Image.from_server(rows, width, height, stride)

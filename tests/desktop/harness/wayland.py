@@ -5,12 +5,12 @@ import re
 import time
 from typing import NamedTuple
 
-from bars import Bar
-from desktop import Session
-from images import Picture, Rect
-from panels import GROUNDS, WATCHER
-from processes import wait_for
-from wayland_input import WaylandInput
+from harness.bars import Bar
+from harness.desktop import Session
+from harness.images import Image, Rect
+from harness.panels import BACKGROUNDS, WATCHER
+from harness.processes import wait_for
+from harness.wayland_input import WaylandInput
 
 SWAY = """xwayland enable
 default_border normal
@@ -21,7 +21,7 @@ floating_modifier none
 OUTPUT = """output HEADLESS-{number} resolution {width}x{height} position {x} {y} scale {scale}
 output HEADLESS-{number} background #35506B solid_color
 """
-WAYBAR_STYLE = "* {{ font-size: 12px; min-height: 0 }} window {{ background: {ground} }}"
+WAYBAR_STYLE = "* {{ font-size: 12px; min-height: 0 }} window {{ background: {background} }}"
 BAR_HEIGHT = 30
 POPOVER_WITH_SHADOW = 280
 
@@ -105,7 +105,7 @@ class SwayDesktop(Session):
                 return content.read().strip()
         return wait_for(told, 15, "the X display")
 
-    def start_bar(self, edge="top", ground="dark", monitor=0):
+    def start_bar(self, edge="top", background="dark", monitor=0):
         """Starts waybar on one of the screens and waits until it is painted."""
         bar = Bar(self.monitors[monitor], edge, BAR_HEIGHT)
         thickness = "width" if bar.is_vertical else "height"
@@ -113,11 +113,12 @@ class SwayDesktop(Session):
             "layer": "top", "position": edge, thickness: BAR_HEIGHT,
             "output": f"HEADLESS-{monitor + 1}", "modules-right": ["tray"],
             "tray": {"icon-size": 22, "spacing": 4, "show-passive-items": True}}))
-        self.write("config/waybar/style.css", WAYBAR_STYLE.format(ground=GROUNDS[ground]))
+        self.write("config/waybar/style.css", WAYBAR_STYLE.format(
+            background=BACKGROUNDS[background]))
         self._bar = self.start_service(["waybar"])
         wait_for(lambda: self.has_bus_name(WATCHER), 20, "waybar")
-        color = tuple(bytes.fromhex(GROUNDS[ground][1:]))
-        wait_for(lambda: self.picture().pixel(bar.rect.x + 4, bar.rect.y + 4) == color, 15,
+        color = tuple(bytes.fromhex(BACKGROUNDS[background][1:]))
+        wait_for(lambda: self.screenshot().pixel(bar.rect.x + 4, bar.rect.y + 4) == color, 15,
                  "the bar", pause=0.1)
         return bar
 
@@ -161,22 +162,22 @@ class SwayDesktop(Session):
         return (shown + [window for window in self.windows() if window.title == "Kestrel"
                          and window.rect.width % POPOVER_WITH_SHADOW == 0] + [None])[0]
 
-    def picture(self):
+    def screenshot(self):
         """All screens, in pixels of the desktop."""
         file = self.path("screen.ppm")
         self.run("grim", "-s", "1", "-t", "ppm", file)
         with open(file, "rb") as content:
             data = content.read()
         header = re.match(rb"P6\s+(\d+) (\d+)\s+255\s", data)
-        return Picture(int(header[1]), int(header[2]), data[header.end():])
+        return Image(int(header[1]), int(header[2]), data[header.end():])
 
     def icon_rect(self, before, limit=15):
-        """Where the bar has changed since the picture `before`, once it stays so."""
+        """Where the bar has changed since the screenshot `before`, once it stays so."""
         bar = Rect(0, 0, self.bounds.width, BAR_HEIGHT)
         old = before.cut(bar)
 
         def settled():
-            change = self.picture().cut(bar).difference(old)
+            change = self.screenshot().cut(bar).difference(old)
             time.sleep(0.3)
-            return change if change == self.picture().cut(bar).difference(old) else None
+            return change if change == self.screenshot().cut(bar).difference(old) else None
         return wait_for(settled, limit, "the status icon in the bar")

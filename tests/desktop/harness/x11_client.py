@@ -1,11 +1,11 @@
-"""A pointer, a keyboard and a look at windows without a process for each: for loops of thousands.
+"""A pointer, a keyboard (XTest) and queries about windows, over one connection to the X server.
 
-One connection to the X server, by ctypes: the tools that Desktop runs take some 10 ms each.
+For loops of thousands of events: the tools that Desktop runs take some 10 ms for each.
 """
 import ctypes
 import time
 
-from processes import wait_for
+from harness.processes import wait_for
 
 VIEWABLE = 2
 XA_WINDOW = 33
@@ -28,8 +28,8 @@ class _Resource(ctypes.Structure):
     _fields_ = [("type", _number), ("count", ctypes.c_uint)]
 
 
-class QuickHands:
-    """Acts on one display until it is closed."""
+class X11Client:
+    """A client of one display until it is closed."""
 
     def __init__(self, display):
         self._x, self._test, self._res = (ctypes.CDLL(name) for name in (
