@@ -1,10 +1,10 @@
 // Random histories of everything that users, other machines and the system do to the list, on the
-// program's store and views and on plain ones beside them. What fails is shortened before it is
+// program's store and views and on a reference model. A history that fails is shrunk before it is
 // printed.
 //
 // KESTREL_RANDOM_SEED and KESTREL_RANDOM_OPERATIONS set what to begin with and how many to do.
 
-#include "tests/views/random/world.h"
+#include "tests/model_based/harness/model_harness.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +29,9 @@ std::uint64_t setting(const char* name, std::uint64_t otherwise) {
 History randomHistory(std::mt19937_64& random) {
     static const std::vector<std::uint32_t> actions = [] {
         std::vector<std::uint32_t> weighted;
-        for (std::size_t action = 0; action < World::actionCount(); ++action)
-            weighted.insert(weighted.end(), static_cast<std::size_t>(World::weightOf(action)),
+        for (std::size_t action = 0; action < ModelHarness::actionCount(); ++action)
+            weighted.insert(weighted.end(),
+                            static_cast<std::size_t>(ModelHarness::weightOf(action)),
                             static_cast<std::uint32_t>(action));
         return weighted;
     }();
@@ -43,9 +44,9 @@ History randomHistory(std::mt19937_64& random) {
 
 /// How many operations it takes until something differs; nothing when nothing does.
 std::optional<std::size_t> lengthUntilDifference(const History& history) {
-    World world;
+    ModelHarness harness;
     for (std::size_t i = 0; i < history.size(); ++i) {
-        if (world.apply(history[i]))
+        if (harness.apply(history[i]))
             return i + 1;
     }
     return std::nullopt;
@@ -60,7 +61,7 @@ History without(const History& history, std::size_t begin, std::size_t count) {
 }
 
 /// Leaves out ever smaller parts while something still differs.
-History shortened(History history) {
+History shrunk(History history) {
     for (std::size_t part = history.size() / 2; part > 0;) {
         bool shorter = false;
         for (std::size_t begin = 0; begin < history.size();) {
@@ -81,17 +82,17 @@ History shortened(History history) {
 }
 
 std::string report(const History& history) {
-    World world;
-    world.keepsStory = true;
+    ModelHarness harness;
+    harness.recordsSteps = true;
     std::string difference = "nothing differs when it is done again";
     for (const Operation& operation : history) {
-        if (auto found = world.apply(operation))
+        if (auto found = harness.apply(operation))
             difference = std::move(*found);
     }
-    return difference + "\nafter\n" + world.story;
+    return difference + "\nafter\n" + harness.steps;
 }
 
-TEST(RandomOperationsTest, TheStoreAndTheViewsDoWhatPlainOnesDo) {
+TEST(ModelBasedTest, TheStoreAndTheViewsDoWhatTheReferenceModelDoes) {
     const std::uint64_t seed = setting("KESTREL_RANDOM_SEED", defaultSeed);
     const std::uint64_t wanted = setting("KESTREL_RANDOM_OPERATIONS", KESTREL_RANDOM_OPERATIONS);
     std::mt19937_64 random(seed);
@@ -103,7 +104,7 @@ TEST(RandomOperationsTest, TheStoreAndTheViewsDoWhatPlainOnesDo) {
             const History begin(history.begin(),
                                 history.begin() + static_cast<std::ptrdiff_t>(*length));
             FAIL() << "seed " << seed << ", after " << done + *length << " operations\n"
-                   << report(shortened(begin));
+                   << report(shrunk(begin));
         }
         done += history.size();
     }

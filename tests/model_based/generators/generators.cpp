@@ -1,9 +1,7 @@
-// Values for random histories: few ids, so that they meet again, and texts that are hard to write.
-
-#include "tests/views/random/world.h"
+#include "tests/model_based/generators/generators.h"
 
 #include <array>
-#include <stdexcept>
+#include <string_view>
 
 namespace kestrel::tests {
 
@@ -19,10 +17,10 @@ std::uint32_t next(std::uint32_t number) { return number * 1664525U + 1013904223
 
 /// A list in a form that the program itself never writes: blanks, other order of keys, further
 /// keys, small letters in ids, null, slashes as they are.
-std::string foreignBytes(const PlainItems& items) {
+std::string foreignBytes(const ReferenceItems& items) {
     std::string result = " [";
-    for (const PlainItem& item : items) {
-        const std::string own = plainBytes({item});
+    for (const ReferenceItem& item : items) {
+        const std::string own = referenceBytes({item});
         std::string id = item.id;
         for (char& c : id)
             c = c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -41,13 +39,13 @@ std::string foreignBytes(const PlainItems& items) {
 
 } // namespace
 
-std::string madeUpId(std::uint32_t number) {
+std::string generateId(std::uint32_t number) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string id = "A1B2C3D4-0000-4000-8000-00000000000";
     return id + digits[number % 16];
 }
 
-std::string madeUpTitle(std::uint32_t number) {
+std::string generateTitle(std::uint32_t number) {
     static const std::array<std::string, 18> titles{
         "Alpha",       "alpine",    "Beta",         "aa",         "a/b", "q\"uote",
         "back\\slash", "Caf\u00e9", "Cafe\u0301",   "two\nlines", "",    "\u00e4rger",
@@ -55,44 +53,44 @@ std::string madeUpTitle(std::uint32_t number) {
     return pick(titles, number);
 }
 
-std::string madeUpLetters(std::uint32_t number) {
+std::string generateLetters(std::uint32_t number) {
     static const std::array<std::string, 10> letters{"a", "A", "b",      "t",      "q",
                                                      "l", " ", "\u00e4", "\u00c4", "al"};
     return pick(letters, number);
 }
 
-std::optional<std::string> madeUpText(std::uint32_t number) {
+std::optional<std::string> generateText(std::uint32_t number) {
     static const std::array<std::optional<std::string>, 7> texts{
         std::nullopt, "", "/opt/a", "/opt/with space/b.app", "~/x.command ", " ", "ls | \"less\""};
     return pick(texts, number);
 }
 
-std::string madeUpType(std::uint32_t number) {
+std::string generateType(std::uint32_t number) {
     static const std::array<std::string, 3> types{"App", "Command File", "Inline Command"};
     return pick(types, number);
 }
 
-PlainItem madeUpItem(std::uint32_t number) {
-    PlainItem item{.id = madeUpId(number >> 3U),
-                   .title = madeUpTitle(number >> 7U),
-                   .type = madeUpType(number >> 12U),
-                   .path = {},
-                   .command = {}};
-    item.path = madeUpText(number >> 14U);
-    item.command = madeUpText(number >> 17U);
+ReferenceItem generateItem(std::uint32_t number) {
+    ReferenceItem item{.id = generateId(number >> 3U),
+                       .title = generateTitle(number >> 7U),
+                       .type = generateType(number >> 12U),
+                       .path = {},
+                       .command = {}};
+    item.path = generateText(number >> 14U);
+    item.command = generateText(number >> 17U);
     return item;
 }
 
-PlainValue madeUpList(std::uint32_t length, std::uint32_t number) {
-    PlainItems items;
+StoredValue generateList(std::uint32_t length, std::uint32_t number) {
+    ReferenceItems items;
     for (std::uint32_t i = 0; i < length % 7; ++i) {
         number = next(number);
-        items.push_back(madeUpItem(number));
+        items.push_back(generateItem(number));
     }
-    return {number % 2 == 0 ? plainBytes(items) : foreignBytes(items), items};
+    return {number % 2 == 0 ? referenceBytes(items) : foreignBytes(items), items};
 }
 
-PlainValue madeUpNoList(std::uint32_t number) {
+StoredValue generateInvalidList(std::uint32_t number) {
     static const std::array<std::string, 12> values{
         "",
         "null",
@@ -108,19 +106,6 @@ PlainValue madeUpNoList(std::uint32_t number) {
         "[{\"id\":\"A1B2C3D4-0000-4000-8000-000000000001\",\"title\":\"\xFF\",\"type\":\"App\"}]",
         "[{\"id\":\"A1B2C3D4-0000-4000-8000-000000000001\",\"title\":\"x\",\"type\":\"App\"}"};
     return {pick(values, number), std::nullopt};
-}
-
-PlainItem plainItem(const LauncherItem& item) {
-    return {item.id.toString(), item.title, std::string(rawValue(item.type)), item.path,
-            item.command};
-}
-
-LauncherItem realItem(const PlainItem& item) {
-    const auto id = Uuid::parse(item.id);
-    const auto type = itemTypeFromRawValue(item.type);
-    if (!id || !type)
-        throw std::logic_error("a made-up item has no such id or type");
-    return {*id, item.title, *type, item.path, item.command};
 }
 
 } // namespace kestrel::tests

@@ -1,24 +1,24 @@
-// The part of World that works on the sheets of the settings window.
+// The part of ModelHarness that works on the sheets of the settings window.
 
-#include "tests/views/random/world.h"
+#include "tests/model_based/harness/model_harness.h"
 
 #include <array>
 
 namespace kestrel::tests {
 
 /// As the shell does: one sheet at a time, the add sheet first.
-void World::presentSheet(const Operation& operation) {
-    if (!settings_ || form_ || !(plainSettings_->showsAddSheet || plainSettings_->edited))
+void ModelHarness::presentSheet(const Operation& operation) {
+    if (!settings_ || form_ || !(referenceSettings_->showsAddSheet || referenceSettings_->edited))
         return;
-    const bool adds = plainSettings_->showsAddSheet;
-    say(adds ? "the add sheet" : "the edit sheet");
+    const bool adds = referenceSettings_->showsAddSheet;
+    recordStep(adds ? "the add sheet" : "the edit sheet");
     form_ = adds ? settings_->makeAddSheet() : settings_->makeEditSheet();
     formSignal_ = form_->objectWillChange.subscribe([this] { ++formSignals_; });
-    plainForm_.emplace(adds ? PlainForm::Sheet::add : PlainForm::Sheet::edit,
-                       adds ? std::nullopt : plainSettings_->edited);
+    referenceForm_.emplace(adds ? ReferenceForm::Sheet::add : ReferenceForm::Sheet::edit,
+                           adds ? std::nullopt : referenceSettings_->edited);
     form_->dismiss = [this, adds, destroys = operation.a % 2 == 0] {
         dismissed_ = true;
-        if (settings_ && !plainForm_->isOrphan) {
+        if (settings_ && !referenceForm_->isOrphan) {
             if (adds)
                 settings_->addSheetClosed();
             else
@@ -29,41 +29,41 @@ void World::presentSheet(const Operation& operation) {
     };
 }
 
-void World::dropForm() {
+void ModelHarness::dropForm() {
     form_.reset();
-    plainForm_.reset();
+    referenceForm_.reset();
     dismissed_ = false;
 }
 
-void World::setField(const Operation& operation) {
+void ModelHarness::setField(const Operation& operation) {
     if (!form_)
         return;
-    const std::string text = madeUpText(operation.b).value_or("");
+    const std::string text = generateText(operation.b).value_or("");
     switch (operation.a % 4) {
     case 0:
-        plainForm_->title = madeUpTitle(operation.b);
-        say("title " + plainForm_->title);
-        form_->setTitle(plainForm_->title);
+        referenceForm_->title = generateTitle(operation.b);
+        recordStep("title " + referenceForm_->title);
+        form_->setTitle(referenceForm_->title);
         break;
     case 1:
-        plainForm_->type = madeUpType(operation.b);
-        say("type " + plainForm_->type);
-        form_->setType(*itemTypeFromRawValue(plainForm_->type));
+        referenceForm_->type = generateType(operation.b);
+        recordStep("type " + referenceForm_->type);
+        form_->setType(*itemTypeFromRawValue(referenceForm_->type));
         break;
     case 2:
-        say("path " + text);
-        plainForm_->path = text;
+        recordStep("path " + text);
+        referenceForm_->path = text;
         form_->setPath(text);
         break;
     default:
-        say("command " + text);
-        plainForm_->command = text;
+        recordStep("command " + text);
+        referenceForm_->command = text;
         form_->setCommand(text);
         break;
     }
 }
 
-void World::browse(const Operation& operation) {
+void ModelHarness::browse(const Operation& operation) {
     struct Choice {
         std::optional<std::string> path;
         std::string name;
@@ -78,13 +78,14 @@ void World::browse(const Operation& operation) {
         return;
     const Choice& choice = choices.at(operation.a % choices.size());
     // Meanwhile the list may change, or the window may go and take the form with it.
-    const bool closes = operation.b % 5 == 0 && settings_ && !plainForm_->isOrphan;
-    say("browse: " + choice.path.value_or("cancelled") + (closes ? ", the window closes" : ""));
+    const bool closes = operation.b % 5 == 0 && settings_ && !referenceForm_->isOrphan;
+    recordStep("browse: " + choice.path.value_or("cancelled") +
+               (closes ? ", the window closes" : ""));
     openPanel_.result = choice.path;
     openPanel_.whileShown = [this, operation, closes] {
-        setCloud(madeUpList(operation.c, operation.b), operation.b % 2 == 0);
+        setCloud(generateList(operation.c, operation.b), operation.b % 2 == 0);
         mainQueue_.runAll();
-        plain_.runAll();
+        reference_.runAll();
         if (closes)
             closeWindow({.a = 0});
     };
@@ -92,57 +93,57 @@ void World::browse(const Operation& operation) {
         form_->browseForApp();
     else
         form_->browseForCommandFile();
-    if (plainForm_ && choice.path)
-        plainForm_->chose(*choice.path, choice.name);
+    if (referenceForm_ && choice.path)
+        referenceForm_->chose(*choice.path, choice.name);
 }
 
-void World::commit(const Operation& /*operation*/) {
+void ModelHarness::commit(const Operation& /*operation*/) {
     if (!form_)
         return;
-    say("commit the form");
+    recordStep("commit the form");
     const std::size_t before = manager_->items.size();
     form_->commitSave();
-    if (plainForm_->trimmedTitle().empty()) {
+    if (referenceForm_->trimmedTitle().empty()) {
         if (dismissed_)
             fault_ = "a form without a title closed";
         return;
     }
-    PlainItem item = plainForm_->record();
-    if (plainForm_->isOrphan) {
+    ReferenceItem item = referenceForm_->record();
+    if (referenceForm_->isOrphan) {
         formClosed();
         return;
     }
-    if (plainForm_->sheet == PlainForm::Sheet::edit) {
-        plain_.update(item);
+    if (referenceForm_->sheet == ReferenceForm::Sheet::edit) {
+        reference_.update(item);
     } else if (manager_->items.size() == before + 1) {
         item.id = manager_->items[before].id.toString();
-        if (plain_.positionOf(item.id) || item.id[14] != '4')
-            fault_ = "the id of the new item is no fresh one: " + item.id;
-        plain_.willChange();
-        plain_.items.push_back(item);
-        plain_.save();
+        if (reference_.positionOf(item.id) || item.id[14] != '4')
+            fault_ = "the id of the new item is not a fresh one: " + item.id;
+        reference_.willChange();
+        reference_.items.push_back(item);
+        reference_.save();
     } else {
         fault_ = "not one item was appended";
     }
     formClosed();
 }
 
-void World::cancel(const Operation& /*operation*/) {
+void ModelHarness::cancel(const Operation& /*operation*/) {
     if (!form_)
         return;
-    say("cancel the form");
+    recordStep("cancel the form");
     form_->cancel();
     formClosed();
 }
 
-void World::formClosed() {
+void ModelHarness::formClosed() {
     if (!dismissed_)
         fault_ = "the form did not close";
-    if (!plainForm_->isOrphan) {
-        if (plainForm_->sheet == PlainForm::Sheet::add)
-            plainSettings_->showsAddSheet = false;
+    if (!referenceForm_->isOrphan) {
+        if (referenceForm_->sheet == ReferenceForm::Sheet::add)
+            referenceSettings_->showsAddSheet = false;
         else
-            plainSettings_->edited.reset();
+            referenceSettings_->edited.reset();
     }
     dropForm();
 }

@@ -1,103 +1,118 @@
-#include "tests/views/random/world.h"
+#include "tests/model_based/harness/model_harness.h"
 
 #include <chrono>
+#include <stdexcept>
 
 namespace kestrel::tests {
 
-struct World::Entry {
+ReferenceItem referenceItem(const LauncherItem& item) {
+    return {item.id.toString(), item.title, std::string(rawValue(item.type)), item.path,
+            item.command};
+}
+
+LauncherItem realItem(const ReferenceItem& item) {
+    const auto id = Uuid::parse(item.id);
+    const auto type = itemTypeFromRawValue(item.type);
+    if (!id || !type)
+        throw std::logic_error("a generated item has no such id or type");
+    return {*id, item.title, *type, item.path, item.command};
+}
+
+struct ModelHarness::Entry {
     const char* name;
     int weight;
-    void (World::*run)(const Operation&);
+    void (ModelHarness::*run)(const Operation&);
 };
 
-const std::vector<World::Entry>& World::entries() {
+const std::vector<ModelHarness::Entry>& ModelHarness::entries() {
     static const std::vector<Entry> table{
-        {"load", 2, &World::load},
-        {"save", 2, &World::save},
-        {"updateKnown", 3, &World::updateKnown},
-        {"updateUnknown", 3, &World::updateUnknown},
-        {"appendDuplicate", 3, &World::appendDuplicate},
-        {"outsideList", 5, &World::outsideList},
-        {"outsideNoList", 3, &World::outsideNoList},
-        {"localBytes", 2, &World::localBytes},
-        {"account", 3, &World::account},
-        {"cloudStore", 2, &World::cloudStore},
-        {"localWriteFails", 1, &World::localWriteFails},
-        {"cloudWriteFails", 1, &World::cloudWriteFails},
-        {"turn", 6, &World::turn},
-        {"allTurns", 6, &World::allTurns},
-        {"restart", 1, &World::restart},
-        {"openWindow", 6, &World::openWindow},
-        {"closeWindow", 1, &World::closeWindow},
-        {"selectRow", 8, &World::selectRow},
-        {"clearSelection", 3, &World::clearSelection},
-        {"selectUnknown", 1, &World::selectUnknown},
-        {"pressToolbar", 6, &World::pressToolbar},
-        {"intent", 2, &World::intent},
-        {"rowMenu", 4, &World::rowMenu},
-        {"keepRow", 3, &World::keepRow},
-        {"keptRowMenu", 2, &World::keptRowMenu},
-        {"doubleClick", 3, &World::doubleClick},
-        {"deleteRows", 2, &World::deleteRows},
-        {"moveRows", 4, &World::moveRows},
-        {"key", 5, &World::key},
-        {"typeInSettings", 4, &World::typeInSettings},
-        {"presentSheet", 10, &World::presentSheet},
-        {"setField", 12, &World::setField},
-        {"browse", 3, &World::browse},
-        {"commit", 8, &World::commit},
-        {"cancel", 3, &World::cancel},
-        {"pointer", 6, &World::pointer},
-        {"step", 5, &World::step},
-        {"activate", 3, &World::activate},
-        {"tap", 3, &World::tap},
-        {"keepTap", 2, &World::keepTap},
-        {"keptTap", 2, &World::keptTap},
-        {"typeInPopover", 4, &World::typeInPopover},
-        {"resetHighlight", 2, &World::resetHighlight},
-        {"footer", 1, &World::footer},
+        {"load", 2, &ModelHarness::load},
+        {"save", 2, &ModelHarness::save},
+        {"updateKnown", 3, &ModelHarness::updateKnown},
+        {"updateUnknown", 3, &ModelHarness::updateUnknown},
+        {"appendDuplicate", 3, &ModelHarness::appendDuplicate},
+        {"outsideList", 5, &ModelHarness::outsideList},
+        {"outsideInvalidList", 3, &ModelHarness::outsideInvalidList},
+        {"localBytes", 2, &ModelHarness::localBytes},
+        {"account", 3, &ModelHarness::account},
+        {"cloudStore", 2, &ModelHarness::cloudStore},
+        {"localWriteFails", 1, &ModelHarness::localWriteFails},
+        {"cloudWriteFails", 1, &ModelHarness::cloudWriteFails},
+        {"turn", 6, &ModelHarness::turn},
+        {"allTurns", 6, &ModelHarness::allTurns},
+        {"restart", 1, &ModelHarness::restart},
+        {"openWindow", 6, &ModelHarness::openWindow},
+        {"closeWindow", 1, &ModelHarness::closeWindow},
+        {"selectRow", 8, &ModelHarness::selectRow},
+        {"clearSelection", 3, &ModelHarness::clearSelection},
+        {"selectUnknown", 1, &ModelHarness::selectUnknown},
+        {"pressToolbar", 6, &ModelHarness::pressToolbar},
+        {"intent", 2, &ModelHarness::intent},
+        {"rowMenu", 4, &ModelHarness::rowMenu},
+        {"keepRow", 3, &ModelHarness::keepRow},
+        {"keptRowMenu", 2, &ModelHarness::keptRowMenu},
+        {"doubleClick", 3, &ModelHarness::doubleClick},
+        {"deleteRows", 2, &ModelHarness::deleteRows},
+        {"moveRows", 4, &ModelHarness::moveRows},
+        {"key", 5, &ModelHarness::key},
+        {"typeInSettings", 4, &ModelHarness::typeInSettings},
+        {"presentSheet", 10, &ModelHarness::presentSheet},
+        {"setField", 12, &ModelHarness::setField},
+        {"browse", 3, &ModelHarness::browse},
+        {"commit", 8, &ModelHarness::commit},
+        {"cancel", 3, &ModelHarness::cancel},
+        {"pointer", 6, &ModelHarness::pointer},
+        {"step", 5, &ModelHarness::step},
+        {"activate", 3, &ModelHarness::activate},
+        {"tap", 3, &ModelHarness::tap},
+        {"keepTap", 2, &ModelHarness::keepTap},
+        {"keptTap", 2, &ModelHarness::keptTap},
+        {"typeInPopover", 4, &ModelHarness::typeInPopover},
+        {"resetHighlight", 2, &ModelHarness::resetHighlight},
+        {"footer", 1, &ModelHarness::footer},
     };
     return table;
 }
 
-std::size_t World::actionCount() { return entries().size(); }
-const char* World::nameOf(std::size_t action) { return entries()[action].name; }
-int World::weightOf(std::size_t action) { return entries()[action].weight; }
+std::size_t ModelHarness::actionCount() { return entries().size(); }
+const char* ModelHarness::nameOf(std::size_t action) { return entries()[action].name; }
+int ModelHarness::weightOf(std::size_t action) { return entries()[action].weight; }
 
-World::World() {
-    plain_.observer = [this] { plainPopover_.hovered.reset(); };
-    plain_.now = clock_.time;
+ModelHarness::ModelHarness() {
+    reference_.observer = [this] { referencePopover_.hovered.reset(); };
+    reference_.now = clock_.time;
     start();
 }
 
-World::~World() = default;
+ModelHarness::~ModelHarness() = default;
 
-void World::say(const std::string& text) {
-    if (keepsStory)
-        story += "  " + text + "\n";
+void ModelHarness::recordStep(const std::string& text) {
+    if (recordsSteps)
+        steps += "  " + text + "\n";
 }
 
-std::optional<std::string> World::apply(const Operation& operation) {
+std::optional<std::string> ModelHarness::apply(const Operation& operation) {
     // Sometimes longer than letters wait for each other.
     clock_.time += std::chrono::milliseconds(1 + operation.c % 1500);
-    plain_.now = clock_.time;
+    reference_.now = clock_.time;
     log_.calls.clear();
-    plain_.calls.clear();
+    reference_.calls.clear();
     listBefore_.clear();
-    plain_.listBefore.clear();
+    reference_.listBefore.clear();
     settingsSignals_ = formSignals_ = popoverSignals_ = 0;
-    settingsBefore_ = plainSettings_;
-    formBefore_ = plainForm_;
-    hoveredBefore_ = plainPopover_.hovered;
+    settingsBefore_ = referenceSettings_;
+    formBefore_ = referenceForm_;
+    hoveredBefore_ = referencePopover_.hovered;
 
     (this->*entries()[operation.action].run)(operation);
 
     if (!fault_.empty())
         return fault_;
     for (const auto difference :
-         {&World::differenceOfStore, &World::differenceOfCalls, &World::differenceOfSettings,
-          &World::differenceOfRows, &World::differenceOfForm, &World::differenceOfPopover,
-          &World::missingSignal}) {
+         {&ModelHarness::differenceOfStore, &ModelHarness::differenceOfCalls,
+          &ModelHarness::differenceOfSettings, &ModelHarness::differenceOfRows,
+          &ModelHarness::differenceOfForm, &ModelHarness::differenceOfPopover,
+          &ModelHarness::missingSignal}) {
         if (auto found = (this->*difference)())
             return found;
     }

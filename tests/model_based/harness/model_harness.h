@@ -1,9 +1,10 @@
 #pragma once
-// The program's store and views over fakes, and the plain ones beside them. Each operation is done
-// to both; then everything that can be seen of them is compared.
+// Runs the program's store and views, over fakes, side by side with the reference model: each
+// operation is applied to both, then everything that can be observed of them is compared.
 
 #include "tests/fakes/store_fixture.h"
-#include "tests/views/random/plain_views.h"
+#include "tests/model_based/generators/generators.h"
+#include "tests/model_based/reference/reference_views.h"
 #include "views/popover/menu_popover_view.h"
 #include "views/settings/settings_view.h"
 
@@ -25,12 +26,12 @@ struct Operation {
     std::uint32_t c = 0;
 };
 
-class World {
+class ModelHarness {
   public:
-    World();
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
-    ~World();
+    ModelHarness();
+    ModelHarness(const ModelHarness&) = delete;
+    ModelHarness& operator=(const ModelHarness&) = delete;
+    ~ModelHarness();
 
     static std::size_t actionCount();
     static const char* nameOf(std::size_t action);
@@ -41,22 +42,22 @@ class World {
     /// Does it to both sides. What differs then, in words; nothing when all is the same.
     std::optional<std::string> apply(const Operation& operation);
 
-    /// What the operations did, in words; kept when `keepsStory` is true.
-    bool keepsStory = false;
-    std::string story;
+    /// What the operations did, in words; kept when `recordsSteps` is true.
+    bool recordsSteps = false;
+    std::string steps;
 
   private:
     struct Entry;
     static const std::vector<Entry>& entries();
 
-    // The store and what is outside of the program (world_store.cpp).
+    // The store and what is outside of the program (store_operations.cpp).
     void load(const Operation& operation);
     void save(const Operation& operation);
     void updateKnown(const Operation& operation);
     void updateUnknown(const Operation& operation);
     void appendDuplicate(const Operation& operation);
     void outsideList(const Operation& operation);
-    void outsideNoList(const Operation& operation);
+    void outsideInvalidList(const Operation& operation);
     void localBytes(const Operation& operation);
     void account(const Operation& operation);
     void cloudStore(const Operation& operation);
@@ -66,7 +67,7 @@ class World {
     void allTurns(const Operation& operation);
     void restart(const Operation& operation);
 
-    // The settings window (world_settings.cpp).
+    // The settings window (settings_operations.cpp).
     void openWindow(const Operation& operation);
     void closeWindow(const Operation& operation);
     void selectRow(const Operation& operation);
@@ -83,14 +84,14 @@ class World {
     void key(const Operation& operation);
     void typeInSettings(const Operation& operation);
 
-    // Its sheets (world_form.cpp).
+    // Its sheets (form_operations.cpp).
     void presentSheet(const Operation& operation);
     void setField(const Operation& operation);
     void browse(const Operation& operation);
     void commit(const Operation& operation);
     void cancel(const Operation& operation);
 
-    // The popover (world_popover.cpp).
+    // The popover (popover_operations.cpp).
     void pointer(const Operation& operation);
     void step(const Operation& operation);
     void activate(const Operation& operation);
@@ -101,15 +102,15 @@ class World {
     void resetHighlight(const Operation& operation);
     void footer(const Operation& operation);
 
-    void say(const std::string& text);
+    void recordStep(const std::string& text);
     void start();
     void stop();
-    void setCloud(const std::optional<PlainValue>& value, bool notified);
+    void setCloud(const std::optional<StoredValue>& value, bool notified);
     void choose(std::size_t button);
     void dropForm();
     void formClosed();
 
-    // What differs (world_compare.cpp).
+    // What differs (comparison.cpp).
     using Difference = std::optional<std::string>;
     Difference differenceOfStore();
     Difference differenceOfCalls();
@@ -146,33 +147,23 @@ class World {
     int settingsClicks_ = 0;
     int quitClicks_ = 0;
 
-    PlainStore plain_;
-    PlainPopover plainPopover_;
-    std::optional<PlainSettings> plainSettings_;
-    std::optional<PlainForm> plainForm_;
-    std::optional<PlainItem> plainKeptRow_;
+    ReferenceStore reference_;
+    ReferencePopover referencePopover_;
+    std::optional<ReferenceSettings> referenceSettings_;
+    std::optional<ReferenceForm> referenceForm_;
+    std::optional<ReferenceItem> referenceKeptRow_;
     bool keptRowIsOfThisWindow_ = false;
-    std::optional<PlainItem> plainKeptTap_;
-    int plainSettingsClicks_ = 0;
-    int plainQuitClicks_ = 0;
-    std::optional<PlainSettings> settingsBefore_;
-    std::optional<PlainForm> formBefore_;
+    std::optional<ReferenceItem> referenceKeptTap_;
+    int referenceSettingsClicks_ = 0;
+    int referenceQuitClicks_ = 0;
+    std::optional<ReferenceSettings> settingsBefore_;
+    std::optional<ReferenceForm> formBefore_;
     std::optional<std::size_t> hoveredBefore_;
     bool dismissed_ = false;
     std::string fault_; ///< what an operation itself has found
 };
 
-// Made-up values; each takes any number (made_up.cpp).
-std::string madeUpId(std::uint32_t number);
-std::string madeUpTitle(std::uint32_t number);
-std::string madeUpLetters(std::uint32_t number);
-std::optional<std::string> madeUpText(std::uint32_t number);
-std::string madeUpType(std::uint32_t number);
-PlainItem madeUpItem(std::uint32_t number);
-PlainValue madeUpList(std::uint32_t length, std::uint32_t number);
-PlainValue madeUpNoList(std::uint32_t number);
-
-PlainItem plainItem(const LauncherItem& item);
-LauncherItem realItem(const PlainItem& item);
+ReferenceItem referenceItem(const LauncherItem& item);
+LauncherItem realItem(const ReferenceItem& item);
 
 } // namespace kestrel::tests

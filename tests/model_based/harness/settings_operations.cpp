@@ -1,6 +1,6 @@
-// The part of World that works on the settings window.
+// The part of ModelHarness that works on the settings window.
 
-#include "tests/views/random/world.h"
+#include "tests/model_based/harness/model_harness.h"
 
 #include <set>
 
@@ -14,71 +14,71 @@ std::optional<Uuid> realId(const std::optional<std::string>& id) {
 
 } // namespace
 
-void World::openWindow(const Operation& /*operation*/) {
+void ModelHarness::openWindow(const Operation& /*operation*/) {
     if (settings_)
         return;
-    say("open the window");
+    recordStep("open the window");
     settings_ = std::make_unique<SettingsView>(*manager_, clock_, openPanel_);
     settingsSignal_ = settings_->objectWillChange.subscribe([this] { ++settingsSignals_; });
-    plainSettings_.emplace();
+    referenceSettings_.emplace();
     keptRowIsOfThisWindow_ = false;
 }
 
-void World::closeWindow(const Operation& operation) {
+void ModelHarness::closeWindow(const Operation& operation) {
     if (!settings_)
         return;
-    say("close the window");
+    recordStep("close the window");
     // The form goes with its window, or is left behind for a moment.
     if (operation.a % 2 == 0)
         dropForm();
-    else if (plainForm_)
-        plainForm_->isOrphan = true;
+    else if (referenceForm_)
+        referenceForm_->isOrphan = true;
     settings_.reset();
-    plainSettings_.reset();
+    referenceSettings_.reset();
     keptRowIsOfThisWindow_ = false;
 }
 
-void World::selectRow(const Operation& operation) {
-    if (!settings_ || plain_.items.empty())
+void ModelHarness::selectRow(const Operation& operation) {
+    if (!settings_ || reference_.items.empty())
         return;
-    const std::string id = plain_.items[operation.a % plain_.items.size()].id;
-    say("select " + id);
+    const std::string id = reference_.items[operation.a % reference_.items.size()].id;
+    recordStep("select " + id);
     settings_->setSelectedID(realId(id));
-    plainSettings_->select(id);
+    referenceSettings_->select(id);
 }
 
-void World::clearSelection(const Operation& /*operation*/) {
+void ModelHarness::clearSelection(const Operation& /*operation*/) {
     if (!settings_)
         return;
-    say("clear the selection");
+    recordStep("clear the selection");
     settings_->setSelectedID(std::nullopt);
-    plainSettings_->select(std::nullopt);
+    referenceSettings_->select(std::nullopt);
 }
 
-void World::selectUnknown(const Operation& operation) {
+void ModelHarness::selectUnknown(const Operation& operation) {
     if (!settings_)
         return;
-    const std::string id = madeUpId(operation.a);
-    say("select, perhaps unknown, " + id);
+    const std::string id = generateId(operation.a);
+    recordStep("select, perhaps unknown, " + id);
     settings_->setSelectedID(realId(id));
-    plainSettings_->select(id);
+    referenceSettings_->select(id);
 }
 
-void World::choose(std::size_t button) {
+void ModelHarness::choose(std::size_t button) {
     if (button == 0)
-        plainSettings_->showsAddSheet = true;
+        referenceSettings_->showsAddSheet = true;
     else if (button == 1)
-        plainSettings_->editCommitted(plain_);
+        referenceSettings_->editCommitted(reference_);
     else
-        plainSettings_->deleteCommitted(plain_);
+        referenceSettings_->deleteCommitted(reference_);
 }
 
-void World::pressToolbar(const Operation& operation) {
+void ModelHarness::pressToolbar(const Operation& operation) {
     if (!settings_)
         return;
     const auto buttons = settings_->toolbarButtons();
     const ToolbarButton& button = buttons.at(operation.a % 3);
-    say("toolbar " + std::string(button.label) + (button.enabled ? "" : ", disabled"));
+    recordStep("toolbar " + std::string(button.label) + (button.enabled ? "" : ", disabled"));
     // The comparison has said that it is enabled when it has to be.
     if (!button.enabled)
         return;
@@ -87,10 +87,10 @@ void World::pressToolbar(const Operation& operation) {
 }
 
 /// What a button would do, also while it is disabled.
-void World::intent(const Operation& operation) {
+void ModelHarness::intent(const Operation& operation) {
     if (!settings_)
         return;
-    say("intent " + std::to_string(operation.a % 3));
+    recordStep("intent " + std::to_string(operation.a % 3));
     if (operation.a % 3 == 0)
         settings_->addClicked();
     else if (operation.a % 3 == 1)
@@ -100,123 +100,123 @@ void World::intent(const Operation& operation) {
     choose(operation.a % 3);
 }
 
-void World::rowMenu(const Operation& operation) {
-    if (!settings_ || plain_.items.empty())
+void ModelHarness::rowMenu(const Operation& operation) {
+    if (!settings_ || reference_.items.empty())
         return;
-    const std::size_t position = operation.a % plain_.items.size();
-    const PlainItem item = plain_.items[position];
+    const std::size_t position = operation.a % reference_.items.size();
+    const ReferenceItem item = reference_.items[position];
     const ItemRow row = settings_->row(position);
     if (operation.b % 2 == 0) {
-        say("the row menu's Edit on " + std::to_string(position));
+        recordStep("the row menu's Edit on " + std::to_string(position));
         row.onEdit();
-        plainSettings_->edited = item;
+        referenceSettings_->edited = item;
     } else {
-        say("the row menu's Delete on " + std::to_string(position));
+        recordStep("the row menu's Delete on " + std::to_string(position));
         row.onDelete();
-        plainSettings_->deleteItem(plain_, item.id);
+        referenceSettings_->deleteItem(reference_, item.id);
     }
 }
 
-void World::keepRow(const Operation& operation) {
-    if (!settings_ || plain_.items.empty())
+void ModelHarness::keepRow(const Operation& operation) {
+    if (!settings_ || reference_.items.empty())
         return;
-    const std::size_t position = operation.a % plain_.items.size();
-    say("open the menu of row " + std::to_string(position));
+    const std::size_t position = operation.a % reference_.items.size();
+    recordStep("open the menu of row " + std::to_string(position));
     keptRow_ = settings_->row(position);
-    plainKeptRow_ = plain_.items[position];
+    referenceKeptRow_ = reference_.items[position];
     keptRowIsOfThisWindow_ = true;
 }
 
 /// The menu of a row that may have moved or gone, even with its window.
-void World::keptRowMenu(const Operation& operation) {
+void ModelHarness::keptRowMenu(const Operation& operation) {
     if (!keptRow_)
         return;
-    say(operation.a % 2 == 0 ? "Edit in that menu" : "Delete in that menu");
+    recordStep(operation.a % 2 == 0 ? "Edit in that menu" : "Delete in that menu");
     (operation.a % 2 == 0 ? keptRow_->onEdit : keptRow_->onDelete)();
     if (!keptRowIsOfThisWindow_)
         return;
     if (operation.a % 2 == 0)
-        plainSettings_->edited = plainKeptRow_;
+        referenceSettings_->edited = referenceKeptRow_;
     else
-        plainSettings_->deleteItem(plain_, plainKeptRow_->id);
+        referenceSettings_->deleteItem(reference_, referenceKeptRow_->id);
 }
 
-void World::doubleClick(const Operation& operation) {
-    if (!settings_ || plain_.items.empty())
+void ModelHarness::doubleClick(const Operation& operation) {
+    if (!settings_ || reference_.items.empty())
         return;
-    const std::size_t position = operation.a % plain_.items.size();
-    say("double click on " + std::to_string(position));
+    const std::size_t position = operation.a % reference_.items.size();
+    recordStep("double click on " + std::to_string(position));
     settings_->editItem(LauncherItem(settings_->items()[position]));
-    plainSettings_->edited = plain_.items[position];
+    referenceSettings_->edited = reference_.items[position];
 }
 
-void World::deleteRows(const Operation& operation) {
+void ModelHarness::deleteRows(const Operation& operation) {
     if (!settings_)
         return;
     std::set<std::size_t> rows;
-    for (std::size_t i = 0; i < plain_.items.size(); ++i) {
+    for (std::size_t i = 0; i < reference_.items.size(); ++i) {
         if (((operation.a & operation.b) >> (i % 32)) % 2 == 1)
             rows.insert(i);
     }
-    say("delete " + std::to_string(rows.size()) + " rows");
+    recordStep("delete " + std::to_string(rows.size()) + " rows");
     settings_->deleteRows(rows);
-    plainSettings_->deleteRows(plain_, rows);
+    referenceSettings_->deleteRows(reference_, rows);
 }
 
-void World::moveRows(const Operation& operation) {
+void ModelHarness::moveRows(const Operation& operation) {
     if (!settings_)
         return;
     std::set<std::size_t> rows;
-    for (std::size_t i = 0; i < plain_.items.size(); ++i) {
+    for (std::size_t i = 0; i < reference_.items.size(); ++i) {
         if ((operation.a >> (i % 32)) % 2 == 1)
             rows.insert(i);
     }
-    const std::size_t destination = operation.b % (plain_.items.size() + 1);
+    const std::size_t destination = operation.b % (reference_.items.size() + 1);
     std::string list;
     for (const std::size_t row : rows)
         list += std::to_string(row) + " ";
-    say("move rows " + list + "to " + std::to_string(destination));
+    recordStep("move rows " + list + "to " + std::to_string(destination));
     settings_->moveRows(rows, destination);
-    PlainSettings::moveRows(plain_, rows, destination);
+    ReferenceSettings::moveRows(reference_, rows, destination);
 }
 
-void World::key(const Operation& operation) {
+void ModelHarness::key(const Operation& operation) {
     if (!settings_)
         return;
-    say("key " + std::to_string(operation.a % 4));
-    const auto row = plainSettings_->selectedRow(plain_);
+    recordStep("key " + std::to_string(operation.a % 4));
+    const auto row = referenceSettings_->selectedRow(reference_);
     switch (operation.a % 4) {
     case 0:
         settings_->deleteSelectedRow();
         if (row)
-            plainSettings_->deleteRows(plain_, {*row});
+            referenceSettings_->deleteRows(reference_, {*row});
         break;
     case 1:
         settings_->editSelectedRow();
         if (row)
-            plainSettings_->edited = plain_.items[*row];
+            referenceSettings_->edited = reference_.items[*row];
         break;
     case 2:
         settings_->moveSelectedRow(SettingsView::Direction::up);
-        plainSettings_->moveSelected(plain_, true);
+        referenceSettings_->moveSelected(reference_, true);
         break;
     default:
         settings_->moveSelectedRow(SettingsView::Direction::down);
-        plainSettings_->moveSelected(plain_, false);
+        referenceSettings_->moveSelected(reference_, false);
         break;
     }
 }
 
-void World::typeInSettings(const Operation& operation) {
+void ModelHarness::typeInSettings(const Operation& operation) {
     if (!settings_)
         return;
-    const std::string letters = madeUpLetters(operation.a);
-    say("type in the window: " + letters);
+    const std::string letters = generateLetters(operation.a);
+    recordStep("type in the window: " + letters);
     settings_->typed(letters);
-    const auto row = plainSettings_->typeSelect.typed(
-        letters, plain_.items, plainSettings_->selectedRow(plain_), plain_.now);
+    const auto row = referenceSettings_->typeSelect.typed(
+        letters, reference_.items, referenceSettings_->selectedRow(reference_), reference_.now);
     if (row)
-        plainSettings_->select(plain_.items[*row].id);
+        referenceSettings_->select(reference_.items[*row].id);
 }
 
 } // namespace kestrel::tests

@@ -1,16 +1,16 @@
-// The part of World that works on the store and on what is outside of the program.
+// The part of ModelHarness that works on the store and on what is outside of the program.
 
-#include "tests/views/random/world.h"
+#include "tests/model_based/harness/model_harness.h"
 
 namespace kestrel::tests {
 
-void World::start() {
+void ModelHarness::start() {
     manager_ = std::make_unique<ItemsManager>(ports_);
     itemsSignal_ = manager_->objectWillChange.subscribe([this] {
-        PlainItems list;
+        ReferenceItems list;
         for (const LauncherItem& item : manager_->items)
-            list.push_back(plainItem(item));
-        listBefore_.push_back(plainBytes(list));
+            list.push_back(referenceItem(item));
+        listBefore_.push_back(referenceBytes(list));
     });
     popover_ = std::make_unique<MenuPopoverView>(
         *manager_, mainQueue_, clock_,
@@ -18,75 +18,75 @@ void World::start() {
                                    .onQuit = [this] { ++quitClicks_; },
                                    .onClose = [this] { ++closes_; }});
     popoverSignal_ = popover_->objectWillChange.subscribe([this] { ++popoverSignals_; });
-    plain_.construct();
+    reference_.construct();
 }
 
 /// As at the end of the process, but tasks and observers are still called afterwards.
-void World::stop() {
+void ModelHarness::stop() {
     dropForm();
     settings_.reset();
-    plainSettings_.reset();
+    referenceSettings_.reset();
     keptRow_.reset();
-    plainKeptRow_.reset();
+    referenceKeptRow_.reset();
     popover_.reset();
     keptTap_ = nullptr;
-    plainKeptTap_.reset();
+    referenceKeptTap_.reset();
     manager_.reset();
-    plain_.items.clear();
-    plainPopover_.hovered.reset();
+    reference_.items.clear();
+    referencePopover_.hovered.reset();
     hoveredBefore_.reset();
-    plainPopover_.typeSelect = {};
-    plain_.queue.clear();
+    referencePopover_.typeSelect = {};
+    reference_.queue.clear();
     cloud_.postExternalChange();
     mainQueue_.runAll();
     cloud_.observers.clear();
 }
 
-void World::load(const Operation& /*operation*/) {
-    say("load");
+void ModelHarness::load(const Operation& /*operation*/) {
+    recordStep("load");
     manager_->load();
-    plain_.load();
+    reference_.load();
 }
 
-void World::save(const Operation& /*operation*/) {
-    say("save");
+void ModelHarness::save(const Operation& /*operation*/) {
+    recordStep("save");
     manager_->save();
-    plain_.save();
+    reference_.save();
 }
 
-void World::updateKnown(const Operation& operation) {
-    if (plain_.items.empty())
+void ModelHarness::updateKnown(const Operation& operation) {
+    if (reference_.items.empty())
         return;
-    PlainItem item = madeUpItem(operation.b);
-    item.id = plain_.items[operation.a % plain_.items.size()].id;
-    say("update " + plainBytes({item}));
+    ReferenceItem item = generateItem(operation.b);
+    item.id = reference_.items[operation.a % reference_.items.size()].id;
+    recordStep("update " + referenceBytes({item}));
     manager_->update(realItem(item));
-    plain_.update(item);
+    reference_.update(item);
 }
 
-void World::updateUnknown(const Operation& operation) {
-    const PlainItem item = madeUpItem(operation.b);
-    say("update, perhaps unknown, " + plainBytes({item}));
+void ModelHarness::updateUnknown(const Operation& operation) {
+    const ReferenceItem item = generateItem(operation.b);
+    recordStep("update, perhaps unknown, " + referenceBytes({item}));
     manager_->update(realItem(item));
-    plain_.update(item);
+    reference_.update(item);
 }
 
-void World::appendDuplicate(const Operation& operation) {
+void ModelHarness::appendDuplicate(const Operation& operation) {
     constexpr std::size_t longEnough = 14;
-    if (plain_.items.empty() || plain_.items.size() > longEnough)
+    if (reference_.items.empty() || reference_.items.size() > longEnough)
         return;
-    PlainItem item = madeUpItem(operation.b);
-    item.id = plain_.items[operation.a % plain_.items.size()].id;
-    say("append and save " + plainBytes({item}));
+    ReferenceItem item = generateItem(operation.b);
+    item.id = reference_.items[operation.a % reference_.items.size()].id;
+    recordStep("append and save " + referenceBytes({item}));
     manager_->items.append(realItem(item));
     manager_->save();
-    plain_.willChange();
-    plain_.items.push_back(item);
-    plain_.save();
+    reference_.willChange();
+    reference_.items.push_back(item);
+    reference_.save();
 }
 
-void World::setCloud(const std::optional<PlainValue>& value, bool notified) {
-    plain_.cloud = value;
+void ModelHarness::setCloud(const std::optional<StoredValue>& value, bool notified) {
+    reference_.cloud = value;
     if (value)
         cloud_.store.data.insert_or_assign("launcherItems", value->bytes);
     else
@@ -94,82 +94,82 @@ void World::setCloud(const std::optional<PlainValue>& value, bool notified) {
     if (!notified)
         return;
     cloud_.postExternalChange();
-    plain_.externalChange();
+    reference_.externalChange();
 }
 
-void World::outsideList(const Operation& operation) {
-    const PlainValue value = madeUpList(operation.a, operation.b);
+void ModelHarness::outsideList(const Operation& operation) {
+    const StoredValue value = generateList(operation.a, operation.b);
     const bool notified = operation.c % 4 != 0;
-    say((notified ? "outside list " : "unnoticed outside list ") + value.bytes);
+    recordStep((notified ? "outside list " : "unnoticed outside list ") + value.bytes);
     setCloud(value, notified);
 }
 
-void World::outsideNoList(const Operation& operation) {
+void ModelHarness::outsideInvalidList(const Operation& operation) {
     const bool notified = operation.c % 4 != 0;
     const bool removed = operation.a % 3 == 0;
-    const PlainValue value = madeUpNoList(operation.b);
-    say((notified ? "outside " : "unnoticed outside ") +
-        (removed ? "removal" : "value " + value.bytes));
+    const StoredValue value = generateInvalidList(operation.b);
+    recordStep((notified ? "outside " : "unnoticed outside ") +
+               (removed ? "removal" : "value " + value.bytes));
     setCloud(removed ? std::nullopt : std::optional(value), notified);
 }
 
-void World::localBytes(const Operation& operation) {
+void ModelHarness::localBytes(const Operation& operation) {
     switch (operation.c % 3) {
     case 0:
-        plain_.local.reset();
+        reference_.local.reset();
         break;
     case 1:
-        plain_.local = madeUpNoList(operation.b);
+        reference_.local = generateInvalidList(operation.b);
         break;
     default:
-        plain_.local = madeUpList(operation.a, operation.b);
+        reference_.local = generateList(operation.a, operation.b);
         break;
     }
-    say("local bytes " + (plain_.local ? plain_.local->bytes : "removed"));
-    if (plain_.local)
-        defaults_.data.insert_or_assign("launcherItems", plain_.local->bytes);
+    recordStep("local bytes " + (reference_.local ? reference_.local->bytes : "removed"));
+    if (reference_.local)
+        defaults_.data.insert_or_assign("launcherItems", reference_.local->bytes);
     else
         defaults_.data.erase("launcherItems");
 }
 
-void World::account(const Operation& operation) {
-    plain_.signedIn = cloud_.signedIn = operation.a % 3 != 0;
-    say(plain_.signedIn ? "sign in" : "sign out");
+void ModelHarness::account(const Operation& operation) {
+    reference_.signedIn = cloud_.signedIn = operation.a % 3 != 0;
+    recordStep(reference_.signedIn ? "sign in" : "sign out");
     if (operation.c % 4 == 0)
         return;
     cloud_.postExternalChange();
-    plain_.externalChange();
+    reference_.externalChange();
 }
 
-void World::cloudStore(const Operation& operation) {
-    plain_.hasCloudStore = cloud_.hasStore = operation.a % 4 != 0;
-    say(plain_.hasCloudStore ? "the cloud store is there" : "there is no cloud store");
+void ModelHarness::cloudStore(const Operation& operation) {
+    reference_.hasCloudStore = cloud_.hasStore = operation.a % 4 != 0;
+    recordStep(reference_.hasCloudStore ? "the cloud store is there" : "there is no cloud store");
 }
 
-void World::localWriteFails(const Operation& /*operation*/) {
-    say("the next local write fails");
-    plain_.nextLocalWriteFails = defaults_.failNextWrite = true;
+void ModelHarness::localWriteFails(const Operation& /*operation*/) {
+    recordStep("the next local write fails");
+    reference_.nextLocalWriteFails = defaults_.failNextWrite = true;
 }
 
-void World::cloudWriteFails(const Operation& /*operation*/) {
-    say("the next cloud write fails");
-    plain_.nextCloudWriteFails = cloud_.store.failNextWrite = true;
+void ModelHarness::cloudWriteFails(const Operation& /*operation*/) {
+    recordStep("the next cloud write fails");
+    reference_.nextCloudWriteFails = cloud_.store.failNextWrite = true;
 }
 
-void World::turn(const Operation& /*operation*/) {
-    say("one turn");
+void ModelHarness::turn(const Operation& /*operation*/) {
+    recordStep("one turn");
     mainQueue_.runTurn();
-    plain_.runTurn();
+    reference_.runTurn();
 }
 
-void World::allTurns(const Operation& /*operation*/) {
-    say("turns until nothing waits");
+void ModelHarness::allTurns(const Operation& /*operation*/) {
+    recordStep("turns until nothing waits");
     mainQueue_.runAll();
-    plain_.runAll();
+    reference_.runAll();
 }
 
-void World::restart(const Operation& /*operation*/) {
-    say("restart");
+void ModelHarness::restart(const Operation& /*operation*/) {
+    recordStep("restart");
     stop();
     start();
 }

@@ -1,4 +1,4 @@
-#include "tests/views/random/plain_store.h"
+#include "tests/model_based/reference/reference_store.h"
 
 #include <utility>
 
@@ -23,9 +23,9 @@ std::string quoted(const std::string& text) {
 
 } // namespace
 
-std::string plainBytes(const PlainItems& items) {
+std::string referenceBytes(const ReferenceItems& items) {
     std::string result = "[";
-    for (const PlainItem& item : items) {
+    for (const ReferenceItem& item : items) {
         if (result.size() > 1)
             result += ',';
         result += "{\"id\":\"" + item.id + "\",\"title\":" + quoted(item.title) + ",\"type\":\"" +
@@ -39,7 +39,7 @@ std::string plainBytes(const PlainItems& items) {
     return result + ']';
 }
 
-std::optional<std::size_t> PlainStore::positionOf(const std::string& id) const {
+std::optional<std::size_t> ReferenceStore::positionOf(const std::string& id) const {
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].id == id)
             return i;
@@ -47,14 +47,14 @@ std::optional<std::size_t> PlainStore::positionOf(const std::string& id) const {
     return std::nullopt;
 }
 
-void PlainStore::construct() {
+void ReferenceStore::construct() {
     items.clear();
     if (hasCloudStore)
         calls.emplace_back("cloudStore.synchronize");
     load();
 }
 
-void PlainStore::load() {
+void ReferenceStore::load() {
     if (cloudIsAvailable() && cloud && cloud->list) {
         handOver(*cloud->list);
         writeLocal(*cloud);
@@ -70,15 +70,15 @@ void PlainStore::load() {
     }
 }
 
-void PlainStore::handOver(const PlainItems& list) {
+void ReferenceStore::handOver(const ReferenceItems& list) {
     queue.emplace_back([this, list] {
         willChange();
         items = list;
     });
 }
 
-void PlainStore::save() {
-    const PlainValue value{plainBytes(items), items};
+void ReferenceStore::save() {
+    const StoredValue value{referenceBytes(items), items};
     if (cloudIsAvailable()) {
         writeCloud(value);
         calls.emplace_back("cloudStore.synchronize");
@@ -87,7 +87,7 @@ void PlainStore::save() {
     writeDate();
 }
 
-void PlainStore::update(const PlainItem& item) {
+void ReferenceStore::update(const ReferenceItem& item) {
     const auto position = positionOf(item.id);
     if (!position)
         return;
@@ -96,22 +96,22 @@ void PlainStore::update(const PlainItem& item) {
     save();
 }
 
-void PlainStore::externalChange() {
+void ReferenceStore::externalChange() {
     queue.emplace_back([this] { load(); });
 }
 
-void PlainStore::runTurn() {
+void ReferenceStore::runTurn() {
     const auto queued = std::exchange(queue, {});
     for (const auto& task : queued)
         task();
 }
 
-void PlainStore::runAll() {
+void ReferenceStore::runAll() {
     while (!queue.empty())
         runTurn();
 }
 
-void PlainStore::execute(const PlainItem& item) {
+void ReferenceStore::execute(const ReferenceItem& item) {
     const bool typed = item.type == "Inline Command";
     const auto& text = typed ? item.command : item.path;
     if (!text || text->empty())
@@ -122,19 +122,19 @@ void PlainStore::execute(const PlainItem& item) {
     calls.push_back(call + *text);
 }
 
-void PlainStore::writeLocal(const PlainValue& value) {
+void ReferenceStore::writeLocal(const StoredValue& value) {
     calls.emplace_back("defaults.setData launcherItems");
     if (!std::exchange(nextLocalWriteFails, false))
         local = value;
 }
 
-void PlainStore::writeCloud(const PlainValue& value) {
+void ReferenceStore::writeCloud(const StoredValue& value) {
     calls.emplace_back("cloudStore.setData launcherItems");
     if (!std::exchange(nextCloudWriteFails, false))
         cloud = value;
 }
 
-void PlainStore::writeDate() {
+void ReferenceStore::writeDate() {
     calls.emplace_back("defaults.setDate lastLocalSync");
     if (!std::exchange(nextLocalWriteFails, false))
         date = now;

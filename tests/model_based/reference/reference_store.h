@@ -1,7 +1,7 @@
 #pragma once
-// The item store said again in the plainest way: vectors, optional values, no sharing of code with
-// what it is held against. Values that other machines store come with what they mean, so nothing
-// is decoded here.
+// Reference model of the item store, as simple as it can be: vectors, optional values, no code
+// shared with the store that it is compared with. Values that other machines store come with what
+// they mean, so nothing is decoded here.
 
 #include "platform/clock.h"
 
@@ -13,31 +13,31 @@
 
 namespace kestrel::tests {
 
-struct PlainItem {
+struct ReferenceItem {
     std::string id;
     std::string title;
     std::string type;
     std::optional<std::string> path;
     std::optional<std::string> command;
 
-    friend bool operator==(const PlainItem&, const PlainItem&) = default;
+    friend bool operator==(const ReferenceItem&, const ReferenceItem&) = default;
 };
 
-using PlainItems = std::vector<PlainItem>;
+using ReferenceItems = std::vector<ReferenceItem>;
 
 /// The bytes of a list as the program writes them.
-std::string plainBytes(const PlainItems& items);
+std::string referenceBytes(const ReferenceItems& items);
 
 /// What a store holds: bytes, and the list that they are, nothing for bytes that are none.
-struct PlainValue {
+struct StoredValue {
     std::string bytes;
-    std::optional<PlainItems> list;
+    std::optional<ReferenceItems> list;
 };
 
-struct PlainStore {
-    PlainItems items;
-    std::optional<PlainValue> cloud;
-    std::optional<PlainValue> local;
+struct ReferenceStore {
+    ReferenceItems items;
+    std::optional<StoredValue> cloud;
+    std::optional<StoredValue> local;
     std::optional<Date> date;
     std::deque<std::function<void()>> queue;
 
@@ -53,18 +53,18 @@ struct PlainStore {
     void construct();
     void load();
     void save();
-    void update(const PlainItem& item);
+    void update(const ReferenceItem& item);
     void externalChange();
     void runTurn();
     void runAll();
-    void execute(const PlainItem& item);
+    void execute(const ReferenceItem& item);
 
     /// What the views do when the signal fires.
     std::function<void()> observer = [] {};
 
     /// Fires the signal; `items` is written afterwards.
     void willChange() {
-        listBefore.push_back(plainBytes(items));
+        listBefore.push_back(referenceBytes(items));
         observer();
     }
 
@@ -73,9 +73,9 @@ struct PlainStore {
 
   private:
     bool cloudIsAvailable() const { return signedIn && hasCloudStore; }
-    void handOver(const PlainItems& list);
-    void writeLocal(const PlainValue& value);
-    void writeCloud(const PlainValue& value);
+    void handOver(const ReferenceItems& list);
+    void writeLocal(const StoredValue& value);
+    void writeCloud(const StoredValue& value);
     void writeDate();
 };
 

@@ -1,4 +1,4 @@
-#include "tests/views/random/plain_views.h"
+#include "tests/model_based/reference/reference_views.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@ namespace kestrel::tests {
 
 namespace {
 
-/// Small letters with their marks apart, for the letters that the made-up titles and keys have.
+/// Small letters with their marks apart, for the letters that the generated titles and keys have.
 std::string folded(std::string text) {
     static const std::array<std::pair<std::string_view, std::string_view>, 3> marked{
         {{"\u00e4", "a\u0308"}, {"\u00c4", "a\u0308"}, {"\u00e9", "e\u0301"}}};
@@ -22,11 +22,11 @@ std::string folded(std::string text) {
     return text;
 }
 
-bool begins(const PlainItem& item, const std::string& prefix) {
+bool begins(const ReferenceItem& item, const std::string& prefix) {
     return folded(item.title).starts_with(folded(prefix));
 }
 
-std::optional<std::size_t> firstFrom(const PlainItems& items, const std::string& prefix,
+std::optional<std::size_t> firstFrom(const ReferenceItems& items, const std::string& prefix,
                                      std::size_t start) {
     for (std::size_t i = 0; i < items.size(); ++i) {
         const std::size_t row = (start + i) % items.size();
@@ -36,8 +36,8 @@ std::optional<std::size_t> firstFrom(const PlainItems& items, const std::string&
     return std::nullopt;
 }
 
-void removeRows(PlainStore& store, const std::set<std::size_t>& rows) {
-    PlainItems left;
+void removeRows(ReferenceStore& store, const std::set<std::size_t>& rows) {
+    ReferenceItems left;
     for (std::size_t i = 0; i < store.items.size(); ++i) {
         if (!rows.contains(i))
             left.push_back(store.items[i]);
@@ -49,8 +49,10 @@ void removeRows(PlainStore& store, const std::set<std::size_t>& rows) {
 
 } // namespace
 
-std::optional<std::size_t> PlainTypeSelect::typed(const std::string& text, const PlainItems& items,
-                                                  std::optional<std::size_t> current, Date now) {
+std::optional<std::size_t> ReferenceTypeSelect::typed(const std::string& text,
+                                                      const ReferenceItems& items,
+                                                      std::optional<std::size_t> current,
+                                                      Date now) {
     if (now - last > std::chrono::milliseconds(1000))
         prefix.clear();
     last = now;
@@ -68,7 +70,7 @@ std::optional<std::size_t> PlainTypeSelect::typed(const std::string& text, const
     return firstFrom(items, text, current ? *current + 1 : 0);
 }
 
-PlainForm::PlainForm(Sheet which, const std::optional<PlainItem>& item)
+ReferenceForm::ReferenceForm(Sheet which, const std::optional<ReferenceItem>& item)
     : sheet(which), existing(item) {
     if (!item)
         return;
@@ -78,7 +80,7 @@ PlainForm::PlainForm(Sheet which, const std::optional<PlainItem>& item)
     command = item->command.value_or("");
 }
 
-std::string PlainForm::trimmedTitle() const {
+std::string ReferenceForm::trimmedTitle() const {
     static constexpr std::array<std::string_view, 5> spaces{" ", "\t", "\xC2\xA0", "\xE3\x80\x80",
                                                             "\xE2\x80\x83"};
     std::string_view rest = title;
@@ -98,14 +100,14 @@ std::string PlainForm::trimmedTitle() const {
     return std::string(rest);
 }
 
-void PlainForm::chose(const std::string& chosenPath, const std::string& name) {
+void ReferenceForm::chose(const std::string& chosenPath, const std::string& name) {
     path = chosenPath;
     if (title.empty())
         title = name;
 }
 
-PlainItem PlainForm::record() const {
-    PlainItem item;
+ReferenceItem ReferenceForm::record() const {
+    ReferenceItem item;
     if (existing)
         item.id = existing->id;
     item.title = trimmedTitle();
@@ -117,7 +119,7 @@ PlainItem PlainForm::record() const {
     return item;
 }
 
-void PlainSettings::select(const std::optional<std::string>& id) {
+void ReferenceSettings::select(const std::optional<std::string>& id) {
     if (id == selected)
         return;
     selected = id;
@@ -125,25 +127,25 @@ void PlainSettings::select(const std::optional<std::string>& id) {
         committed = id;
 }
 
-std::optional<std::size_t> PlainSettings::committedRow(const PlainStore& store) const {
+std::optional<std::size_t> ReferenceSettings::committedRow(const ReferenceStore& store) const {
     return committed ? store.positionOf(*committed) : std::nullopt;
 }
 
-std::optional<std::size_t> PlainSettings::selectedRow(const PlainStore& store) const {
+std::optional<std::size_t> ReferenceSettings::selectedRow(const ReferenceStore& store) const {
     return selected ? store.positionOf(*selected) : std::nullopt;
 }
 
-void PlainSettings::editCommitted(const PlainStore& store) {
+void ReferenceSettings::editCommitted(const ReferenceStore& store) {
     if (const auto row = committedRow(store))
         edited = store.items[*row];
 }
 
-void PlainSettings::deleteCommitted(PlainStore& store) {
+void ReferenceSettings::deleteCommitted(ReferenceStore& store) {
     if (const auto row = committedRow(store))
         deleteRows(store, {*row});
 }
 
-void PlainSettings::deleteItem(PlainStore& store, const std::string& id) {
+void ReferenceSettings::deleteItem(ReferenceStore& store, const std::string& id) {
     const auto row = store.positionOf(id);
     if (!row)
         return;
@@ -154,18 +156,18 @@ void PlainSettings::deleteItem(PlainStore& store, const std::string& id) {
         selected.reset();
 }
 
-void PlainSettings::deleteRows(PlainStore& store, const std::set<std::size_t>& rows) {
+void ReferenceSettings::deleteRows(ReferenceStore& store, const std::set<std::size_t>& rows) {
     removeRows(store, rows);
     selected.reset();
     committed.reset();
 }
 
-void PlainSettings::moveRows(PlainStore& store, const std::set<std::size_t>& rows,
-                             std::size_t destination) {
-    PlainItems moved;
+void ReferenceSettings::moveRows(ReferenceStore& store, const std::set<std::size_t>& rows,
+                                 std::size_t destination) {
+    ReferenceItems moved;
     for (const std::size_t row : rows)
         moved.push_back(store.items[row]);
-    PlainItems result;
+    ReferenceItems result;
     for (std::size_t i = 0; i <= store.items.size(); ++i) {
         if (i == destination)
             result.insert(result.end(), moved.begin(), moved.end());
@@ -177,7 +179,7 @@ void PlainSettings::moveRows(PlainStore& store, const std::set<std::size_t>& row
     store.save();
 }
 
-void PlainSettings::moveSelected(PlainStore& store, bool up) const {
+void ReferenceSettings::moveSelected(ReferenceStore& store, bool up) const {
     const auto row = selectedRow(store);
     if (!row)
         return;
@@ -187,7 +189,7 @@ void PlainSettings::moveSelected(PlainStore& store, bool up) const {
         moveRows(store, {*row}, *row + 2);
 }
 
-void PlainPopover::step(Step step, std::size_t count) {
+void ReferencePopover::step(Step step, std::size_t count) {
     constexpr std::size_t page = 9; // rows that fit without scrolling
     if (count == 0)
         return;
@@ -204,7 +206,7 @@ void PlainPopover::step(Step step, std::size_t count) {
     }
 }
 
-void PlainPopover::tap(PlainStore& store, const PlainItem& item) {
+void ReferencePopover::tap(ReferenceStore& store, const ReferenceItem& item) {
     store.execute(item);
     store.queue.emplace_back([this] { ++closes; });
 }

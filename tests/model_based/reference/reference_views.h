@@ -1,7 +1,7 @@
 #pragma once
-// The rules of the views said again in the plainest way, over a PlainStore.
+// Reference model of the views' rules, over a ReferenceStore.
 
-#include "tests/views/random/plain_store.h"
+#include "tests/model_based/reference/reference_store.h"
 
 #include <chrono>
 #include <cstddef>
@@ -12,62 +12,62 @@
 namespace kestrel::tests {
 
 /// Finding a row by its first letters.
-struct PlainTypeSelect {
+struct ReferenceTypeSelect {
     std::string prefix;
     Date last;
 
-    std::optional<std::size_t> typed(const std::string& text, const PlainItems& items,
+    std::optional<std::size_t> typed(const std::string& text, const ReferenceItems& items,
                                      std::optional<std::size_t> current, Date now);
 };
 
 /// The form of a sheet. `title` and the three others are what its controls show.
-struct PlainForm {
+struct ReferenceForm {
     enum class Sheet { add, edit };
 
     Sheet sheet = Sheet::add;
-    std::optional<PlainItem> existing;
+    std::optional<ReferenceItem> existing;
     std::string title;
     std::string type = "App";
     std::string path;
     std::string command;
     bool isOrphan = false; ///< its window has gone
 
-    PlainForm(Sheet which, const std::optional<PlainItem>& item);
+    ReferenceForm(Sheet which, const std::optional<ReferenceItem>& item);
     std::string trimmedTitle() const;
     void chose(const std::string& chosenPath, const std::string& name);
 
     /// What saving hands over; the id of a new item is its owner's to set.
-    PlainItem record() const;
+    ReferenceItem record() const;
 };
 
-struct PlainSettings {
+struct ReferenceSettings {
     std::optional<std::string> selected;
     std::optional<std::string> committed;
     bool showsAddSheet = false;
-    std::optional<PlainItem> edited;
-    PlainTypeSelect typeSelect;
+    std::optional<ReferenceItem> edited;
+    ReferenceTypeSelect typeSelect;
 
     void select(const std::optional<std::string>& id);
-    std::optional<std::size_t> committedRow(const PlainStore& store) const;
-    std::optional<std::size_t> selectedRow(const PlainStore& store) const;
-    void editCommitted(const PlainStore& store);
-    void deleteCommitted(PlainStore& store);
-    void deleteItem(PlainStore& store, const std::string& id);
-    void deleteRows(PlainStore& store, const std::set<std::size_t>& rows);
-    static void moveRows(PlainStore& store, const std::set<std::size_t>& rows,
+    std::optional<std::size_t> committedRow(const ReferenceStore& store) const;
+    std::optional<std::size_t> selectedRow(const ReferenceStore& store) const;
+    void editCommitted(const ReferenceStore& store);
+    void deleteCommitted(ReferenceStore& store);
+    void deleteItem(ReferenceStore& store, const std::string& id);
+    void deleteRows(ReferenceStore& store, const std::set<std::size_t>& rows);
+    static void moveRows(ReferenceStore& store, const std::set<std::size_t>& rows,
                          std::size_t destination);
-    void moveSelected(PlainStore& store, bool up) const;
+    void moveSelected(ReferenceStore& store, bool up) const;
 };
 
-struct PlainPopover {
+struct ReferencePopover {
     enum class Step { previous, next, pageUp, pageDown, first, last };
 
     std::optional<std::size_t> hovered;
     int closes = 0;
-    PlainTypeSelect typeSelect;
+    ReferenceTypeSelect typeSelect;
 
     void step(Step step, std::size_t count);
-    void tap(PlainStore& store, const PlainItem& item);
+    void tap(ReferenceStore& store, const ReferenceItem& item);
 };
 
 } // namespace kestrel::tests
