@@ -1,4 +1,4 @@
-"""The running program among broken files, odd texts and missing parts of the desktop."""
+"""The running program with broken files, odd texts and missing parts of the desktop."""
 import os
 
 from harness.case import DesktopTest

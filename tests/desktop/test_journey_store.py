@@ -1,4 +1,4 @@
-"""What the running program shows and stores when the two stores hold this and that."""
+"""What the running program shows and stores for each content of the two stores."""
 import os
 
 from harness.case import DesktopTest

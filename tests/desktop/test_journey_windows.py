@@ -1,4 +1,4 @@
-"""How the windows behave: sizes, hovering, what survives what."""
+"""How the windows behave: sizes, hovering, closing and reopening."""
 from harness.case import DesktopTest
 from harness.images import Rect
 from harness.input_driver import APP, COMMAND, FILE

@@ -162,7 +162,7 @@ class KilledTest(StoredListsTest):
         self.activate()
         for path in (self.local, self.cloud):
             self.assertTrue(self.read(path) == wanted, path)
-        self.assertEqual(self.litter(), [])
+        self.assertEqual(self.leftovers(), [])
         self.kill(again)
 
 

@@ -122,7 +122,7 @@ class GnomeTest(ShellTest):
         self.assert_follows_dark(GnomeOnWayland)
 
     def assert_fits_a_dense_screen(self, desktop):
-        """Where all is twice as large."""
+        """On a screen of scale 2."""
         self.start_session(desktop(width=1920, height=1200))
         self.start_program()
         self.find_icon()
@@ -168,7 +168,7 @@ class StockGnomeTest(ShellTest):
         self.assertLessEqual(x + width - content.x - content.width, self.slack, content)
 
     def time_until_the_popover(self, environment):
-        """Seconds from the program's being there."""
+        """Seconds from when the program has its bus name."""
         self.start_kestrel(environment)
         wait_for(lambda: self.desktop.has_bus_name(BUS_NAME), what="the program's bus name")
         start = time.monotonic()

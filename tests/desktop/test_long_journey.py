@@ -24,7 +24,7 @@ class PointerJourney(Journey):
 
     def test_journey_by_pointer_from_first_start_to_restart(self):
         self.start_desktop(panel="fake", panel_options=("--bar=dock",))
-        self.travel()
+        self.run_journey()
 
 
 class KeyboardJourney(Journey):
@@ -33,7 +33,7 @@ class KeyboardJourney(Journey):
 
     def test_journey_by_keyboard_alone_from_first_start_to_restart(self):
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()
 
 
 class AccessibleJourney(Journey):
@@ -42,7 +42,7 @@ class AccessibleJourney(Journey):
 
     def test_journey_through_the_accessible_tree_alone_from_first_start_to_restart(self):
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()
 
 
 class GermanJourney(Journey):
@@ -53,4 +53,4 @@ class GermanJourney(Journey):
     def test_journey_in_german_shows_german_texts_and_stores_the_same_list(self):
         self.assertEqual(self.words["Cancel"], "Abbrechen")
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()

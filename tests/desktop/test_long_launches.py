@@ -1,4 +1,4 @@
-"""Launches in numbers and among faults: the program and the popover keep working."""
+"""Many launches, and launches with faults: the program and the popover keep working."""
 import os
 import time
 
@@ -8,7 +8,7 @@ from harness.program import popover_content
 
 # How often test_launches_in_quick_succession_are_all_done clicks.
 COUNT = int(os.environ.get("KESTREL_LAUNCHES", "100"))
-# What memory may come and go, in KiB: much less than a leak in each launch would make.
+# How much memory may vary, in KiB: much less than a leak in each launch would make.
 MEMORY_MARGIN = 512
 # How long, in seconds, a file system does not answer.
 STALL = 8

@@ -119,7 +119,7 @@ class PlasmaTest(PanelTest):
     # The place.
 
     def assert_second_start_opens_at(self, rect):
-        """Its user has forgotten that it runs."""
+        """Its user starts it although it runs."""
         self.assertEqual(self.desktop.start([self.desktop.program]).wait(), 0)
         self.assertIsNone(self.bar.misplacement(self.content(), rect, self.slack))
         self.close()
@@ -201,7 +201,7 @@ class PlasmaTest(PanelTest):
         self.assertEqual(self.below.text, text)
 
     def assert_closes_by_keys(self, *keys):
-        """Such as give the keyboard to something else."""
+        """What gives the keyboard to something else."""
         for key in keys:
             self.assert_opens()
             self.desktop.key(key)

@@ -79,7 +79,7 @@ class SilentFoldersTest(StoredListsTest):
         self.calls.release()
         self.wait_until(lambda: self.read(self.cloud) == list_of("bca"), "the save in the cloud")
         self.kestrel.wait_for_rows(["b", "c", "a"])
-        self.wait_until(lambda: not self.litter(), "no file to be left over")
+        self.wait_until(lambda: not self.leftovers(), "no file to be left over")
 
     def test_program_ends_while_the_cloud_folder_does_not_answer(self):
         self.start_desktop(panel="fake", panel_options=["--bar=dock"])

@@ -18,7 +18,7 @@ from harness.x11_client import X11Client
 OPENINGS = int(os.environ.get("KESTREL_OPENINGS", "1500"))
 WINDOWS = OPENINGS // 10
 ROUNDS = 20
-# What the second half of the day may add to the memory: the heap's own unrest. A window of settings
+# What the second half of the day may add to the memory: the heap's own variation. A settings window
 # or an opening that left anything behind would show as far more.
 ALLOWED_KIB = 512
 # The toolkit keeps one cursor of each shape from its first use: the arrow, and the text cursor that

@@ -104,7 +104,7 @@ class Node:
                 continue    # it went away while we looked
 
     def find_all(self, role=None, name=None):
-        """What is shown below it with that role and a name that the whole pattern fits."""
+        """The shown nodes below it with that role and a name that matches the whole pattern."""
         found = []
         for _, node in self.walk():
             try:

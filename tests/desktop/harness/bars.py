@@ -1,5 +1,5 @@
-"""A panel's bar as its user sees it: where it is, where on it the status icon is, how well that is
-to be seen, and whether a popover hangs from it as it should."""
+"""A panel's bar as its user sees it: where it is, where on it the status icon is, how well that
+can be seen, and whether a popover is placed at it as it should be."""
 import collections
 import time
 from typing import NamedTuple
@@ -7,7 +7,7 @@ from typing import NamedTuple
 from harness.images import Rect
 from harness.processes import wait_for
 
-# A bar has a hairline at its rim, and some a shading that is fainter than any icon.
+# A bar has a thin border, and some have a gradient that is fainter than any icon.
 RIM = 3
 FAINTEST_MARK = 60
 
@@ -76,7 +76,7 @@ class Bar(NamedTuple):
         return wait_for(settled, limit, f"the status icon on the bar at the {self.edge}")
 
     def misplacement(self, popover, icon, slack=10):
-        """What is wrong with where a popover is, or None: it shall be on the bar's screen, clear
+        """What is wrong with where a popover is, or None: it must be on the bar's screen, clear
         of the bar and close to it, and as nearly centred on the icon as the screen lets it, within
         `slack` pixels."""
         where = f"popover {popover}, icon {icon}, bar {self.rect}"

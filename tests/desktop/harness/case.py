@@ -1,4 +1,4 @@
-"""What the tests of the running program share."""
+"""Base class of the tests of the running program."""
 import os
 import signal
 import time
@@ -34,13 +34,13 @@ class DesktopTest(unittest.TestCase):
 
     def start_kestrel(self, environment=None, words=None, command=None, tracer=(), **options):
         """Starts the program on the test's desktop (see Kestrel and Process), by another command if
-        need be, behind the words of a tracer if there are."""
+        one is given, under a tracer if there is one."""
         command = command or [os.environ["KESTREL_PROGRAM"]]
         self.kestrel = Kestrel(self.desktop, [*tracer, *command], environment, words, **options)
         return self.kestrel
 
     def assert_stays(self, condition, seconds=0.4):
-        """Something is so, and is still so a moment later."""
+        """The condition holds, and still does a moment later."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             self.assertTrue(condition())

@@ -1,4 +1,4 @@
-"""What the tests of the cloud folder share: a data folder and lists to put there."""
+"""Base class of the tests of the cloud folder: a data folder and lists to put there."""
 import os
 import shutil
 

@@ -235,12 +235,12 @@ class Session:
 
     def x11_windows(self):
         """The windows that the X server shows and that have a name, the topmost first, one after
-        another. The parts of a window manager's frames have none."""
+        another. The parts of a window manager's frames have no name."""
         tree = self.run("xwininfo", "-root", "-tree")
         for line in re.finditer(r'^\s+(0x[0-9a-f]+) "(.*)": \(.*?\)\s+(\d+)x', tree, re.M):
             if int(line[3]) <= 1:
                 continue
-            # The tree may be older than the window's being shown: only this is of one moment.
+            # The tree may be out of date: only this tells the state and the place at one moment.
             now = self.run("xwininfo", "-id", line[1])
             if "IsViewable" not in now:
                 continue
@@ -346,8 +346,8 @@ class Desktop(Session):
             raise RuntimeError("the X server did not start:\n" + "\n".join(server.lines))
         self.environment.update(DISPLAY=":" + number, XDG_SESSION_TYPE="x11", GDK_BACKEND="x11")
         self._xlib = _Xlib(self.environment["DISPLAY"])
-        # The first key from a test makes its keyboard the server's, whereupon a window manager
-        # takes its shortcuts anew and may miss one: it had better come before there is any.
+        # The first key from a test makes its keyboard the server's; a window manager that runs then
+        # grabs its shortcuts again and may miss one, so it is sent before there is any.
         self.run("xdotool", "key", "Shift_L")
 
     def _start_window_manager(self, name, compositor):

@@ -20,7 +20,7 @@ class Journey(DesktopTest):
     environment = None
     limit = 110
 
-    def travel(self):
+    def run_journey(self):
         self.first_start()
         self.refuse_and_trim_titles()
         self.add_each_kind()

@@ -1,5 +1,5 @@
-"""What tests of real launches share: programs that record how they were started, and a look at the
-processes and terminal windows that a launch makes."""
+"""Base class of the tests of real launches: programs that record how they were started, and a look
+at the processes and terminal windows that a launch makes."""
 import glob
 import json
 import os
@@ -141,7 +141,7 @@ class LaunchingTest(DesktopTest):
         self.kestrel.wait_for_no_popover()
 
     def launch_row(self, row):
-        """The same by keys, for a row that may be out of sight."""
+        """The same by keys, for a row that may be scrolled out of view."""
         self.kestrel.open_popover()
         wait_for(self.takes_keys, what="the popover to take keys")
         self.desktop.key(*["Down"] * row, "Return")
@@ -169,7 +169,7 @@ class LaunchingTest(DesktopTest):
         self.assertEqual(record["folder"], self.desktop.path("home"))
 
     def assert_shares_nothing(self, pid):
-        """No socket, pipe or other nameless thing of ours is open in another process."""
+        """No socket, pipe or other unnamed object of ours is open in another process."""
         nameless = {target for target in descriptors(self.kestrel.process.pid).values()
                     if target.startswith(("socket:", "pipe:", "/memfd:"))}
         self.assertTrue(nameless)
@@ -188,7 +188,7 @@ class LaunchingTest(DesktopTest):
     # Terminal windows.
 
     def clients(self):
-        """The ids of the windows that the window manager manages, in the order of their coming."""
+        """The ids of the windows that the window manager manages, in the order of opening."""
         return re.findall(r"0x[0-9a-f]+",
                           self.desktop.run("xprop", "-root", "_NET_CLIENT_LIST"))
 

@@ -1,5 +1,5 @@
-"""File systems of a test's own, for root and ordinary users alike: mounted in a name space that
-only the programs see that are started in it."""
+"""File systems for one test, which need no root: mounted in a namespace that only the programs see
+that are started in it."""
 import shlex
 import subprocess
 
@@ -9,7 +9,7 @@ ENTER = ("unshare", "--user", "--map-current-user", "--keep-caps", "--mount")
 
 
 def can_mount():
-    """Whether this machine lets its users have such a name space."""
+    """Whether this machine lets its users have such a namespace."""
     try:
         return subprocess.run([*ENTER, "mount", "-t", "tmpfs", "none", "/mnt"], check=False,
                               capture_output=True, timeout=20).returncode == 0
@@ -18,7 +18,7 @@ def can_mount():
 
 
 class Mounts:
-    """A name space that lives until `close`."""
+    """A namespace that lives until `close`."""
 
     def __init__(self, environment):
         self._shell = subprocess.Popen(
@@ -26,7 +26,7 @@ class Mounts:
             text=True, preexec_fn=own_session_that_dies_with_us)
 
     def run(self, *command):
-        """Runs a command in the name space, with its rights."""
+        """Runs a command in the namespace, with its rights."""
         self._shell.stdin.write(f"{shlex.join(command)} >&2; echo $?\n")
         self._shell.stdin.flush()
         status = self._shell.stdout.readline().strip()
@@ -42,12 +42,12 @@ class Mounts:
         self.run("mount", "-o", "remount," + how, path)
 
     def command(self, *program):
-        """Starts a program in the name space, with its user's rights."""
+        """Starts a program in the namespace, with its user's rights."""
         return ["nsenter", f"--target={self._shell.pid}", "--user", "--mount",
                 "--preserve-credentials", "--", *program]
 
     def path(self, path):
-        """Where a file of the name space is from outside."""
+        """Where a file of the namespace is from outside."""
         return f"/proc/{self._shell.pid}/root{path}"
 
     def close(self):

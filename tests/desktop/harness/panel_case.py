@@ -10,7 +10,7 @@ class PanelTest(DesktopTest):
     """For a desktop whose bars a subclass shows and ends; `bar` is the one that is shown."""
 
     limit = 240
-    # No icon needs more contrast to be told from its bar.
+    # An icon with this contrast can be told from its bar.
     readable = 100
     # How many pixels nearer to the icon the popover could be at most.
     slack = 10
@@ -155,7 +155,7 @@ class PanelTest(DesktopTest):
         self.assert_toggles()
 
     def assert_short_life(self):
-        """For a panel that speaks to the program as another does."""
+        """For a panel with the same protocol as one that has had the whole test."""
         self.prepare()
         self.start_with_bar("top")
         self.assert_toggles(LONG)

@@ -1,4 +1,4 @@
-"""Processes of a test: started with their output collected, waited for, and ended for certain.
+"""Processes of a test: started with their output collected, waited for, and reliably ended.
 
 Whatever a `ProcessGroup` starts carries the group's mark in its environment, so that also what
 those processes start (services that the bus activates, for one) is found and ended by its id.
@@ -27,7 +27,7 @@ class Timeout(AssertionError):
 
 def wait_for(condition, limit=DEFAULT_TIMEOUT, what="a condition", pause=0.02):
     """Asks `condition` until it gives something true and returns that; `Timeout` after `limit`
-    seconds. A D-Bus error does not end the wait: an object may go at that moment, and come again."""
+    seconds. A D-Bus error does not end the wait: an object may be replaced at that moment."""
     end = time.monotonic() + limit
     while True:
         error = None
@@ -38,7 +38,7 @@ def wait_for(condition, limit=DEFAULT_TIMEOUT, what="a condition", pause=0.02):
         except dbus.DBusException as failure:
             error = failure
         if time.monotonic() > end:
-            raise Timeout(f"waited {limit} s in vain for {what}") from error
+            raise Timeout(f"waited {limit} s for {what}") from error
         time.sleep(pause)
 
 

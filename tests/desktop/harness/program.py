@@ -240,7 +240,7 @@ class Kestrel:
         wait_for(lambda: not self.form_is_open(), what="the form to close")
 
     def in_form(self, node):
-        """Whether a node stands in one line with the form's "Cancel"."""
+        """Whether a node is in the same row as the form's "Cancel"."""
         cancel = self.accessible.find("push button", self.word("Cancel")).rect
         return abs(node.rect.center[1] - cancel.center[1]) <= cancel.height // 2
 

@@ -11,8 +11,9 @@ from harness.processes import Timeout, wait_for
 from harness.program import item, popover_content
 from harness.shell_session import text_of
 
-# Nobody types or clicks sooner after a click than this, in seconds; shells need part of it.
-FINGERS = 0.5
+# A user takes at least this long, in seconds, from a click to the next key or click; shells need
+# part of it.
+REACTION_TIME = 0.5
 # A shell that has opened something of its own may take the first Escape or click for that.
 TRIES = 2
 
@@ -24,7 +25,7 @@ class ShellTest(PanelTest):
     empty_part = 0.3
 
     def start_session(self, desktop):
-        """Begins with a desktop that has been made."""
+        """Begins with a desktop that has been started."""
         self.desktop = self.enterContext(desktop)
         self.bar = self.desktop.bar()
         self.prepare()
@@ -52,8 +53,8 @@ class ShellTest(PanelTest):
     # The icon.
 
     def find_icon(self):
-        """The bar shows one icon, which can be read and stays: the extension takes in what it does
-        not go on to keep."""
+        """The bar shows one icon, which can be read and stays: the extension also shows icons that
+        it drops again."""
         self.desktop.move(*self.elsewhere())
 
         def settled():
@@ -80,7 +81,7 @@ class ShellTest(PanelTest):
 
     def type_into_popover(self, letters, title):
         """Letters find the row of that title."""
-        self.assert_stays(self.kestrel.popover, FINGERS)
+        self.assert_stays(self.kestrel.popover, REACTION_TIME)
         self.desktop.type(letters)
         self.wait_until(lambda: self.selected_rows() == [title], "the row that is typed")
 
@@ -89,7 +90,7 @@ class ShellTest(PanelTest):
         return [row.name for row in rows if "selected" in row.states]
 
     def open_editor(self, title="Editor"):
-        """A window beneath, which has the keyboard."""
+        """A window below the popover, which has the keyboard."""
         editor = self.desktop.open_editor(title)
         self.desktop.click(*self.place_in(title))
         self.type_into(editor, "a")
@@ -139,7 +140,7 @@ class ShellTest(PanelTest):
         try:
             wait_for(lambda: not self.kestrel.popover(), limit=2)
         except Timeout:
-            pass    # it was the shell that has heard it
+            pass    # the shell took it
 
     def assert_opens_at_a_second_start(self):
         self.second_start()
@@ -148,7 +149,7 @@ class ShellTest(PanelTest):
         self.assert_stays_closed()
 
     def assert_closes_for_another_window(self):
-        """That its user brings forward from the keyboard, say."""
+        """One that its user brings forward by the keyboard, for example."""
         other = self.desktop.open_editor("Other")
         self.desktop.raise_window("Editor")
         self.assert_opens()
@@ -210,7 +211,7 @@ class ShellTest(PanelTest):
 
     def launch(self, title):
         self.assert_opens()
-        self.assert_stays(self.kestrel.popover, FINGERS)
+        self.assert_stays(self.kestrel.popover, REACTION_TIME)
         self.kestrel.click_row(title)
         self.desktop.wait_for_focus(title)
 
@@ -218,7 +219,7 @@ class ShellTest(PanelTest):
         order = [window.title for window in self.desktop.shell_windows()]
         return order.index(title) > order.index(other)
 
-    # Looks.
+    # Colours.
 
     def background(self):
         """The commonest colour of the open popover, as a grey from 0 to 255."""

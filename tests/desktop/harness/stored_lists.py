@@ -1,4 +1,4 @@
-"""What tests of the program's files share: the files, and quick ways to a save and back."""
+"""Base class of the tests of the program's files: the files, and quick ways to make it save."""
 import os
 import shutil
 
@@ -23,7 +23,7 @@ def list_of(titles):
 
 
 class StoredListsTest(DesktopTest):
-    """The lists stand in `data`, a folder on the test's desktop, which may be mounted."""
+    """The lists are in `data`, a folder on the test's desktop, which may be mounted."""
 
     calls = None
     mounts = None
@@ -70,8 +70,8 @@ class StoredListsTest(DesktopTest):
                 with open(path, "wb") as file:
                     file.write(data)
 
-    def litter(self):
-        """The files in the data folder that are none of the program's lasting ones."""
+    def leftovers(self):
+        """The files in the data folder that do not belong there between two saves."""
         return [os.path.join(folder, name)
                 for folder, _, names in os.walk(self.data)
                 for name in names if name not in LASTING]
@@ -85,7 +85,7 @@ class StoredListsTest(DesktopTest):
         if self.calls:
             self.calls.close()
         elif not can_listen():
-            self.skipTest("this machine lets nobody listen to a program's system calls")
+            self.skipTest("this machine does not let a program's system calls be intercepted")
         self.calls = SystemCalls(self.data)
         return self.calls
 
@@ -121,4 +121,4 @@ class StoredListsTest(DesktopTest):
         """The lists are those, whole, and nothing else is there."""
         for path in paths:
             self.assertEqual(self.read(path), list_of(titles), path)
-        self.assertEqual(self.litter(), [])
+        self.assertEqual(self.leftovers(), [])

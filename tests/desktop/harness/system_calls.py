@@ -63,7 +63,7 @@ def _filter(numbers):
 
 
 def can_listen():
-    """Whether this machine lets a program's calls be listened to."""
+    """Whether this machine lets a program's calls be intercepted."""
     calls = None
     try:
         calls = SystemCalls("/")
