@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds Kestrel and starts it: in this session, or, where there is no display, on a virtual
-# desktop, where it is led through a whole journey (pictures in build/tour/).
+# desktop, where it is led through a whole journey (screenshots in build/tour/).
 # With --tour the journey is made although there is a display.
 set -euo pipefail
 cd "$(dirname "$0")"

@@ -25,10 +25,10 @@ sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 import dbus  # noqa: E402
 import dbus.bus  # noqa: E402
 
-from desktop import ITEM, Desktop  # noqa: E402
-from processes import wait_for  # noqa: E402
-from program import encoded, item  # noqa: E402
-from quick_hands import QuickHands  # noqa: E402
+from harness.desktop import ITEM, Desktop  # noqa: E402
+from harness.processes import wait_for  # noqa: E402
+from harness.program import encoded, item  # noqa: E402
+from harness.x11_client import X11Client  # noqa: E402
 from table import Table  # noqa: E402
 
 TURNS = 3
@@ -88,12 +88,12 @@ class Asking(threading.Thread):
 
 
 class Load:
-    """The program on a desktop of its own, worked by quick hands.
+    """The program on a desktop of its own, driven over one connection to the X server.
 
     The longest pause of all acts is a row of the table; `tell` is called with each act's.
     """
 
-    # The longest pause by the number of items: one frame at 60 Hz, and what no hand notices.
+    # The longest pause by the number of items: one frame at 60 Hz, and what no user notices.
     GOALS_MS = {10_000: 1000 / 60, 100_000: 50}
 
     def __init__(self, program, count, table, tell=lambda act, milliseconds: None):
@@ -137,7 +137,7 @@ class Load:
         call = self.desktop.status_item().get_dbus_method("Activate", ITEM)
         call(0, 0, signature="ii", timeout=60)
         if self.popover:
-            self.hands.wait_until_shown(self.popover, shown)
+            self.client.wait_until_shown(self.popover, shown)
 
     def popover_acts(self):
         self.popover = None
@@ -154,21 +154,21 @@ class Load:
         @contextlib.contextmanager
         def opened():
             self.toggle(True)
-            yield self.hands.place(self.popover)
+            yield self.client.place(self.popover)
             self.toggle(False)
 
         def keys(*names):
             def act(_):
                 with opened():
                     for name in names:
-                        self.hands.key(name)
+                        self.client.key(name)
                         time.sleep(0.02)
             return act
 
         def hover(_):
             with opened() as (x, y):
                 for step in range(40):
-                    self.hands.move(x + 120, y + 20 + step * 7 % rect.height)
+                    self.client.move(x + 120, y + 20 + step * 7 % rect.height)
                     time.sleep(0.005)
 
         self.measure("popover, hover", hover)
@@ -179,14 +179,14 @@ class Load:
     def settings_acts(self):
         def open_window(_=None):
             self.toggle(True)
-            x, y = self.hands.place(self.popover)
-            self.hands.click(x + 40, y + 361 - 20)
-            self.window = wait_for(self.hands.managed_windows, 30, "the window", pause=0.002)[0]
-            self.hands.wait_until_shown(self.window)
+            x, y = self.client.place(self.popover)
+            self.client.click(x + 40, y + 361 - 20)
+            self.window = wait_for(self.client.managed_windows, 30, "the window", pause=0.002)[0]
+            self.client.wait_until_shown(self.window)
 
         def close_window():
-            self.hands.key("Alt_L", "F4")
-            wait_for(lambda: not self.hands.managed_windows(), 30, "the window to go")
+            self.client.key("Alt_L", "F4")
+            wait_for(lambda: not self.client.managed_windows(), 30, "the window to go")
 
         def opening(_):
             open_window()
@@ -195,24 +195,24 @@ class Load:
         self.measure("settings window opened and closed", opening)
         open_window()
         self.settle()
-        x, y = self.hands.place(self.window)
+        x, y = self.client.place(self.window)
 
         def keys(*names):
             def act(_):
                 for name in names:
-                    self.hands.key(*name.split("+"))
+                    self.client.key(*name.split("+"))
                     time.sleep(0.03)
             return act
 
         def drag_bar(_):
-            self.hands.drag((x + 510, y + 70), (x + 510, y + 330), 25)
+            self.client.drag((x + 510, y + 70), (x + 510, y + 330), 25)
 
         def hover(_):
             for step in range(40):
-                self.hands.move(x + 200, y + 60 + step * 9 % 300)
+                self.client.move(x + 200, y + 60 + step * 9 % 300)
                 time.sleep(0.005)
 
-        self.hands.click(x + 200, y + 80)
+        self.client.click(x + 200, y + 80)
         self.measure("settings, hover", hover)
         self.measure("settings, scrolled by keys", keys(*["Next"] * 10, "End", "Home"))
         self.measure("settings, scrolled by the bar", drag_bar)
@@ -249,7 +249,7 @@ class Load:
         with Desktop(window_manager="openbox") as self.desktop:
             self.desktop.write("data/kestrel/launcherItems", encoded(self.rows))
             self.desktop.start_panel("fake")
-            self.hands = QuickHands(self.desktop.environment["DISPLAY"])
+            self.client = X11Client(self.desktop.environment["DISPLAY"])
             self.process = self.desktop.start([str(self.program)],
                                               {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None})
             wait_for(self.desktop.status_items, 30, "the icon")
@@ -260,7 +260,7 @@ class Load:
             self.settings_acts()
             self.outside_acts()
             self.asking.stop()
-            self.hands.close()
+            self.client.close()
         longest = max(self.pauses, key=self.pauses.get)
         self.table.limit(f"longest pause, {self.count:,} items: {longest}", self.pauses[longest],
                          self.GOALS_MS[self.count], "the most that is allowed")

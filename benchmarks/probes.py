@@ -7,7 +7,7 @@ import struct
 import subprocess
 import time
 
-from processes import wait_for
+from harness.processes import wait_for
 
 
 def cpu_ms(pid):

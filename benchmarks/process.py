@@ -21,13 +21,13 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 
-from desktop import ITEM, Desktop  # noqa: E402
+from harness.desktop import ITEM, Desktop  # noqa: E402
+from harness.processes import wait_for  # noqa: E402
+from harness.program import encoded, item  # noqa: E402
+from harness.round_trips import RoundTrips  # noqa: E402
 from load import Load  # noqa: E402
 from probes import (Instructions, Screen, cpu_ms, is_idle, memory_mib,  # noqa: E402
                     programs_with, wake_ups)
-from processes import wait_for  # noqa: E402
-from program import encoded, item  # noqa: E402
-from round_trips import RoundTrips  # noqa: E402
 from table import Table  # noqa: E402
 
 STARTS = 9

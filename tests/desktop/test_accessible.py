@@ -1,9 +1,9 @@
 """The whole program through its accessible tree alone: no pointer, no key."""
 import os
 
-from case import DesktopTest
-from processes import wait_for
-from program import item, popover_height, store_before_start
+from harness.case import DesktopTest
+from harness.processes import wait_for
+from harness.program import item, popover_height, store_before_start
 
 
 class AccessibleTest(DesktopTest):

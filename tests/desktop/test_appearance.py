@@ -5,11 +5,10 @@ import sys
 
 import dbus
 
-import fakeportal
-from case import DesktopTest
-from program import popover_content
+from harness import fake_portal
+from harness.case import DesktopTest
+from harness.program import popover_content
 
-FOLDER = os.path.dirname(os.path.abspath(__file__))
 GNOME = "org.gnome.desktop.interface"
 LIGHT, DARK, BLACK, WHITE = range(180, 255), range(1, 80), range(0, 1), range(255, 256)
 
@@ -19,14 +18,14 @@ class AppearanceTest(DesktopTest):
 
     def start_portal(self, *numbers):
         portal = self.desktop.start_service(
-            [sys.executable, os.path.join(FOLDER, "fakeportal.py"), *map(str, numbers)])
+            [sys.executable, fake_portal.PROGRAM, *map(str, numbers)])
         portal.wait_for_line("^ready")
         return portal
 
     def switch(self, key, value):
         """Turns the portal's switch."""
-        portal = self.desktop.bus.get_object(fakeportal.NAME, fakeportal.PATH, introspect=False)
-        portal.Set(key, dbus.UInt32(value), dbus_interface=fakeportal.SWITCH, timeout=5)
+        portal = self.desktop.bus.get_object(fake_portal.NAME, fake_portal.PATH, introspect=False)
+        portal.Set(key, dbus.UInt32(value), dbus_interface=fake_portal.SWITCH, timeout=5)
 
     def start_settings_daemon(self, theme):
         """A daemon that tells X11 programs the theme, as Xfce's does."""
@@ -52,65 +51,65 @@ class AppearanceTest(DesktopTest):
         self.start_kestrel(environment)
         self.content = popover_content(self.kestrel.open_popover())
 
-    def ground(self):
-        """The brightness of the popover's ground, beside its contents, from 0 to 255."""
-        return sum(self.desktop.picture().pixel(self.content.x + 8, self.content.y + 60)) // 3
+    def background(self):
+        """The brightness of the popover's background, beside its contents, from 0 to 255."""
+        return sum(self.desktop.screenshot().pixel(self.content.x + 8, self.content.y + 60)) // 3
 
-    def wait_for_ground(self, brightness):
-        self.wait_until(lambda: self.ground() in brightness, f"a brightness in {brightness}")
+    def wait_for_background(self, brightness):
+        self.wait_until(lambda: self.background() in brightness, f"a brightness in {brightness}")
 
     def test_portals_switch_is_followed_from_the_start_and_live(self):
         self.start_desktop(panel="fake")
         self.start_portal(1)
         self.open_popover()
-        self.wait_for_ground(DARK)
+        self.wait_for_background(DARK)
         self.switch("color-scheme", 2)
-        self.wait_for_ground(LIGHT)
+        self.wait_for_background(LIGHT)
         self.switch("color-scheme", 1)
-        self.wait_for_ground(DARK)
+        self.wait_for_background(DARK)
         self.switch("contrast", 1)
-        self.wait_for_ground(BLACK)
+        self.wait_for_background(BLACK)
         self.switch("color-scheme", 0)
-        self.wait_for_ground(WHITE)
+        self.wait_for_background(WHITE)
 
     def test_portal_that_starts_late_is_followed_and_is_not_started(self):
         self.start_desktop(panel="fake")
         self.open_popover()
-        self.wait_for_ground(LIGHT)
-        self.assertFalse(self.desktop.has_bus_name(fakeportal.NAME))
+        self.wait_for_background(LIGHT)
+        self.assertFalse(self.desktop.has_bus_name(fake_portal.NAME))
         self.start_portal(1)
-        self.wait_for_ground(DARK)
+        self.wait_for_background(DARK)
 
     def test_gnome_without_a_portal_is_followed_by_its_settings(self):
         self.start_desktop(panel="fake")
         self.desktop.environment.update(GSETTINGS_BACKEND="keyfile")
         self.set_setting(GNOME, "color-scheme", "prefer-dark")
         self.open_popover(XDG_CURRENT_DESKTOP="GNOME")
-        self.wait_for_ground(DARK)
+        self.wait_for_background(DARK)
         self.set_setting(GNOME, "color-scheme", "default")
-        self.wait_for_ground(LIGHT)
+        self.wait_for_background(LIGHT)
         self.set_setting("org.gnome.desktop.a11y.interface", "high-contrast", "true")
-        self.wait_for_ground(WHITE)
+        self.wait_for_background(WHITE)
 
     def test_xfces_theme_is_followed(self):
         self.start_desktop(panel="fake")
         daemon = self.start_settings_daemon("Adwaita-dark")
         self.open_popover(XDG_CURRENT_DESKTOP="XFCE")
-        self.wait_for_ground(DARK)
+        self.wait_for_background(DARK)
         self.change_theme(daemon, "Adwaita")
-        self.wait_for_ground(LIGHT)
+        self.wait_for_background(LIGHT)
 
     def test_settings_daemon_that_starts_late_is_followed_on_plain_x11(self):
         self.start_desktop(panel="fake")
         self.open_popover()
-        self.wait_for_ground(LIGHT)
+        self.wait_for_background(LIGHT)
         self.start_settings_daemon("HighContrastInverse")
-        self.wait_for_ground(BLACK)
+        self.wait_for_background(BLACK)
 
     def test_users_own_style_stays_in_force(self):
         self.start_desktop(panel="fake")
         self.start_portal(1)
         self.open_popover(QT_STYLE_OVERRIDE="fusion")
-        self.wait_for_ground(LIGHT)
+        self.wait_for_background(LIGHT)
         self.switch("contrast", 1)
-        self.assert_stays(lambda: self.ground() in LIGHT)
+        self.assert_stays(lambda: self.background() in LIGHT)

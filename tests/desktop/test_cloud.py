@@ -4,19 +4,19 @@ import os
 import shutil
 import time
 
-from cloud import COMMAND, CloudCase, items
-from program import encoded, item, popover_height
+from harness.cloud import COMMAND, CloudCase, items
+from harness.program import encoded, item, popover_height
 
 BROKEN = b'[{"id":"00000000-0000-4000-8000-0000'
 NO_FOLDER, NOTHING = "no folder", None
 
 
-def by_hand(*titles):
-    """A list in bytes that nobody gets who decodes and encodes it."""
+def indented(*titles):
+    """The bytes of a list, laid out in another way than the program does."""
     return json.dumps(items(*titles), indent=1).encode()
 
 
-LOCAL, CLOUD = by_hand("Local"), by_hand("Cloud")
+LOCAL, CLOUD = indented("Local"), indented("Cloud")
 
 
 class LoadTest(CloudCase):

@@ -1,6 +1,6 @@
 """Edits in the settings window while lists arrive from another machine."""
-from cloud import COMMAND, CloudCase, items
-from program import encoded, item
+from harness.cloud import COMMAND, CloudCase, items
+from harness.program import encoded, item
 
 
 class EditsTest(CloudCase):

@@ -4,9 +4,9 @@ import os
 import threading
 import time
 
-from cloud import CloudCase, items
-from processes import wait_for
-from program import encoded, has_sanitizer, popover_height
+from harness.cloud import CloudCase, items
+from harness.processes import wait_for
+from harness.program import encoded, has_sanitizer, popover_height
 
 # Three lists of one length.
 LISTS = [["Alpha", "Bravo"], ["Delta", "Gamma"], ["Omega", "Sigma"]]
@@ -133,6 +133,6 @@ class WritersTest(CloudCase):
         self.put(encoded(items(*last)))
         kestrel.open_popover()
         self.assert_takes_in(encoded(items(*last)), last)
-        # From the third opening on: until then pictures and glyphs are taken in.
+        # From the third opening on: until then icons and glyphs are loaded.
         if not has_sanitizer():
             self.assertLess(kestrel.own_memory() - sizes[2][1], 2048, sizes)

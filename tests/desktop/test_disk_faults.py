@@ -6,9 +6,9 @@ import resource
 import shutil
 import stat
 
-from mounts import Mounts, can_mount
-from program import Kestrel, has_sanitizer
-from stored_lists import StoredListsTest, list_of
+from harness.mounts import Mounts, can_mount
+from harness.program import Kestrel, has_sanitizer
+from harness.stored_lists import StoredListsTest, list_of
 
 EMPTY_SIZE = 64 * 1024
 
@@ -38,7 +38,7 @@ class DiskTest(StoredListsTest):
         self.wait_for_bus_name(owned=False)
 
     def assert_saves_again(self, titles):
-        """A save is in vain no longer, and the next start shows it."""
+        """Saves work again, and the next start shows the saved list."""
         titles = self.swap_first(titles)
         self.assert_stored(titles, self.local)
         return titles
@@ -136,7 +136,7 @@ class MountedDataTest(DiskTest):
     def start_mounted(self, *folders):
         """A desktop with the data folder mounted, and these."""
         if not can_mount():
-            self.skipTest("this machine lets nobody mount in a name space of his own")
+            self.skipTest("this machine lets nobody make a mount namespace")
         self.start_desktop(panel="fake")
         self.mounts = Mounts(self.desktop.environment)
         for folder in ("data", *folders):

@@ -1,8 +1,8 @@
-"""The running program among broken files, odd texts and missing parts of the desktop."""
+"""The running program with broken files, odd texts and missing parts of the desktop."""
 import os
 
-from case import DesktopTest
-from program import encoded, item, popover_height, store_before_start
+from harness.case import DesktopTest
+from harness.program import encoded, item, popover_height, store_before_start
 
 LIST = ("data", "kestrel", "launcherItems")
 HOME_LIST = "home/.local/share/kestrel/launcherItems"

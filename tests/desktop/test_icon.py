@@ -1,7 +1,7 @@
 """The status icon and the popover in real panels, by a real pointer."""
-from case import DesktopTest
-from images import Rect
-from program import BUS_NAME, POPOVER_WIDTH, popover_height
+from harness.case import DesktopTest
+from harness.images import Rect
+from harness.program import BUS_NAME, POPOVER_WIDTH, popover_height
 
 SHORT, LONG = 0.08, 0.7
 

@@ -1,9 +1,10 @@
-"""What the running program shows and stores when the two stores hold this and that."""
+"""What the running program shows and stores for each content of the two stores."""
 import os
 
-from case import DesktopTest
-from hands import APP, COMMAND, PointerHands
-from program import encoded, item, popover_height, store_before_start
+from harness.case import DesktopTest
+from harness.input_driver import APP, COMMAND
+from harness.pointer_driver import PointerDriver
+from harness.program import encoded, item, popover_height, store_before_start
 
 LOCAL, CLOUD = "data/kestrel/launcherItems", "data/kestrel/cloud/launcherItems"
 FIRST = item(APP, "First", "/opt/first", "00000000-0000-4000-8000-00000000000A")
@@ -112,9 +113,9 @@ class StoreTest(DesktopTest):
         self.assertEqual(self.read(LOCAL), LOOSE)
         # Of two items with one id it is the first that is found.
         self.desktop.click(*kestrel.accessible.find("list", "Items").children[1].rect.center)
-        hands = PointerHands(kestrel)
-        hands.press_button("Edit")
-        hands.wait_for_text("Title", "First")
+        driver = PointerDriver(kestrel)
+        driver.press_button("Edit")
+        driver.wait_for_text("Title", "First")
         kestrel.finish_form("Save")
         self.wait_until(lambda: kestrel.is_stored(encoded(STRICT)), "the strict list")
 

@@ -2,10 +2,11 @@
 and from the store onto the screen."""
 import subprocess
 
-from accessible_hands import AccessibleHands
-from case import DesktopTest
-from hands import APP, COMMAND, FILE, PointerHands
-from program import encoded, item, store_before_start
+from harness.accessibility_driver import AccessibilityDriver
+from harness.case import DesktopTest
+from harness.input_driver import APP, COMMAND, FILE
+from harness.pointer_driver import PointerDriver
+from harness.program import encoded, item, store_before_start
 
 ROW_HEIGHT = 34
 LONG = "x" * 10_000
@@ -20,15 +21,15 @@ TEXTS = (
 class TextsTest(DesktopTest):
     """The form takes every text, and only the title is trimmed."""
 
-    def start(self, hands_class=AccessibleHands):
+    def start(self, driver_class=AccessibilityDriver):
         self.start_desktop(panel="fake")
         self.start_kestrel()
         self.kestrel.open_settings()
-        self.hands = hands_class(self.kestrel)
+        self.driver = driver_class(self.kestrel)
 
     def open_form(self, button="Add"):
-        self.hands.press_button(button)
-        self.hands.wait_for_form()
+        self.driver.press_button(button)
+        self.driver.wait_for_form()
 
     def titles(self):
         """The titles of all rows, those out of sight too."""
@@ -40,8 +41,8 @@ class TextsTest(DesktopTest):
         for number, text in enumerate(TEXTS):
             kind = (APP, FILE, COMMAND)[number % 3]
             self.open_form(button)
-            self.hands.fill_in(kind, text, f" {text} ")
-            self.hands.confirm()
+            self.driver.fill_in(kind, text, f" {text} ")
+            self.driver.confirm()
             items = self.kestrel.wait_for_stored([*items, item(kind, text, f" {text} ")])
             button = "Add"
         self.assertEqual(self.titles(), list(TEXTS))
@@ -58,11 +59,11 @@ class TextsTest(DesktopTest):
         self.open_form("Add First Item")
         blanks = "\t\u00a0\u1680\u2000\u2009\u202f\u205f\u3000 "
         for blank in (*blanks, blanks):
-            self.hands.set_text("Title", blank)
-            self.assert_stays(lambda: not self.hands.can_confirm(), 0.1)
+            self.driver.set_text("Title", blank)
+            self.assert_stays(lambda: not self.driver.can_confirm(), 0.1)
         # It is not a space, though it shows as none.
-        self.hands.set_text("Title", f"{blanks}a\u3000b\u200b{blanks}")
-        self.hands.confirm()
+        self.driver.set_text("Title", f"{blanks}a\u3000b\u200b{blanks}")
+        self.driver.confirm()
         self.kestrel.wait_for_stored([item(APP, "a\u3000b\u200b")])
 
     def copy(self, text):
@@ -71,26 +72,26 @@ class TextsTest(DesktopTest):
                        env=self.desktop.environment, timeout=10)
 
     def test_pasted_line_breaks_stay_in_the_text(self):
-        self.start(PointerHands)
+        self.start(PointerDriver)
         self.open_form("Add First Item")
-        self.hands.choose_kind(COMMAND)
+        self.driver.choose_kind(COMMAND)
         for name, text in (("Title", "Two\nlines"), ("Command", "echo one\necho two\n")):
             self.copy(text)
             self.kestrel.click_on("text", name)
             self.desktop.key("ctrl+v")
-            self.hands.wait_for_text(name, text)
-        self.hands.confirm()
+            self.driver.wait_for_text(name, text)
+        self.driver.confirm()
         self.kestrel.wait_for_stored([item(COMMAND, "Two\nlines", "echo one\necho two\n")])
 
     def test_letters_of_another_layout_and_dead_keys_are_typed(self):
-        self.start(PointerHands)
+        self.start(PointerDriver)
         self.desktop.run("setxkbmap", "de")
         self.open_form("Add First Item")
-        self.hands.set_text("Title", "Ärger öffnen, Maß & \"Grüße\" @ 5 €")
+        self.driver.set_text("Title", "Ärger öffnen, Maß & \"Grüße\" @ 5 €")
         self.kestrel.click_on("text", "App")
         self.desktop.key("dead_acute", "e", "dead_circumflex", "o")
-        self.hands.wait_for_text("App", "éô")
-        self.hands.confirm()
+        self.driver.wait_for_text("App", "éô")
+        self.driver.confirm()
         self.kestrel.wait_for_stored([item(APP, "Ärger öffnen, Maß & \"Grüße\" @ 5 €", "éô")])
 
     def test_texts_of_a_row_keep_to_their_lines(self):

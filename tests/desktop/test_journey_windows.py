@@ -1,8 +1,9 @@
-"""How the windows behave in the hands of a user: sizes, hovering, what survives what."""
-from case import DesktopTest
-from hands import APP, COMMAND, FILE, PointerHands
-from images import Rect
-from program import encoded, item, store_before_start
+"""How the windows behave: sizes, hovering, closing and reopening."""
+from harness.case import DesktopTest
+from harness.images import Rect
+from harness.input_driver import APP, COMMAND, FILE
+from harness.pointer_driver import PointerDriver
+from harness.program import encoded, item, store_before_start
 
 THREE = [item(*fields, f"00000000-0000-4000-8000-{i:012X}") for i, fields in enumerate((
     (APP, "Alpha", "/opt/alpha"), (FILE, "Bravo", "/opt/bravo"), (COMMAND, "Charlie", "c")), 1)]
@@ -31,7 +32,7 @@ class WindowsTest(DesktopTest):
         if items:
             store_before_start(self.desktop, list(items))
         self.start_kestrel(environment)
-        self.hands = PointerHands(self.kestrel)
+        self.driver = PointerDriver(self.kestrel)
         return self.kestrel
 
     def start_with_window(self, items=(), **options):
@@ -69,7 +70,7 @@ class WindowsTest(DesktopTest):
         self.desktop.run("xdotool", "windowminimize", self.window.id)
         self.desktop.wait_for_no_window(role="settings")
         self.assertEqual(kestrel.open_settings().id, self.window.id)
-        self.assertTrue(self.hands.is_enabled("Edit"))
+        self.assertTrue(self.driver.is_enabled("Edit"))
 
     def test_window_has_the_buttons_and_the_smallest_size_of_a_document(self):
         self.start_with_window()
@@ -101,7 +102,7 @@ class WindowsTest(DesktopTest):
     def test_row_clicked_last_is_the_one_that_edit_opens(self):
         kestrel = self.start_with_window(THREE)
         kestrel.click_row("Alpha")
-        self.wait_until(lambda: self.hands.is_enabled("Edit"), "Edit to react")
+        self.wait_until(lambda: self.driver.is_enabled("Edit"), "Edit to react")
         kestrel.click_row("Charlie")
         self.assert_stays(lambda: not kestrel.form_is_open())
         # It stays that one where it goes.
@@ -123,7 +124,7 @@ class WindowsTest(DesktopTest):
         cloud = "data/kestrel/cloud/launcherItems"
         self.start_desktop(panel="fake")
         self.desktop.write(cloud, encoded(THREE))
-        self.hands = PointerHands(self.start_kestrel())
+        self.driver = PointerDriver(self.start_kestrel())
         self.kestrel.open_settings()
         self.kestrel.click_row_actions("Bravo", "Edit")
         self.kestrel.set_field("Title", "Late")
@@ -140,30 +141,30 @@ class WindowsTest(DesktopTest):
         self.desktop.move(5, 400)
         kestrel.open_popover()
         row = kestrel.accessible.find("list item", "Bravo").rect
-        before = self.desktop.settled_picture(row)
+        before = self.desktop.settled_screenshot(row)
         self.desktop.move(*row.center)
         # Four points stay free on both sides, and the whole height is lit.
         lit = Rect(4, 0, row.width - 8, row.height)
-        self.wait_until(lambda: before.difference(self.desktop.picture().cut(row)) == lit,
+        self.wait_until(lambda: before.difference(self.desktop.screenshot().cut(row)) == lit,
                         "the highlight")
         self.desktop.move(row.x + 20, row.y + row.height + 10)
-        self.wait_until(lambda: not before.difference(self.desktop.picture().cut(row)),
+        self.wait_until(lambda: not before.difference(self.desktop.screenshot().cut(row)),
                         "the highlight to go")
 
     def test_actions_of_a_row_show_only_under_the_pointer_and_for_the_committed_one(self):
         kestrel = self.start_with_window(THREE)
         row = kestrel.accessible.find("list item", "Bravo").rect
         button = kestrel.row_button("Bravo").rect
-        before = self.desktop.settled_picture(button)
+        before = self.desktop.settled_screenshot(button)
 
         def is_shown():
-            change = before.difference(self.desktop.picture().cut(button))
+            change = before.difference(self.desktop.screenshot().cut(button))
             return change is not None and change.width > 8
 
         self.desktop.move(row.x + 60, row.center[1])
         self.wait_until(is_shown, "the button")
         self.desktop.move(row.x + 60, self.window.rect.y + 330)
-        self.wait_until(lambda: not before.difference(self.desktop.picture().cut(button)),
+        self.wait_until(lambda: not before.difference(self.desktop.screenshot().cut(button)),
                         "the button to go")
         kestrel.click_row("Bravo")
         self.desktop.click(row.x + 60, self.window.rect.y + 330)
@@ -195,19 +196,19 @@ class WindowsTest(DesktopTest):
         store_before_start(self.desktop, THREE)
         kestrel = self.start_kestrel({"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
                                       "KDE_SESSION_VERSION": "5"})
-        self.hands = PointerHands(kestrel)
+        self.driver = PointerDriver(kestrel)
         self.assert_dark(kestrel.open_popover().rect)
         self.assert_dark(kestrel.open_settings().rect)
         kestrel.click_on("push button", "Add")
-        self.hands.wait_for_form()
+        self.driver.wait_for_form()
         self.assert_dark(kestrel.accessible.find("dialog", "Add Item").rect)
 
     def assert_dark(self, rect):
         """Most of it is dark, and what is written on it is light."""
         def shades():
-            picture = self.desktop.picture().cut(rect)
-            return sorted(lightness(picture.pixel(x, y))
-                          for x in range(2, picture.width - 2, 2)
-                          for y in range(2, picture.height - 2, 2))
+            image = self.desktop.screenshot().cut(rect)
+            return sorted(lightness(image.pixel(x, y))
+                          for x in range(2, image.width - 2, 2)
+                          for y in range(2, image.height - 2, 2))
         found = self.wait_until(lambda: (s := shades())[-1] > 180 and s, "light texts")
         self.assertLess(found[int(len(found) * 0.9)], 80)

@@ -6,7 +6,7 @@ import shutil
 import signal
 import socket
 
-from launching import LaunchingTest, descriptors, state
+from harness.launching import LaunchingTest, descriptors, state
 
 APPIMAGE_MAGIC = b"AI\x02"
 

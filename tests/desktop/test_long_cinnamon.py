@@ -2,12 +2,12 @@
 import shutil
 import unittest
 
-from cinnamon import Cinnamon
-from shell_rounds import ShellRounds
+from harness.cinnamon import Cinnamon
+from harness.shell_case import ShellTest
 
 
 @unittest.skipUnless(shutil.which("cinnamon"), "no Cinnamon")
-class CinnamonTest(ShellRounds):
+class CinnamonTest(ShellTest):
     """On X11."""
 
     empty_part = 0.5
@@ -20,9 +20,9 @@ class CinnamonTest(ShellRounds):
         self.start_program()
         self.find_icon()
         self.assert_six_clicks()
-        note = self.open_note()
-        self.assert_keyboard_is_the_popovers(note)
-        self.assert_closes_by_clicks(self.place_in("Note"), self.elsewhere(),
+        editor = self.open_editor()
+        self.assert_keyboard_is_the_popovers(editor)
+        self.assert_closes_by_clicks(self.place_in("Editor"), self.elsewhere(),
                                      self.empty_place_on_the_bar())
         self.assert_opens_at_a_second_start()
         self.assert_other_buttons_do_nothing()

@@ -4,8 +4,8 @@ import os
 import shutil
 from typing import NamedTuple
 
-from stored_lists import StoredListsTest, list_of
-from system_calls import Fail, Kill
+from harness.stored_lists import StoredListsTest, list_of
+from harness.system_calls import Fail, Kill
 
 # They take turns, so that each call fails in three or four ways: every other one's are the rest.
 ERRORS = (errno.EIO, errno.ENOSPC, errno.EACCES, errno.EROFS, errno.EMFILE, errno.EDQUOT,
@@ -162,7 +162,7 @@ class KilledTest(StoredListsTest):
         self.activate()
         for path in (self.local, self.cloud):
             self.assertTrue(self.read(path) == wanted, path)
-        self.assertEqual(self.litter(), [])
+        self.assertEqual(self.leftovers(), [])
         self.kill(again)
 
 

@@ -3,11 +3,11 @@ import shutil
 import time
 import unittest
 
-from gnome import GnomeOnWayland, GnomeOnX11
-from processes import wait_for
-from program import BUS_NAME, popover_content, store_before_start
-from shell_rounds import ShellRounds
-from shell_session import text_of
+from harness.gnome import GnomeOnWayland, GnomeOnX11
+from harness.processes import wait_for
+from harness.program import BUS_NAME, popover_content, store_before_start
+from harness.shell_case import ShellTest
+from harness.shell_session import text_of
 
 # What the shell gives to a program that is started by its application grid.
 STARTED_BY_HAND = {GnomeOnX11: {"DESKTOP_STARTUP_ID": "gnome-shell/Kestrel/1-0-test_TIME1"},
@@ -15,7 +15,7 @@ STARTED_BY_HAND = {GnomeOnX11: {"DESKTOP_STARTUP_ID": "gnome-shell/Kestrel/1-0-t
 
 
 @unittest.skipUnless(shutil.which("gnome-shell"), "no GNOME Shell")
-class GnomeTest(ShellRounds):
+class GnomeTest(ShellTest):
     """With an icon."""
 
     def assert_other_buttons_do_nothing(self):
@@ -34,7 +34,7 @@ class GnomeTest(ShellRounds):
         self.desktop.show_overview(False)
 
     def assert_closable_in_the_overview(self):
-        """Opened there, it can be closed by Escape and by a click on the desktop's small picture,
+        """Opened there, it can be closed by Escape and by a click on the desktop's thumbnail,
         which leaves the overview."""
         x, y, width, height = self.bar.screen
         for place in (None, (x + width * 18 // 100, y + height // 2)):
@@ -58,9 +58,9 @@ class GnomeTest(ShellRounds):
         self.start_program()
         self.find_icon()
         self.assert_six_clicks()
-        note = self.open_note()
-        self.assert_keyboard_is_the_popovers(note)
-        self.assert_closes_by_clicks(self.place_in("Note"), self.elsewhere(),
+        editor = self.open_editor()
+        self.assert_keyboard_is_the_popovers(editor)
+        self.assert_closes_by_clicks(self.place_in("Editor"), self.elsewhere(),
                                      self.empty_place_on_the_bar())
         self.assert_opens_at_a_second_start()
         self.assert_other_buttons_do_nothing()
@@ -104,16 +104,16 @@ class GnomeTest(ShellRounds):
         self.start_program()
         self.find_icon()
         self.assert_opens()
-        self.wait_until(lambda: self.ground() > 180, "a light popover")
+        self.wait_until(lambda: self.background() > 180, "a light popover")
         self.desktop.set_setting("org.gnome.desktop.interface", "color-scheme", "prefer-dark")
-        self.wait_until(lambda: self.ground() < 90, "a dark popover")
+        self.wait_until(lambda: self.background() < 90, "a dark popover")
         self.desktop.key("Escape")
         self.assert_stays_closed()
         self.restart()
         self.assert_opens()
-        self.wait_until(lambda: self.ground() < 90, "a dark popover")
+        self.wait_until(lambda: self.background() < 90, "a dark popover")
         self.desktop.set_setting("org.gnome.desktop.interface", "color-scheme", "default")
-        self.wait_until(lambda: self.ground() > 180, "a light popover")
+        self.wait_until(lambda: self.background() > 180, "a light popover")
 
     def test_follows_dark_in_gnome_on_x11(self):
         self.assert_follows_dark(GnomeOnX11)
@@ -122,7 +122,7 @@ class GnomeTest(ShellRounds):
         self.assert_follows_dark(GnomeOnWayland)
 
     def assert_fits_a_dense_screen(self, desktop):
-        """Where all is twice as large."""
+        """On a screen of scale 2."""
         self.start_session(desktop(width=1920, height=1200))
         self.start_program()
         self.find_icon()
@@ -156,7 +156,7 @@ class GnomeTest(ShellRounds):
 
 
 @unittest.skipUnless(shutil.which("gnome-shell"), "no GNOME Shell")
-class StockGnomeTest(ShellRounds):
+class StockGnomeTest(ShellTest):
     """The shell as it comes has no place for an icon."""
 
     def assert_is_in_the_corner(self):
@@ -168,7 +168,7 @@ class StockGnomeTest(ShellRounds):
         self.assertLessEqual(x + width - content.x - content.width, self.slack, content)
 
     def time_until_the_popover(self, environment):
-        """Seconds from the program's being there."""
+        """Seconds from when the program has its bus name."""
         self.start_kestrel(environment)
         wait_for(lambda: self.desktop.has_bus_name(BUS_NAME), what="the program's bus name")
         start = time.monotonic()
@@ -177,7 +177,7 @@ class StockGnomeTest(ShellRounds):
 
     def assert_life_in_the_corner(self, desktop):
         self.start_session(desktop(has_indicators=False))
-        note = self.open_note()
+        editor = self.open_editor()
         waited = self.time_until_the_popover({})
         self.assert_is_in_the_corner()
         self.assert_closable()
@@ -186,8 +186,8 @@ class StockGnomeTest(ShellRounds):
         self.type_into_popover("sec", "Second")
         self.desktop.key("Escape")
         self.assert_stays_closed()
-        self.type_into(note, "b")
-        for place in (self.place_in("Note"), self.elsewhere(), self.empty_place_on_the_bar()):
+        self.type_into(editor, "b")
+        for place in (self.place_in("Editor"), self.elsewhere(), self.empty_place_on_the_bar()):
             self.second_start()
             self.desktop.click(*place)
             self.assert_stays_closed()
@@ -197,7 +197,7 @@ class StockGnomeTest(ShellRounds):
         # A user who has just started it does not wait for a panel that there is not.
         self.assertLess(self.time_until_the_popover(STARTED_BY_HAND[desktop]), waited / 2)
         self.assert_is_in_the_corner()
-        self.assertEqual(text_of(note), "ab")
+        self.assertEqual(text_of(editor), "ab")
 
     def test_corner_in_stock_gnome_on_x11(self):
         self.assert_life_in_the_corner(GnomeOnX11)

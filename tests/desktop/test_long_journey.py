@@ -2,10 +2,10 @@
 import os
 import xml.etree.ElementTree
 
-from accessible_hands import AccessibleHands
-from hands import PointerHands
-from journey import Journey
-from keyboard_hands import KeyboardHands
+from harness.accessibility_driver import AccessibilityDriver
+from harness.journey import Journey
+from harness.keyboard_driver import KeyboardDriver
+from harness.pointer_driver import PointerDriver
 
 
 TRANSLATIONS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "shells",
@@ -20,37 +20,37 @@ def translations(language):
 
 
 class PointerJourney(Journey):
-    hands_class = PointerHands
+    driver_class = PointerDriver
 
     def test_journey_by_pointer_from_first_start_to_restart(self):
         self.start_desktop(panel="fake", panel_options=("--bar=dock",))
-        self.travel()
+        self.run_journey()
 
 
 class KeyboardJourney(Journey):
-    hands_class = KeyboardHands
+    driver_class = KeyboardDriver
     has_cloud = True
 
     def test_journey_by_keyboard_alone_from_first_start_to_restart(self):
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()
 
 
 class AccessibleJourney(Journey):
-    hands_class = AccessibleHands
+    driver_class = AccessibilityDriver
     has_cloud = True
 
     def test_journey_through_the_accessible_tree_alone_from_first_start_to_restart(self):
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()
 
 
 class GermanJourney(Journey):
-    hands_class = AccessibleHands
+    driver_class = AccessibilityDriver
     words = translations("de")
     environment = {"LANG": "de_DE.UTF-8"}
 
     def test_journey_in_german_shows_german_texts_and_stores_the_same_list(self):
         self.assertEqual(self.words["Cancel"], "Abbrechen")
         self.start_desktop(panel="fake")
-        self.travel()
+        self.run_journey()

@@ -1,14 +1,14 @@
-"""Launches in numbers and among faults: the program stays as it is, and the popover at hand."""
+"""Many launches, and launches with faults: the program and the popover keep working."""
 import os
 import time
 
-from launching import LaunchingTest, children, descriptors, program_of
-from processes import wait_for
-from program import popover_content
+from harness.launching import LaunchingTest, children, descriptors, program_of
+from harness.processes import wait_for
+from harness.program import popover_content
 
 # How often test_launches_in_quick_succession_are_all_done clicks.
 COUNT = int(os.environ.get("KESTREL_LAUNCHES", "100"))
-# What memory may come and go, in KiB: much less than a leak in each launch would make.
+# How much memory may vary, in KiB: much less than a leak in each launch would make.
 MEMORY_MARGIN = 512
 # How long, in seconds, a file system does not answer.
 STALL = 8

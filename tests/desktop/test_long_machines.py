@@ -5,11 +5,11 @@ import os
 import re
 import time
 
-import synchroniser
-from case import DesktopTest
-from machine import Machine
-from processes import wait_for
-from program import encoded, item, store_before_start
+from harness import synchroniser
+from harness.case import DesktopTest
+from harness.processes import wait_for
+from harness.program import encoded, item, store_before_start
+from harness.synchronised_machine import SynchronisedMachine
 
 COMMAND = "Inline Command"
 LIMIT = 30     # seconds for a change to be on the other machine, generous on a busy one
@@ -32,7 +32,7 @@ class MachinesTest(DesktopTest):
         if not synchroniser.is_installed():
             self.skipTest("syncthing is not installed")
         self.first, self.second = self.machines = [
-            Machine(self.start_desktop(panel="fake"), set_up) for _ in range(2)]
+            SynchronisedMachine(self.start_desktop(panel="fake"), set_up) for _ in range(2)]
         if connected:
             self.connect()
 
@@ -166,7 +166,7 @@ class MachinesTest(DesktopTest):
 
         def stored():
             return {data for m in self.machines for data in (m.kestrel.stored(), m.in_cloud())}
-        # The synchroniser takes a minute's rest when a file changes too often under its hands.
+        # The synchroniser takes a minute's rest when a file changes too often while it reads it.
         wait_for(lambda: len(stored()) == 1, 60 + LIMIT, "one list everywhere")
         # Nothing goes to and fro: longer than a change takes to the other machine and back.
         self.assert_stays(lambda: len(stored()) == 1, 4)

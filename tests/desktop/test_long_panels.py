@@ -1,22 +1,22 @@
 """The whole life of the status icon and the popover in real panels: each on one desktop, along
 every edge, light and dark, and ended and started again."""
-from bars import Bar
-from desktop import Desktop
-from rounds import PanelRounds
-from two_screens import TwoScreenDesktop
+from harness.bars import Bar
+from harness.desktop import Desktop
+from harness.panel_case import PanelTest
+from harness.two_screens import TwoScreenDesktop
 
 WALLPAPER = (0x35, 0x50, 0x6B)
 WINDOW_MANAGERS = {"tint2": "openbox", "trayer": "openbox", "xfce4-panel": "xfwm4",
                    "lxqt-panel": "openbox", "mate-panel": "marco"}
 
 
-class PanelTest(PanelRounds):
+class BarTest(PanelTest):
     """In panels of X11 desktops."""
 
-    def show_bar(self, edge, ground="dark", monitor=0):
+    def show_bar(self, edge, background="dark", monitor=0):
         self.desktop.fill_background(WALLPAPER)
         self.bar = Bar(self.desktop.monitors[monitor], edge)
-        self.desktop.start_panel(self.panel, edge=edge, ground=ground, monitor=monitor)
+        self.desktop.start_panel(self.panel, edge=edge, background=background, monitor=monitor)
 
     def kill_bar(self):
         self.desktop.kill_panel(self.panel)

@@ -1,16 +1,16 @@
-"""The status icon and the popover in KDE Plasma, on X11 and on Wayland: what rounds.py asks in all
+"""The status icon and the popover in KDE Plasma, on X11 and on Wayland: what PanelTest asks in all
 panels, and what only a whole desktop can show."""
 import collections
 import os
 import shlex
 import time
 
-from bars import drawn
-from plasma import PlasmaDesktop, missing
-from processes import wait_for
-from program import POPOVER_WIDTH, item, popover_content, store_before_start
-from rounds import SHORT, PanelRounds
-from text_window import TextWindow
+from harness.bars import drawn
+from harness.panel_case import SHORT, PanelTest
+from harness.plasma import PlasmaDesktop, missing
+from harness.processes import wait_for
+from harness.program import POPOVER_WIDTH, item, popover_content, store_before_start
+from harness.text_window import TextWindow
 
 # An icon of Plasma's own that is on the panel of every session.
 NEIGHBOUR = "Keyboard Layout"
@@ -19,7 +19,7 @@ ITEM = "app.kestrel.Kestrel"
 HELD_LONG = 1.0
 
 
-class PlasmaTest(PanelRounds):
+class PlasmaTest(PanelTest):
     """On a session of the kind that a subclass names."""
 
     session = None
@@ -45,10 +45,10 @@ class PlasmaTest(PanelRounds):
     def start_program(self):
         self.start_kestrel(command=[self.desktop.program])
 
-    def show_bar(self, edge, ground=None, monitor=0):
+    def show_bar(self, edge, background=None, monitor=0):
         self.bar = self.desktop.panel(edge)
 
-    def move_bar(self, edge, ground=None, monitor=0):
+    def move_bar(self, edge, background=None, monitor=0):
         self.show_bar(edge)
         self.find_icon()
 
@@ -76,7 +76,7 @@ class PlasmaTest(PanelRounds):
 
     def glyph(self, rect):
         """What is drawn in a part of the panel."""
-        return drawn(self.desktop.picture(), rect).rect
+        return drawn(self.desktop.screenshot(), rect).rect
 
     def assert_icon_is_as_large_as_its_neighbour(self):
         self.find_icon()
@@ -87,10 +87,10 @@ class PlasmaTest(PanelRounds):
 
     def icon_is_light(self):
         """Whether the icon is lighter than the panel."""
-        data = self.desktop.picture().cut(self.icon.rect).data
+        data = self.desktop.screenshot().cut(self.icon.rect).data
         grays = sorted(sum(data[at:at + 3]) for at in range(0, len(data), 3))
-        ground = grays[len(grays) // 2]
-        return grays[-1] - ground > ground - grays[0]
+        background = grays[len(grays) // 2]
+        return grays[-1] - background > background - grays[0]
 
     def assert_icon_has_the_colour_of_the_panel(self):
         for colors, is_light in (("BreezeDark", True), ("BreezeLight", False)):
@@ -119,7 +119,7 @@ class PlasmaTest(PanelRounds):
     # The place.
 
     def assert_second_start_opens_at(self, rect):
-        """Its user has forgotten that it runs."""
+        """Its user starts it although it runs."""
         self.assertEqual(self.desktop.start([self.desktop.program]).wait(), 0)
         self.assertIsNone(self.bar.misplacement(self.content(), rect, self.slack))
         self.close()
@@ -201,7 +201,7 @@ class PlasmaTest(PanelRounds):
         self.assertEqual(self.below.text, text)
 
     def assert_closes_by_keys(self, *keys):
-        """Such as give the keyboard to something else."""
+        """What gives the keyboard to something else."""
         for key in keys:
             self.assert_opens()
             self.desktop.key(key)
@@ -284,10 +284,10 @@ class PlasmaTest(PanelRounds):
 
     # Dark and light.
 
-    def wait_for_ground(self, is_dark):
+    def wait_for_background(self, is_dark):
         """Until most of the popover is dark, or light."""
         def is_so():
-            data = self.desktop.picture().cut(self.content()).data
+            data = self.desktop.screenshot().cut(self.content()).data
             colors = collections.Counter(data[at:at + 3] for at in range(0, len(data), 3))
             color, count = colors.most_common(1)[0]
             return (max(color) < 100) == is_dark and 6 * count > len(data)
@@ -296,13 +296,13 @@ class PlasmaTest(PanelRounds):
     def assert_follows_dark_and_light(self):
         self.start()
         self.assert_opens()
-        self.wait_for_ground(is_dark=False)
+        self.wait_for_background(is_dark=False)
         self.close()
         self.desktop.apply_colors("BreezeDark")
         self.assert_opens()
-        self.wait_for_ground(is_dark=True)
+        self.wait_for_background(is_dark=True)
         self.desktop.apply_colors("BreezeLight")
-        self.wait_for_ground(is_dark=False)
+        self.wait_for_background(is_dark=False)
 
 
 class X11Test(PlasmaTest):

@@ -1,8 +1,8 @@
 """Folders that do not answer, as on a network that is down: what the program does meanwhile."""
 import os
 
-from program import encoded, item, popover_height
-from stored_lists import StoredListsTest, list_of
+from harness.program import encoded, item, popover_height
+from harness.stored_lists import StoredListsTest, list_of
 
 
 class SilentFoldersTest(StoredListsTest):
@@ -40,10 +40,12 @@ class SilentFoldersTest(StoredListsTest):
         self.open_by_click(rows=2)
         self.assertEqual(self.calls.waiting, 1, "one search for both rows")
         self.kestrel.open_popover()
-        symbols = self.desktop.picture().cut(self.kestrel.popover().rect)
+        symbols = self.popover_image()
         self.calls.release()
-        self.wait_until(lambda: self.desktop.picture().cut(self.kestrel.popover().rect) != symbols,
-                        "the terminal's icon")
+        self.wait_until(lambda: self.popover_image() != symbols, "the terminal's icon")
+
+    def popover_image(self):
+        return self.desktop.screenshot().cut(self.kestrel.popover().rect)
 
     def test_local_list_is_there_while_the_cloud_folder_does_not_answer(self):
         self.start_desktop(panel="fake", panel_options=["--bar=dock"])
@@ -77,7 +79,7 @@ class SilentFoldersTest(StoredListsTest):
         self.calls.release()
         self.wait_until(lambda: self.read(self.cloud) == list_of("bca"), "the save in the cloud")
         self.kestrel.wait_for_rows(["b", "c", "a"])
-        self.wait_until(lambda: not self.litter(), "no file to be left over")
+        self.wait_until(lambda: not self.leftovers(), "no file to be left over")
 
     def test_program_ends_while_the_cloud_folder_does_not_answer(self):
         self.start_desktop(panel="fake", panel_options=["--bar=dock"])

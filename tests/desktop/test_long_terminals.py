@@ -4,8 +4,8 @@ import shlex
 import shutil
 import signal
 
-from launching import LaunchingTest, state
-from processes import wait_for
+from harness.launching import LaunchingTest, state
+from harness.processes import wait_for
 
 TERMINALS = ("xterm", "xfce4-terminal", "gnome-terminal", "konsole", "kitty")
 KIBIBYTE = 1024

@@ -9,23 +9,23 @@ import time
 
 import dbus
 
-from case import DesktopTest
-from desktop import ITEM
-from processes import wait_for
-from program import encoded, item
-from quick_hands import QuickHands
+from harness.case import DesktopTest
+from harness.desktop import ITEM
+from harness.processes import wait_for
+from harness.program import encoded, item
+from harness.x11_client import X11Client
 
 OPENINGS = int(os.environ.get("KESTREL_OPENINGS", "1500"))
 WINDOWS = OPENINGS // 10
 ROUNDS = 20
-# What the second half of the day may add to the memory: the heap's own unrest. A window of settings
+# What the second half of the day may add to the memory: the heap's own variation. A settings window
 # or an opening that left anything behind would show as far more.
 ALLOWED_KIB = 512
 # The toolkit keeps one cursor of each shape from its first use: the arrow, and the text cursor that
 # the pointer gets whenever it happens to rest on a form's field.
 CURSOR_SHAPES = 2
 ENTRY = "[Desktop Entry]\nType=Application\nName={0}\nExec=/bin/true\nIcon={1}\n"
-PICTURE = '<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><circle r="30"/></svg>'
+SVG = '<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><circle r="30"/></svg>'
 
 
 class LongUseTest(DesktopTest):
@@ -34,15 +34,15 @@ class LongUseTest(DesktopTest):
     def setUp(self):
         super().setUp()
         self.start_desktop(panel="fake")
-        self.hands = QuickHands(self.desktop.environment["DISPLAY"])
-        self.addCleanup(self.hands.close)
+        self.client = X11Client(self.desktop.environment["DISPLAY"])
+        self.addCleanup(self.client.close)
 
     def lists(self):
         """None, few, a screenful and many rows, of every kind and with every kind of icon."""
         write = self.desktop.write
-        picture = write("home/own.svg", PICTURE)
+        image = write("home/own.svg", SVG)
         paths = [write(f"home/{name}.desktop", ENTRY.format(name, icon)) for name, icon in (
-            ("themed", "utilities-terminal"), ("own", picture), ("missing", "no-such-icon"))]
+            ("themed", "utilities-terminal"), ("own", image), ("missing", "no-such-icon"))]
         paths += [write(f"home/file{ending}", "#!/bin/sh\n", 0o755) for ending in (
             "", ".sh", ".txt", ".png", ".pdf")]
         paths += [self.desktop.path("home"), "/no/such/file", ""]
@@ -70,41 +70,41 @@ class LongUseTest(DesktopTest):
 
     def show_popover(self, shown):
         self.toggle(dbus.Int32(0), dbus.Int32(0), timeout=10)
-        self.hands.wait_until_shown(self.popover, shown)
+        self.client.wait_until_shown(self.popover, shown)
 
     def open_popovers(self, count):
         x, y, width, _ = self.popover_rect
         for i in range(count):
             self.show_popover(True)
-            self.hands.move(x + width // 2, y + 20 + 34 * (i % 9))
+            self.client.move(x + width // 2, y + 20 + 34 * (i % 9))
             if i % 5 == 0:
-                self.hands.key(("Down", "End", "Page_Up", "r")[i // 5 % 4])
+                self.client.key(("Down", "End", "Page_Up", "r")[i // 5 % 4])
             self.show_popover(False)
 
     def open_settings(self):
         """The window, opened as users do: by the popover's own button."""
         self.show_popover(True)
         # The list's length has changed the popover's place or height since.
-        x, y = self.hands.place(self.popover)
+        x, y = self.client.place(self.popover)
         height = 41 + (min(len(self.shown) * 34 + 12, 320) if self.shown else 140)
-        self.hands.click(x + 40, y + height - 20)
-        return wait_for(self.hands.managed_windows, 10, "the settings window", pause=0.002)[0]
+        self.client.click(x + 40, y + height - 20)
+        return wait_for(self.client.managed_windows, 10, "the settings window", pause=0.002)[0]
 
     def use_settings(self, check=None):
         window = self.open_settings()
-        self.hands.wait_until_shown(window)
-        x, y = self.hands.place(window)
+        self.client.wait_until_shown(window)
+        x, y = self.client.place(window)
         for row in range(4):
-            self.hands.move(x + 200, y + 80 + 44 * row)
-        self.hands.click(x + 200, y + 80)
-        self.hands.key("Return")  # the form of that row, if there is one
-        self.hands.key("Escape")
-        self.hands.click(x + 32, y + 25)  # "Add"
+            self.client.move(x + 200, y + 80 + 44 * row)
+        self.client.click(x + 200, y + 80)
+        self.client.key("Return")  # the form of that row, if there is one
+        self.client.key("Escape")
+        self.client.click(x + 32, y + 25)  # "Add"
         if check:
             check()
-        self.hands.key("Escape")
-        self.hands.key("Alt_L", "F4")
-        wait_for(lambda: not self.hands.managed_windows(), 10, "the window to close", pause=0.002)
+        self.client.key("Escape")
+        self.client.key("Alt_L", "F4")
+        wait_for(lambda: not self.client.managed_windows(), 10, "the window to close", pause=0.002)
 
     def play(self, round_number):
         self.shown = self.all_lists[round_number % len(self.all_lists)]
@@ -114,15 +114,15 @@ class LongUseTest(DesktopTest):
             self.use_settings()
         self.store(self.all_lists[0])
         self.show_popover(True)
-        self.hands.key("Home")
-        self.hands.key("Return")  # launches
-        self.hands.wait_until_shown(self.popover, False)
+        self.client.key("Home")
+        self.client.key("Return")  # launches
+        self.client.wait_until_shown(self.popover, False)
 
     def figures(self):
         """What may not grow, each time in the same state."""
         process = pathlib.Path(f"/proc/{self.kestrel.process.pid}")
 
-        resources, pixmap_bytes = self.hands.resources(self.popover)
+        resources, pixmap_bytes = self.client.resources(self.popover)
         cursors = resources.pop("CURSOR", 0)
         time.sleep(0.5)
         return {"memory": self.kestrel.own_memory(),

@@ -4,26 +4,26 @@ import glob
 import time
 import unittest
 
-from rounds import LONG, SHORT, PanelRounds
-from wayland import SwayDesktop
+from harness.panel_case import LONG, SHORT, PanelTest
+from harness.wayland import SwayDesktop
 
 PLATFORM_PLUGINS = glob.glob("/usr/lib/*/qt6/plugins/platforms/libqwayland*")
 
 
-class WaybarTest(PanelRounds):
+class WaybarTest(PanelTest):
     """Waybar cannot be looked at: the icon has a grey that can be told from dark and light."""
 
     readable = 80
 
-    def show_bar(self, edge, ground="dark", monitor=0):
-        self.bar = self.desktop.start_bar(edge, ground, monitor)
+    def show_bar(self, edge, background="dark", monitor=0):
+        self.bar = self.desktop.start_bar(edge, background, monitor)
 
     def kill_bar(self):
         self.desktop.kill_bar()
 
     def click(self, hold=SHORT, button=1):
-        """As a hand does it, which is never quite still: without that, X11 programs may not be told
-        where the pointer is."""
+        """As a user does it, who never holds the pointer quite still: without that, X11 programs
+        may not be told where the pointer is."""
         super().click(hold, button)
         x, y = self.icon.rect.center
         for step in (1, 0, 1):

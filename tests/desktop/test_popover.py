@@ -1,8 +1,8 @@
 """The popover's list: launching, its keys, and lists that change from outside."""
 import os
 
-from case import DesktopTest
-from program import Kestrel, encoded, item, popover_height, store_before_start
+from harness.case import DesktopTest
+from harness.program import Kestrel, encoded, item, popover_height, store_before_start
 
 
 class PopoverTest(DesktopTest):

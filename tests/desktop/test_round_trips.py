@@ -2,9 +2,9 @@
 import os
 import unittest
 
-from case import DesktopTest
-from program import has_sanitizer, item, store_before_start
-from round_trips import RoundTrips
+from harness.case import DesktopTest
+from harness.program import has_sanitizer, item, store_before_start
+from harness.round_trips import RoundTrips
 
 MOST = 4
 

@@ -6,8 +6,8 @@ import xml.etree.ElementTree
 import dbus
 import dbus.lowlevel
 
-from case import DesktopTest
-from program import BUS_NAME, encoded, item, store_before_start
+from harness.case import DesktopTest
+from harness.program import BUS_NAME, encoded, item, store_before_start
 
 APPLICATION, ITEM = "org.freedesktop.Application", "org.kde.StatusNotifierItem"
 PROPERTIES = dbus.PROPERTIES_IFACE

@@ -5,8 +5,8 @@ import socket
 import stat
 import time
 
-from case import DesktopTest
-from program import encoded, item, store_before_start
+from harness.case import DesktopTest
+from harness.program import encoded, item, store_before_start
 
 FIRST = item("App", "First", "/opt/first", "00000000-0000-4000-8000-000000000001")
 NEW = ("Inline Command", "New", "true")

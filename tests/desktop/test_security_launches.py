@@ -2,8 +2,8 @@
 did not get it as the user's command."""
 import os
 
-from case import DesktopTest
-from program import item, store_before_start
+from harness.case import DesktopTest
+from harness.program import item, store_before_start
 
 # Each would make the file "canary" in the home folder if something took it for shell text.
 HOSTILE = ("$(touch canary)", "`touch canary`", "; touch canary #", "' ; touch canary ; '",

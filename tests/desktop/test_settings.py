@@ -3,8 +3,8 @@ compared after every step."""
 import os
 import re
 
-from case import DesktopTest
-from program import item, popover_height, store_before_start
+from harness.case import DesktopTest
+from harness.program import item, popover_height, store_before_start
 
 APP, FILE, COMMAND = "App", "Command File", "Inline Command"
 

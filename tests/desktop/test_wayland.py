@@ -1,8 +1,8 @@
 """The status icon and the popover in sway with waybar."""
-from case import DesktopTest
-from images import Rect
-from program import POPOVER_WIDTH, popover_height
-from wayland import BAR_HEIGHT, SwayDesktop
+from harness.case import DesktopTest
+from harness.images import Rect
+from harness.program import POPOVER_WIDTH, popover_height
+from harness.wayland import BAR_HEIGHT, SwayDesktop
 
 
 class WaylandTest(DesktopTest):
@@ -10,7 +10,7 @@ class WaylandTest(DesktopTest):
 
     def start(self):
         self.desktop = self.enterContext(SwayDesktop())
-        before = self.desktop.picture()
+        before = self.desktop.screenshot()
         self.start_kestrel()
         self.icon = self.desktop.icon_rect(before)
 
@@ -30,10 +30,10 @@ class WaylandTest(DesktopTest):
 
     def test_clicks_on_the_icon_in_waybar(self):
         self.start()
-        empty = self.desktop.picture()
+        empty = self.desktop.screenshot()
         self.assert_opens()
         button = self.kestrel.accessible.find("push button", "Quit").rect
-        self.wait_until(lambda: self.desktop.picture().cut(button).difference(empty.cut(button)),
+        self.wait_until(lambda: self.desktop.screenshot().cut(button).difference(empty.cut(button)),
                         "the popover on the screen")
         corner = Rect(self.desktop.bounds.width - POPOVER_WIDTH - 48, BAR_HEIGHT,
                       POPOVER_WIDTH + 48, popover_height(0) + 48)

@@ -1,18 +1,18 @@
 #!/usr/bin/env python3
 """Leads the program through a whole journey on a virtual desktop with a real panel.
 
-    tests/desktop/tour.py PROGRAM PICTURES
+    tests/desktop/tour.py PROGRAM FOLDER
 
-A real pointer and keyboard do everything; each step is checked, told in one line and pictured in
-the folder PICTURES. The exit status is 0 only when all of it happened. Needs /usr/bin/python3.
+A real pointer and keyboard do everything; each step is checked, told in one line and kept as a
+screenshot in FOLDER. The exit status is 0 only when all of it happened. Needs /usr/bin/python3.
 """
 import os
 import pathlib
 import sys
 
-from desktop import Desktop
-from processes import Timeout, wait_for
-from program import Kestrel, item, popover_content, popover_height
+from harness.desktop import Desktop
+from harness.processes import Timeout, wait_for
+from harness.program import Kestrel, item, popover_content, popover_height
 
 APP, FILE, COMMAND = "App", "Command File", "Inline Command"
 BACKGROUND = (0x35, 0x50, 0x6B)
@@ -22,8 +22,8 @@ TERMINAL_LOOKS = "xterm*faceName: DejaVu Sans Mono\nxterm*faceSize: 10\n"
 class Tour:
     """The journey; each step is a method that returns what it has seen."""
 
-    def __init__(self, desktop, program, pictures):
-        self.desktop, self.program, self.pictures = desktop, program, pictures
+    def __init__(self, desktop, program, folder):
+        self.desktop, self.program, self.folder = desktop, program, folder
         self.kestrel = self.items = self.entry = self.file = self.command = None
         self.count = 0
 
@@ -38,21 +38,21 @@ class Tour:
             try:
                 seen = step()
             except Exception as error:  # Whatever went wrong, the journey ends here.
-                self.picture(f"{name}-failed")
+                self.save_screenshot(f"{name}-failed")
                 print(f"{self.count:2} FAILED {name}: {error!r}")
                 if self.kestrel:
                     print(*self.kestrel.process.lines, sep="\n")
                 return False
-            self.picture(name)
+            self.save_screenshot(name)
             print(f"{self.count:2} ok {name}: {seen}", flush=True)
         return True
 
-    def picture(self, name):
+    def save_screenshot(self, name):
         try:
-            picture = self.desktop.settled_picture(self.desktop.bounds)
+            image = self.desktop.settled_screenshot(self.desktop.bounds)
         except AssertionError:      # something moves on
-            picture = self.desktop.picture()
-        picture.save(self.pictures / f"{self.count:02}-{name}.png")
+            image = self.desktop.screenshot()
+        image.save(self.folder / f"{self.count:02}-{name}.png")
 
     # What the items start leaves a mark that tells the terminal it ran in.
 
@@ -201,15 +201,15 @@ class Tour:
 
 
 def main():
-    program, pictures = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
-    pictures.mkdir(parents=True, exist_ok=True)
-    for old in pictures.glob("[0-9][0-9]-*.png"):
+    program, folder = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
+    folder.mkdir(parents=True, exist_ok=True)
+    for old in folder.glob("[0-9][0-9]-*.png"):
         old.unlink()
     with Desktop(panel="xfce4-panel", window_manager="xfwm4", compositor=True) as desktop:
         desktop.fill_background(BACKGROUND)
         desktop.write("home/.Xdefaults", TERMINAL_LOOKS)
-        done = Tour(desktop, program, pictures).run()
-    print("All of it happened." if done else "The journey ended early.", f"Pictures: {pictures}/")
+        done = Tour(desktop, program, folder).run()
+    print("All of it happened." if done else "The journey ended early.", f"Screenshots: {folder}/")
     return 0 if done else 1
 
 

@@ -1,0 +1,1 @@
+"""Throw-away desktops, the program on them and ways to drive it: what the tests share."""
