@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Puts the PNG pictures of a folder, named by their size in pixels, into an .icns file.
+"""Puts the PNG images of a folder, named by their size in pixels, into an .icns file.
 
     make_icns.py FOLDER OUTPUT
 
-The pictures are our own drawing, rendered once with
+The images are our own drawing, rendered once with
     for n in 32 64 128 256 512 1024; do
         rsvg-convert -w $n -h $n app.kestrel.Kestrel.svg -o $n.png
     done
@@ -40,29 +40,29 @@ def element(kind: bytes, data: bytes) -> bytes:
     return kind + struct.pack(">I", 8 + len(data)) + data
 
 
-def container(pictures: dict[int, bytes]) -> bytes:
-    body = b"".join(element(kind, pictures[size]) for kind, size in ELEMENTS.items())
+def container(images: dict[int, bytes]) -> bytes:
+    body = b"".join(element(kind, images[size]) for kind, size in ELEMENTS.items())
     return element(b"icns", body)
 
 
-def read_pictures(folder: Path) -> dict[int, bytes]:
-    pictures = {}
+def read_images(folder: Path) -> dict[int, bytes]:
+    images = {}
     for size in sorted(set(ELEMENTS.values())):
         data = (folder / f"{size}.png").read_bytes()
         if size_of_png(data) != (size, size):
             raise ValueError(f"{size}.png has another size than its name says")
-        pictures[size] = data
-    return pictures
+        images[size] = data
+    return images
 
 
 def main() -> None:
     if len(sys.argv) != 3:
         sys.exit(__doc__)
     try:
-        pictures = read_pictures(Path(sys.argv[1]))
+        images = read_images(Path(sys.argv[1]))
     except (OSError, ValueError) as error:
         sys.exit(f"make_icns.py: {error}")
-    Path(sys.argv[2]).write_bytes(container(pictures))
+    Path(sys.argv[2]).write_bytes(container(images))
 
 
 if __name__ == "__main__":

@@ -3,7 +3,6 @@
 #include "shells/linux/desktop/startup_notification.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
-#include "shells/linux/desktop/appearance/symbol.h"
 
 #include <QDBusConnection>
 #include <QLocale>
@@ -23,13 +22,7 @@ constexpr const char* listKey = "launcherItems";
 
 // A panel that starts with the session may need this long. When none has shown the icon by then,
 // the popover shows that the program runs.
-constexpr std::chrono::seconds panelPatience{4};
-
-QImage drawnSymbol(const Image& image, int pixels) {
-    const auto* symbol = dynamic_cast<const SymbolImage*>(&image);
-    return symbol != nullptr ? symbolPixmap(symbol->name, pixels, Qt::black, 1).toImage()
-                             : QImage();
-}
+constexpr std::chrono::seconds panelTimeout{4};
 
 } // namespace
 
@@ -45,8 +38,7 @@ Shell::Shell(QApplication& application)
       iconSource_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       application_(application),
       appearance_(QDBusConnection::sessionBus()),
-      statusBar_(QDBusConnection::sessionBus(), drawnSymbol),
-      viewHosts_(iconSource_),
+      desktop_(QDBusConnection::sessionBus(), iconSource_),
       delegate_({.store = {.mainQueue = mainQueue_,
                            .userDefaults = userDefaults_,
                            .cloud = cloud_,
@@ -54,11 +46,8 @@ Shell::Shell(QApplication& application)
                            .workspace = workspace_,
                            .terminal = terminal_},
                  .application = application_,
-                 .statusBar = statusBar_,
-                 .symbolImages = symbolImages_,
-                 .windowServer = windowServer_,
                  .openPanel = openPanel_,
-                 .viewHosts = viewHosts_}) {
+                 .desktop = desktop_}) {
     initResources();
     forgetOwnStart();
     // A language without a translation shows the English texts.
@@ -83,7 +72,7 @@ void Shell::reopen(const QString& startupId) {
 
 // In a later turn of the event loop: the list is there by then.
 void Shell::showWithoutPanel() {
-    auto* item = statusBar_.item();
+    auto* item = desktop_.statusItem();
     const auto show = [this, item] {
         if (item->isWithoutPanel()) {
             showOnce();
@@ -95,14 +84,14 @@ void Shell::showWithoutPanel() {
 
 void Shell::applicationDidFinishLaunching() {
     delegate_.applicationDidFinishLaunching();
-    auto* item = statusBar_.item();
+    auto* item = desktop_.statusItem();
     QObject::connect(item, &LinuxStatusItem::activationTokenProvided, &activationTokens_,
                      &ActivationTokens::provide);
-    activationTokens_.setWindow(viewHosts_.popover());
+    activationTokens_.setWindow(desktop_.popover());
     const auto follow = [this, item] { item->setColorScheme(appearance_.colorScheme()); };
     QObject::connect(&appearance_, &Appearance::colorSchemeChanged, item, follow);
     follow();
-    QTimer::singleShot(panelPatience, item, [this, item] {
+    QTimer::singleShot(panelTimeout, item, [this, item] {
         if (!item->hasBeenShown()) {
             showOnce();
         }

@@ -9,17 +9,14 @@
 #include "shells/linux/desktop/file_dialog_open_panel.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
-#include "shells/linux/desktop/status_bar.h"
-#include "shells/linux/desktop/symbol_images.h"
-#include "shells/linux/desktop/window_server.h"
 #include "shells/linux/launching/file_icons.h"
 #include "shells/linux/launching/gio_workspace.h"
 #include "shells/linux/launching/launch_worker.h"
 #include "shells/linux/launching/shell_terminal.h"
+#include "shells/linux/linux_desktop.h"
 #include "shells/linux/storage/file_user_defaults.h"
 #include "shells/linux/storage/folder_cloud.h"
 #include "shells/linux/storage/system_clock.h"
-#include "shells/linux/view_hosts.h"
 
 #include <QApplication>
 #include <QTranslator>
@@ -66,11 +63,8 @@ class Shell {
     FileIconSource iconSource_;
     QtApplication application_;
     Appearance appearance_;
-    LinuxStatusBar statusBar_;
-    KestrelSymbolImages symbolImages_;
-    QtWindowServer windowServer_;
     FileDialogOpenPanel openPanel_;
-    LinuxViewHosts viewHosts_;
+    LinuxDesktop desktop_;
     AppDelegate delegate_;
     bool hasShownItself_ = false; ///< the popover, for want of a panel
 };

@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "shells/macos/desktop/status_bar.h"
+#include "shells/macos/desktop/status_item.h"
 
 namespace kestrel {
 class AppDelegate;

@@ -51,11 +51,11 @@ using kestrel::macos_shell::atEntryPoint;
 }
 
 - (void)statusBarButtonClicked:(NSStatusBarButton*)sender {
-    atEntryPoint([&] { _ports->statusBar.buttonClicked(sender); });
+    atEntryPoint([&] { _ports->desktop.statusBarButtonClicked(sender); });
 }
 
 - (void)windowWillClose:(NSNotification*)notification {
-    atEntryPoint([&] { _ports->windowServer.windowWillClose(notification); });
+    atEntryPoint([&] { _ports->desktop.windowWillClose(notification); });
 }
 
 @end

@@ -2,13 +2,10 @@
 // All the adapters of this shell together, as the core's AppDelegate needs them.
 
 #include "app/app_delegate.h"
+#include "shells/macos/appkit_desktop.h"
 #include "shells/macos/desktop/application.h"
-#include "shells/macos/desktop/images.h"
 #include "shells/macos/desktop/main_queue.h"
 #include "shells/macos/desktop/open_panel.h"
-#include "shells/macos/desktop/status_bar.h"
-#include "shells/macos/desktop/view_hosts.h"
-#include "shells/macos/desktop/window_server.h"
 #include "shells/macos/launching/terminal.h"
 #include "shells/macos/launching/workspace.h"
 #include "shells/macos/storage/cloud.h"
@@ -17,10 +14,9 @@
 
 namespace kestrel::macos_shell {
 
-/// Outlives the core's AppDelegate. Members refer to each other, so it stays where it was made.
+/// Outlives the core's AppDelegate, which refers to the members: it stays where it was made.
 struct Ports {
-    explicit Ports(id<StatusBarButtonTarget, NSWindowDelegate> delegate)
-        : statusBar(delegate), windowServer(delegate) {}
+    explicit Ports(id<StatusBarButtonTarget, NSWindowDelegate> delegate) : desktop(delegate) {}
     Ports(const Ports&) = delete;
     Ports& operator=(const Ports&) = delete;
     ~Ports() = default;
@@ -28,11 +24,8 @@ struct Ports {
     AppPorts all() {
         return {{mainQueue, userDefaults, cloud, clock, workspace, terminal},
                 application,
-                statusBar,
-                symbolImages,
-                windowServer,
                 openPanel,
-                viewHosts};
+                desktop};
     }
 
     DispatchMainQueue mainQueue;
@@ -42,11 +35,8 @@ struct Ports {
     AppKitWorkspace workspace;
     AppleScriptTerminal terminal;
     AppKitApplication application;
-    AppKitStatusBar statusBar;
-    AppKitSymbolImages symbolImages;
-    AppKitWindowServer windowServer;
     AppKitOpenPanel openPanel;
-    AppKitViewHosts viewHosts{statusBar};
+    AppKitDesktop desktop;
 };
 
 } // namespace kestrel::macos_shell

@@ -1,5 +1,5 @@
 #pragma once
-// Which picture stands for an item. The decision is here, the picture is the shell's.
+// Which icon stands for an item. The decision is here, the drawing is the shell's.
 
 #include "model/launcher_item.h"
 #include "platform/terminal.h"
@@ -17,7 +17,7 @@ struct FileIcon {
     friend bool operator==(const FileIcon&, const FileIcon&) = default;
 };
 
-/// The system symbol `name`, without an accessibility description; an empty picture where the
+/// The system symbol `name`, without an accessibility description; an empty image where the
 /// system has no such symbol.
 struct SymbolIcon {
     std::string_view name;
@@ -26,7 +26,7 @@ struct SymbolIcon {
 
 using ItemIcon = std::variant<FileIcon, SymbolIcon>;
 
-/// The picture for `item`; decided anew at every call.
+/// The icon for `item`; decided anew at every call.
 ItemIcon iconFor(const LauncherItem& item, Terminal& terminal);
 
 } // namespace kestrel

@@ -3,17 +3,11 @@
 #include "app/app_style.h"
 #include "views/popover/menu_popover_style.h"
 
-#include <string>
 #include <utility>
 
 namespace kestrel {
 
 AppDelegate::AppDelegate(const AppPorts& ports) : ports_(ports), itemsManager_(ports.store) {}
-
-AppDelegate::~AppDelegate() {
-    if (settingsWindow_)
-        settingsWindow_->setDelegate(nullptr);
-}
 
 void AppDelegate::applicationDidFinishLaunching() {
     ports_.application.setActivationPolicy(ActivationPolicy::accessory);
@@ -22,100 +16,65 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::setupStatusItem() {
-    statusItem_ = ports_.statusBar.statusItemWithLength(squareStatusItemLength);
-    StatusBarButton* const button = statusItem_->button();
-    if (!button)
-        return;
-    const auto symbol = ports_.symbolImages.imageWithSystemSymbolName(
-        app_style::statusSymbol, std::string(app_style::applicationName));
-    if (symbol) {
-        button->setImage(ports_.symbolImages.imageWithSymbolConfiguration(
-            symbol, app_style::statusSymbolConfiguration));
-        button->setImageIsTemplate(true);
-    }
-    button->setAction([weak = anchor_.weak()](StatusBarButton& clicked) {
-        if (const auto self = weak.lock())
-            self->statusBarButtonClicked(clicked);
-    });
-    button->sendActionOn(EventMask::leftMouseUp);
+    statusItem_ = ports_.desktop.makeStatusItem(app_style::statusSymbol, app_style::applicationName,
+                                                weakly(&AppDelegate::statusBarButtonClicked));
 }
 
 void AppDelegate::setupPopover() {
-    const auto weak = anchor_.weak();
     MenuPopoverView::Callbacks callbacks{
-        .onOpenSettings =
-            [weak] {
-                if (const auto self = weak.lock())
-                    self->openSettings();
-            },
+        .onOpenSettings = weakly(&AppDelegate::openSettings),
         .onQuit = [&application = ports_.application] { application.terminate(); },
-        .onClose =
-            [weak] {
-                if (const auto self = weak.lock())
-                    self->popover_->performClose();
-            },
+        .onClose = weakly(&AppDelegate::closePopover),
     };
-    auto controller = ports_.viewHosts.hostMenuPopoverView(std::make_unique<MenuPopoverView>(
+    popover_ = ports_.desktop.makePopover(std::make_unique<MenuPopoverView>(
         itemsManager_, ports_.store.mainQueue, ports_.store.clock, std::move(callbacks)));
-    const Size size = menu_popover_style::contentSize(itemsManager_.items.size());
-    controller->setPreferredContentSize(size);
-
-    popover_ = ports_.viewHosts.makePopover();
-    popover_->setContentViewController(std::move(controller));
-    popover_->setContentSize(size);
-    popover_->setBehavior(PopoverBehavior::transient);
-    popover_->setAnimates(true);
 }
 
-void AppDelegate::statusBarButtonClicked(StatusBarButton& button) {
+// The height rule, for the list as it is now.
+Size AppDelegate::popoverSize() const {
+    return menu_popover_style::contentSize(itemsManager_.items.size());
+}
+
+void AppDelegate::statusBarButtonClicked() {
     if (popover_->isShown())
-        popover_->performClose();
+        closePopover();
     else
-        showPopover(button);
+        popover_->show(popoverSize());
 }
 
-void AppDelegate::showPopover(StatusBarButton& button) {
-    const Size size = menu_popover_style::contentSize(itemsManager_.items.size());
-    popover_->setContentSize(size);
-    popover_->contentViewController()->setPreferredContentSize(size);
-    popover_->showRelativeTo(button, RectEdge::minY);
-    popover_->contentViewController()->makeWindowKey();
-}
+void AppDelegate::closePopover() { popover_->close(); }
 
 void AppDelegate::applicationShouldHandleReopen() {
-    StatusBarButton* const button = statusItem_->button();
-    if (button && !popover_->isShown())
-        showPopover(*button);
+    if (!popover_->isShown())
+        popover_->show(popoverSize());
 }
 
 void AppDelegate::openSettings() {
-    popover_->performClose();
+    closePopover();
     ports_.application.setActivationPolicy(ActivationPolicy::regular);
-    ports_.application.activateIgnoringOtherApps();
+    ports_.application.activate();
     if (!settingsWindow_)
         settingsWindow_ = makeSettingsWindow();
-    settingsWindow_->makeKeyAndOrderFront();
+    settingsWindow_->bringForward();
 }
 
 std::unique_ptr<Window> AppDelegate::makeSettingsWindow() {
-    auto controller = ports_.viewHosts.hostSettingsView(
-        std::make_unique<SettingsView>(itemsManager_, ports_.store.clock, ports_.openPanel));
-    auto window =
-        ports_.windowServer.makeWindow(app_style::settingsContentRect, app_style::settingsStyleMask,
-                                       BackingStore::buffered, WindowCreation::immediate);
-    window->setTitle(app_style::applicationName);
-    window->setContentViewController(std::move(controller));
-    window->setReleasedWhenClosed(false);
-    window->center();
-    window->setDelegate(this);
-    return window;
+    return ports_.desktop.makeSettingsWindow(
+        std::make_unique<SettingsView>(itemsManager_, ports_.store.clock, ports_.openPanel),
+        app_style::settingsContentSize, weakly(&AppDelegate::settingsWindowClosed));
 }
 
-void AppDelegate::windowWillClose(Window* window) {
-    if (window != settingsWindow_.get())
-        return;
+void AppDelegate::settingsWindowClosed() {
     settingsWindow_.reset();
     ports_.application.setActivationPolicy(ActivationPolicy::accessory);
+}
+
+// What others keep of the delegate does nothing once it is gone.
+std::function<void()> AppDelegate::weakly(void (AppDelegate::*action)()) {
+    return [weak = anchor_.weak(), action] {
+        if (const auto self = weak.lock())
+            (self.get()->*action)();
+    };
 }
 
 } // namespace kestrel

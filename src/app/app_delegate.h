@@ -3,13 +3,12 @@
 // and, while it is open, the settings window. `main` keeps it for the whole run; its ports outlive
 // it.
 
-#include "app/view_hosts.h"
+#include "app/desktop.h"
 #include "platform/application.h"
-#include "platform/status_bar.h"
-#include "platform/window.h"
 #include "store/items_manager.h"
 #include "store/weak_anchor.h"
 
+#include <functional>
 #include <memory>
 
 namespace kestrel {
@@ -17,21 +16,18 @@ namespace kestrel {
 struct AppPorts {
     ItemsManagerPorts store;
     Application& application;
-    StatusBar& statusBar;
-    SymbolImages& symbolImages;
-    WindowServer& windowServer;
     OpenPanel& openPanel;
-    ViewHosts& viewHosts;
+    Desktop& desktop;
 };
 
 /// Main thread only.
-class AppDelegate : private WindowDelegate {
+class AppDelegate {
   public:
     /// Creates the item store, which loads the stored list.
     explicit AppDelegate(const AppPorts& ports);
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
-    ~AppDelegate() override;
+    ~AppDelegate() = default;
 
     /// Called once, when the platform has finished launching. Until then there is neither a status
     /// item nor a popover, and no other function may be called.
@@ -40,8 +36,8 @@ class AppDelegate : private WindowDelegate {
     /// The user started the program once more while it runs: the popover opens, or stays open.
     void applicationShouldHandleReopen();
 
-    /// The status item's action: closes the popover when it is shown, else opens it at `button`.
-    void statusBarButtonClicked(StatusBarButton& button);
+    /// The status item's action: closes the popover when it is shown, else opens it.
+    void statusBarButtonClicked();
 
     /// Closes the popover and brings the one settings window to the front, made when there is none.
     void openSettings();
@@ -52,13 +48,15 @@ class AppDelegate : private WindowDelegate {
   private:
     void setupStatusItem();
     void setupPopover();
-    void showPopover(StatusBarButton& button);
+    void closePopover();
+    Size popoverSize() const;
     std::unique_ptr<Window> makeSettingsWindow();
-    void windowWillClose(Window* window) override;
+    void settingsWindowClosed();
+    std::function<void()> weakly(void (AppDelegate::*action)());
 
     AppPorts ports_;
-    ItemsManager itemsManager_; // before all that shows it, so that it dies after them
-    std::unique_ptr<StatusItem> statusItem_;
+    ItemsManager itemsManager_;              // before all that shows it, so that it dies after them
+    std::unique_ptr<StatusItem> statusItem_; // before the popover that opens at it
     std::unique_ptr<Popover> popover_;
     std::unique_ptr<Window> settingsWindow_;
     WeakAnchor<AppDelegate> anchor_{*this};

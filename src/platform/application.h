@@ -16,7 +16,7 @@ class Application {
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
     /// Makes this the application that receives the user's keys, whatever is active now.
-    virtual void activateIgnoringOtherApps() = 0;
+    virtual void activate() = 0;
 
     /// Ends the program: the event loop ends and the call returns, or the process ends inside the
     /// call. Nothing may be left to do after it.

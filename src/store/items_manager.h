@@ -65,7 +65,7 @@ class ItemsManager {
     /// Launches an item; uses no state of the store.
     void execute(const LauncherItem& item);
 
-    /// The picture for an item; uses no state of the store.
+    /// The icon for an item; uses no state of the store.
     ItemIcon icon(const LauncherItem& item);
 
   private:

@@ -2,11 +2,13 @@
 // What a shell needs to draw a view: fonts, colour levels, insets and texts as plain data. The
 // numbers of each view stand in its own *_style.h; every shell draws the same ones.
 
-#include "platform/images.h"
-
 #include <string_view>
 
-namespace kestrel::style {
+namespace kestrel {
+
+enum class FontWeight { regular, medium, semibold, bold };
+
+namespace style {
 
 /// The system font, or its monospaced companion.
 struct Font {
@@ -80,4 +82,5 @@ struct TextStyle {
     ColorLevel color = ColorLevel::primary;
 };
 
-} // namespace kestrel::style
+} // namespace style
+} // namespace kestrel

@@ -75,7 +75,7 @@ class FakeApplication final : public Application {
     void setActivationPolicy(ActivationPolicy policy) override {
         log_.add("application.setActivationPolicy " + std::to_string(static_cast<int>(policy)));
     }
-    void activateIgnoringOtherApps() override { log_.add("application.activateIgnoringOtherApps"); }
+    void activate() override { log_.add("application.activate"); }
     void terminate() override { log_.add("application.terminate"); }
 
   private:

@@ -1,7 +1,7 @@
 // What the popover has done ahead of an opening, told by the icons that it asks for: each row in
 // sight asks for its own when it is first painted.
 
-#include "shells/linux/view_hosts.h"
+#include "shells/linux/linux_desktop.h"
 #include "tests/fakes/store_fixture.h"
 #include "tests/linux/desktop/waiting.h"
 #include "views/popover/menu_popover_style.h"
@@ -19,14 +19,6 @@ namespace {
 
 using testing::IsEmpty;
 
-class UnseenButton : public StatusBarButton {
-  public:
-    void setImage(std::shared_ptr<Image>) override {}
-    void setImageIsTemplate(bool) override {}
-    void setAction(std::function<void(StatusBarButton&)>) override {}
-    void sendActionOn(EventMask) override {}
-};
-
 class PopoverPreparationTest : public tests::StoreFixture {
   protected:
     /// So many rows of a list of more are in sight.
@@ -38,21 +30,15 @@ class PopoverPreparationTest : public tests::StoreFixture {
         iconsAsked.push_back(path);
         return QIcon();
     }};
-    LinuxViewHosts hosts{icons};
-    UnseenButton button;
+    LinuxDesktop desktop{QDBusConnection(QStringLiteral("no such connection")), icons};
+    std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<Popover> popover;
 
     void SetUp() override {
         mainQueue.runAll();
-        auto controller = hosts.hostMenuPopoverView(std::make_unique<MenuPopoverView>(
+        statusItem = desktop.makeStatusItem("square.grid.2x2", "Kestrel", [] {});
+        popover = desktop.makePopover(std::make_unique<MenuPopoverView>(
             manager, mainQueue, clock, MenuPopoverView::Callbacks{}));
-        popover = hosts.makePopover();
-        popover->setContentViewController(std::move(controller));
-        setContentSize();
-    }
-
-    void setContentSize() {
-        popover->setContentSize(menu_popover_style::contentSize(manager.items.size()));
     }
 
     /// The list holds so many items of other paths than before.
@@ -73,9 +59,8 @@ class PopoverPreparationTest : public tests::StoreFixture {
     }
 
     void open() {
-        setContentSize();
-        popover->showRelativeTo(button, RectEdge::minY);
-        hosts.popover()->repaint();
+        popover->show(menu_popover_style::contentSize(manager.items.size()));
+        desktop.popover()->repaint();
         settle();
     }
 
@@ -113,7 +98,7 @@ TEST_F(PopoverPreparationTest, ChangeWhileThePopoverIsShownIsPreparedOnceItIsClo
     open();
     setItems(20, "/others/");
     EXPECT_TRUE(waitUntil([&] { return iconsAsked.size() > 3; }));
-    hosts.popover()->performClose();
+    popover->close();
     EXPECT_TRUE(waitUntil([&] { return iconsAsked.back() == "/others/9"; }));
     iconsAsked.clear();
     open();

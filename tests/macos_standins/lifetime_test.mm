@@ -11,10 +11,10 @@
 
 @implementation LifetimeTarget
 - (void)statusBarButtonClicked:(NSStatusBarButton*)sender {
-    self.ports->statusBar.buttonClicked(sender);
+    self.ports->desktop.statusBarButtonClicked(sender);
 }
 - (void)windowWillClose:(NSNotification*)notification {
-    self.ports->windowServer.windowWillClose(notification);
+    self.ports->desktop.windowWillClose(notification);
 }
 @end
 

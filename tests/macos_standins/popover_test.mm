@@ -22,9 +22,12 @@ TEST_F(PopoverTest, AClickShowsItUnderTheIconAndMakesItsWindowKey) {
     EXPECT_EQ(popover.behavior, NSPopoverBehaviorTransient);
     EXPECT_TRUE(popover.animates);
     EXPECT_TRUE(NSEqualRects(popover.positioningRect, button().bounds));
-    EXPECT_EQ(linesOf({"NSPopover ", "NSWindow makeKey", "NSApplication "}),
-              (Lines{"NSPopover showRelativeToRect:ofView:preferredEdge: NSStatusBarButton 1",
-                     "NSWindow makeKeyWindow"}));
+    EXPECT_EQ(
+        linesOf({"NSPopover ", "MenuPopoverViewController ", "NSWindow makeKey", "NSApplication "}),
+        (Lines{"NSPopover setContentSize: 240 181",
+               "MenuPopoverViewController setPreferredContentSize: 240 181",
+               "NSPopover showRelativeToRect:ofView:preferredEdge: NSStatusBarButton 1",
+               "NSWindow makeKeyWindow"}));
 }
 
 TEST_F(PopoverTest, ItsSizesFollowTheNumberOfItemsAtEachOpening) {

@@ -25,7 +25,9 @@ class SettingsWindowTest : public AppFixture {
         }
         calls = linesOf({"NSPopover ", "NSApplication ",
                          "NSWindow initWithContentRect:styleMask:backing:defer: 0 0 5",
-                         "NSWindow center", "NSWindow makeKeyAndOrderFront:"});
+                         "NSWindow setTitle:", "NSWindow setContentViewController:",
+                         "NSWindow setReleasedWhenClosed:", "NSWindow center",
+                         "NSWindow setDelegate:", "NSWindow makeKeyAndOrderFront:"});
         // What comes after is how the stand-in for the system orders a window to the front.
         const auto last = std::ranges::find(calls, "NSWindow makeKeyAndOrderFront: nil");
         if (last != calls.end())
@@ -39,6 +41,11 @@ class SettingsWindowTest : public AppFixture {
         }
         runMainQueue();
     }
+
+    void tellOfTheClosingOf(id object) {
+        [delegate windowWillClose:[NSNotification notificationWithName:NSWindowWillCloseNotification
+                                                                object:object]];
+    }
 };
 
 TEST_F(SettingsWindowTest, OpeningClosesThePopoverSetsThePolicyActivatesAndBuildsTheWindow) {
@@ -49,7 +56,10 @@ TEST_F(SettingsWindowTest, OpeningClosesThePopoverSetsThePolicyActivatesAndBuild
         (Lines{"NSPopover performClose: nil", "NSPopover close",
                "NSApplication setActivationPolicy: 0", "NSApplication activateIgnoringOtherApps: 1",
                "NSWindow initWithContentRect:styleMask:backing:defer: 0 0 520 420 15 2 0",
-               "NSWindow center", "NSWindow makeKeyAndOrderFront: nil"}));
+               "NSWindow setTitle: Kestrel",
+               "NSWindow setContentViewController: SettingsViewController",
+               "NSWindow setReleasedWhenClosed: 0", "NSWindow center",
+               "NSWindow setDelegate: AppDelegate", "NSWindow makeKeyAndOrderFront: nil"}));
     EXPECT_EQ(recording::activationPolicy(), NSApplicationActivationPolicyRegular);
 }
 
@@ -104,10 +114,11 @@ TEST_F(SettingsWindowTest, AfterAnotherOpeningTheWindowAndItsViewAreNew) {
     openSettings();
     ASSERT_EQ(ordinaryWindows().count, 1U);
     EXPECT_NE(window().contentViewController, first);
+    EXPECT_TRUE(std::ranges::count(calls, "NSWindow center"));
     EXPECT_EQ(recording::activationPolicy(), NSApplicationActivationPolicyRegular);
 }
 
-TEST_F(SettingsWindowTest, ANotificationAboutAnythingElseChangesNothing) {
+TEST_F(SettingsWindowTest, TheClosingOfAnotherWindowChangesNothing) {
     openSettings();
     recording::reset();
     NSWindow* const other = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 9, 9)
@@ -115,12 +126,28 @@ TEST_F(SettingsWindowTest, ANotificationAboutAnythingElseChangesNothing) {
                                                           backing:NSBackingStoreBuffered
                                                             defer:YES];
     other.releasedWhenClosed = NO;
-    for (id object in @[ other, @"no window" ])
-        [delegate windowWillClose:[NSNotification notificationWithName:NSWindowWillCloseNotification
-                                                                object:object]];
-    [delegate windowWillClose:[NSNotification notificationWithName:NSWindowWillCloseNotification
-                                                            object:nil]];
+    tellOfTheClosingOf(other);
+    tellOfTheClosingOf(@"no window");
+    tellOfTheClosingOf(nil);
     EXPECT_TRUE(delegate.core->hasSettingsWindow());
+    EXPECT_EQ(linesOf({"NSApplication "}), Lines{});
+}
+
+TEST_F(SettingsWindowTest, NoWindowAndNoSettingsWindowCountAsTheSame) {
+    openSettings();
+    NSWindow* const closed = window();
+    closeWindow();
+    recording::reset();
+    tellOfTheClosingOf(closed);
+    EXPECT_EQ(linesOf({"NSApplication "}), Lines{});
+    tellOfTheClosingOf(nil);
+    tellOfTheClosingOf(@"no window");
+    EXPECT_EQ(linesOf({"NSApplication "}), (Lines{"NSApplication setActivationPolicy: 1",
+                                                  "NSApplication setActivationPolicy: 1"}));
+}
+
+TEST_F(SettingsWindowTest, AClosingBeforeTheFirstSettingsWindowChangesNothing) {
+    tellOfTheClosingOf(nil);
     EXPECT_EQ(linesOf({"NSApplication "}), Lines{});
 }
 

@@ -15,9 +15,12 @@ const Lines startUpCalls{"NSUbiquitousKeyValueStore ",
                          "NSStatusBar ",
                          "NSImage imageWithSystemSymbolName:accessibilityDescription: "
                          "square.grid.2x2 Kestrel",
+                         "NSImageSymbolConfiguration ",
                          "NSImage imageWithSymbolConfiguration: 14 0",
                          "NSImage setTemplate:",
-                         "NSStatusBarButton "};
+                         "NSStatusBarButton ",
+                         "MenuPopoverViewController ",
+                         "NSPopover "};
 
 /// Ends the event loop from inside it.
 void stop() {
@@ -58,10 +61,18 @@ TEST_F(StartUpTest, TheEntryRunsTheApplicationWithItsDelegate) {
     EXPECT_EQ(calls,
               (Lines{"NSUbiquitousKeyValueStore synchronize",
                      "NSApplication setActivationPolicy: 1", "NSStatusBar statusItemWithLength: -2",
+                     "NSImageSymbolConfiguration configurationWithPointSize:weight: 14 0",
                      "NSImage imageWithSystemSymbolName:accessibilityDescription: "
                      "square.grid.2x2 Kestrel",
-                     "NSImage imageWithSymbolConfiguration: 14 0", "NSImage setTemplate: 1",
-                     "NSStatusBarButton sendActionOn: 4"}));
+                     "NSImage imageWithSymbolConfiguration: 14 0",
+                     "NSStatusBarButton setImage: square.grid.2x2", "NSImage setTemplate: 1",
+                     "NSStatusBarButton setTarget: AppDelegate",
+                     "NSStatusBarButton setAction: statusBarButtonClicked:",
+                     "NSStatusBarButton sendActionOn: 4",
+                     "MenuPopoverViewController setPreferredContentSize: 240 181",
+                     "NSPopover setContentViewController: MenuPopoverViewController",
+                     "NSPopover setContentSize: 240 181", "NSPopover setBehavior: 1",
+                     "NSPopover setAnimates: 1"}));
 }
 
 TEST_F(StartUpTest, ConstructionMakesTheStoreAndSetsNoPolicy) {
@@ -87,6 +98,10 @@ TEST_F(StartUpTest, AMissingSymbolLeavesTheButtonWithItsAction) {
     recording::hideSymbol(@"square.grid.2x2");
     launch();
     EXPECT_EQ(button().image, nil);
+    EXPECT_EQ(linesOf({"NSImage setTemplate:", "NSStatusBarButton "}),
+              (Lines{"NSStatusBarButton setTarget: AppDelegate",
+                     "NSStatusBarButton setAction: statusBarButtonClicked:",
+                     "NSStatusBarButton sendActionOn: 4"}));
     EXPECT_TRUE(recording::click(button()));
     EXPECT_TRUE(recording::shownPopover() != nil);
 }
@@ -96,8 +111,12 @@ TEST_F(StartUpTest, AnItemWithoutButtonIsTolerated) {
     EXPECT_NO_THROW(launch());
     EXPECT_EQ(recording::statusItems().count, 1U);
     EXPECT_EQ(button(), nil);
+    EXPECT_EQ(linesOf({"NSImage", "NSStatusBarButton "}), Lines{});
+    EXPECT_EQ(recording::count("NSPopover setContentViewController:"), 1);
+    recording::reset();
     EXPECT_TRUE([delegate applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]);
     EXPECT_EQ(recording::shownPopover(), nil);
+    EXPECT_EQ(linesOf({"NSPopover ", "MenuPopoverViewController ", "NSWindow "}), Lines{});
 }
 
 TEST_F(StartUpTest, AStoredListArrivesOneTurnAfterConstruction) {

@@ -1,11 +1,11 @@
 // The settings view controller with its table, rows and sheets, driven as AppKit drives them.
 
 #include "shells/macos/views/item_row_cell_view.h"
-#include "shells/macos/views/items_table_controller.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/symbol_view.h"
+#include "shells/macos/views/settings_list_controller.h"
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "shells/macos/views/settings_view_controller.h"
 #include "tests/macos_standins/views_support.h"
@@ -41,8 +41,8 @@ class MacSettingsViewTest : public MacViewsFixture {
         controller_ = nil;
     }
 
-    ItemsTableView* table() { return findView<ItemsTableView>(controller_.view); }
-    ItemsTableController* tableController() { return (ItemsTableController*)table().delegate; }
+    SettingsListView* table() { return findView<SettingsListView>(controller_.view); }
+    SettingsListController* tableController() { return (SettingsListController*)table().delegate; }
     NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
     NSWindow* sheet() { return window_->get().attachedSheet; }
 
@@ -444,7 +444,7 @@ TEST_F(MacSettingsViewTest, ReturnEditsTheSelectedRow) {
 }
 
 TEST_F(MacSettingsViewTest, NothingHappensAfterTheViewWasDiscarded) {
-    ItemsTableView* const table = this->table();
+    SettingsListView* const table = this->table();
     ItemRowCellView* const row = cell(1);
     select(1);
     click(button("Add"));

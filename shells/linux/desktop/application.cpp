@@ -41,7 +41,7 @@ QtApplication::QtApplication(QApplication& application) {
     putIconIndexFirst();
 }
 
-void QtApplication::activateIgnoringOtherApps() {
+void QtApplication::activate() {
     const auto windows = QApplication::topLevelWidgets();
     for (auto* window : windows) {
         if (window->isVisible() && window->windowType() == Qt::Window) {

@@ -37,14 +37,10 @@ class QtApplication final : public Application {
 
     /// Task bars list windows, not applications: the settings window brings its own entry, the
     /// popover has none, and nothing is left to do for either policy.
-    void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
-    ActivationPolicy activationPolicy() const { return policy_; }
+    void setActivationPolicy(ActivationPolicy) override {}
 
-    void activateIgnoringOtherApps() override;
+    void activate() override;
     void terminate() override;
-
-  private:
-    ActivationPolicy policy_ = ActivationPolicy::regular;
 };
 
 } // namespace kestrel::linux_shell

@@ -38,7 +38,7 @@ void paintShadow(QPainter& painter, const QRect& content) {
     painter.restore();
 }
 
-void paintGround(QPainter& painter, const QRect& content, const QPalette& palette) {
+void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(rounded(content, radius), palette.color(QPalette::Window));

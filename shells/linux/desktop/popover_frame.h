@@ -14,8 +14,8 @@ inline constexpr int shadowMargin = 20;
 /// The shadow of a popover whose content fills `content`.
 void paintShadow(QPainter& painter, const QRect& content);
 
-/// The ground that the content stands on, with a hairline around it.
-void paintGround(QPainter& painter, const QRect& content, const QPalette& palette);
+/// The background of the content, with a hairline around it.
+void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette);
 
 /// The part of `content` inside the rounded corners.
 QRegion shape(const QRect& content);

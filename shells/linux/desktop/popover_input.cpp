@@ -1,7 +1,7 @@
 #include "shells/linux/desktop/popover_input.h"
 
 #include "shells/linux/desktop/active_window_watch.h"
-#include "shells/linux/desktop/pointer_catcher.h"
+#include "shells/linux/desktop/input_shield.h"
 #include "shells/linux/desktop/pointer_presence.h"
 #include "shells/linux/desktop/x11.h"
 #include "shells/linux/desktop/x11_windows.h"
@@ -70,7 +70,7 @@ class ShieldedInput final : public GrabbedInput {
     }
 
   private:
-    PointerCatcher shield_;
+    InputShield shield_;
 };
 
 /// In a Wayland session whose compositor manages X11 windows like its own: it gives the keyboard to
@@ -125,8 +125,9 @@ class ActivatedInput final : public PopoverInput {
     }
 
   private:
-    // The toolkit's own word that the window is active is that of a server that is not asked. Once
-    // it was, it is not asked for again: a click elsewhere must not be undone.
+    // Qt's isActiveWindow() is not asked: it follows focus events, which XWayland sends on its own
+    // account. Once the window was active it is not activated again: a click elsewhere must not be
+    // undone.
     void look() {
         const bool isActive = x11::activeWindow() == popover_.winId();
         if (isActive) {
@@ -141,7 +142,7 @@ class ActivatedInput final : public PopoverInput {
 
     QWidget& popover_;
     std::function<void()> close_;
-    PointerCatcher shield_;
+    InputShield shield_;
     PointerPresence presence_;
     x11::ActiveWindowWatch watch_;
     QTimer ask_;

@@ -15,7 +15,6 @@
 #include <QWindow>
 
 #include <chrono>
-#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -104,8 +103,10 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
 
 } // namespace
 
-PopoverWindow::PopoverWindow()
-    : input_(PopoverInput::forSession(*this, [this] { performClose(); })) {
+PopoverWindow::PopoverWindow(std::unique_ptr<QWidget> content, PopoverAnchorSource& anchor)
+    : content_(content.release()),
+      anchor_(anchor),
+      input_(PopoverInput::forSession(*this, [this] { close(); })) {
     setWindowFlags(input_->windowFlags());
     setAttribute(Qt::WA_NoMouseReplay);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -120,55 +121,35 @@ PopoverWindow::PopoverWindow()
     preparation_.setSingleShot(true);
     preparation_.setInterval(idleTime);
     connect(&preparation_, &QTimer::timeout, this, &PopoverWindow::prepare);
-}
-
-PopoverWindow::~PopoverWindow() { hide(); }
-
-void PopoverWindow::setContentViewController(std::unique_ptr<HostingController> controller) {
-    auto* hosting = dynamic_cast<WidgetController*>(controller.get());
-    Q_ASSERT_X(hosting != nullptr, "PopoverWindow", "a controller of another shell");
-    static_cast<void>(controller.release());
-    controller_.reset(hosting);
-    auto* content = controller_->widget();
-    if (content == nullptr) {
-        return;
-    }
-    content->setParent(this);
-    content->show();
-    setFocusProxy(content);
+    content_->setParent(this);
+    content_->show();
+    setFocusProxy(content_);
     layOut();
     prepareSoon();
 }
 
-void PopoverWindow::setContentSize(Size size) {
-    contentSize_ = QSize(static_cast<int>(std::lround(size.width)),
-                         static_cast<int>(std::lround(size.height)));
-    layOut();
-}
+PopoverWindow::~PopoverWindow() { hide(); }
 
 bool PopoverWindow::isShown() const { return isVisible() || input_->isSearching(); }
 
-// The icon's panel decides on which side of the icon there is room.
-void PopoverWindow::showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) {
-    Q_UNUSED(preferredEdge)
-    auto* anchored = dynamic_cast<AnchoredButton*>(&button);
-    const auto anchor = anchored != nullptr ? anchored->anchor() : PopoverAnchor{};
+void PopoverWindow::show(Size size) {
+    contentSize_ = QSizeF(size.width, size.height).toSize();
+    const auto anchor = anchor_.anchor();
     if (anchor.kind != PopoverAnchor::Kind::hiddenPointer) {
         showAt(placed(anchor, contentSize_));
         return;
     }
-    input_->findPointer([this, anchored, last = anchor.point](std::optional<QPoint> pointer) {
-        if (pointer) {
-            anchored->setClickedPoint(*pointer);
-        } else {
+    input_->findPointer([this, last = anchor.point](std::optional<QPoint> pointer) {
+        if (pointer)
+            anchor_.setClickedPoint(*pointer);
+        else
             pointer = last;
-        }
         const auto kind = pointer ? PopoverAnchor::Kind::pointer : PopoverAnchor::Kind::corner;
         showAt(placed({.kind = kind, .icon = {}, .point = pointer}, contentSize_));
     });
 }
 
-void PopoverWindow::performClose() {
+void PopoverWindow::close() {
     hide();
     input_->end();
 }
@@ -185,7 +166,8 @@ void PopoverWindow::prepare() {
         return;
     }
     isPrepared_ = true;
-    takeSizeOfContent();
+    if (const QSize wanted = content_->sizeHint(); wanted.isValid())
+        contentSize_ = wanted;
     layOut();
     ensurePolished();
     winId();
@@ -193,15 +175,7 @@ void PopoverWindow::prepare() {
     fillCaches();
 }
 
-void PopoverWindow::takeSizeOfContent() {
-    const auto* content = controller_ != nullptr ? controller_->widget() : nullptr;
-    const QSize wanted = content != nullptr ? content->sizeHint() : QSize();
-    if (wanted.isValid()) {
-        contentSize_ = wanted;
-    }
-}
-
-// What is painted now is thrown away, but not the pictures and glyphs that it took.
+// What is painted now is thrown away, but not the images and glyphs that it took.
 void PopoverWindow::fillCaches() {
     grab();
     if (auto* window = windowHandle()) {
@@ -229,9 +203,7 @@ void PopoverWindow::layOut() {
     } else {
         setMask(popover_frame::shape(content));
     }
-    if (controller_ != nullptr && controller_->widget() != nullptr) {
-        controller_->widget()->setGeometry(content);
-    }
+    content_->setGeometry(content);
 }
 
 void PopoverWindow::showAt(const QRect& content) {
@@ -239,12 +211,11 @@ void PopoverWindow::showAt(const QRect& content) {
     move(content.topLeft() - QPoint(margin_, margin_));
     input_->begin(content, {margin_, margin_, margin_, margin_});
     fadeIn();
-    show();
+    QWidget::show();
     raise();
     input_->take();
-    if (controller_ != nullptr && controller_->widget() != nullptr) {
-        controller_->widget()->setFocus(Qt::PopupFocusReason);
-    }
+    activateWindow();
+    content_->setFocus(Qt::PopupFocusReason);
 }
 
 void PopoverWindow::fadeIn() {
@@ -252,7 +223,7 @@ void PopoverWindow::fadeIn() {
     if (!x11::isAvailable()) { // Wayland knows no opacity of a window, and Qt says so each time
         return;
     }
-    const bool canFade = animates_ && margin_ > 0 && !x11::isXWayland() &&
+    const bool canFade = margin_ > 0 && !x11::isXWayland() &&
                          style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
     if (canFade) {
         fade_.start();
@@ -296,15 +267,13 @@ void PopoverWindow::mouseReleaseEvent(QMouseEvent* event) {
     event->accept();
     if (pressedOutside_ && event->buttons() == Qt::NoButton) {
         pressedOutside_ = false;
-        if (behavior_ != PopoverBehavior::applicationDefined) {
-            performClose();
-        }
+        close();
     }
 }
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel)) {
-        performClose();
+        close();
     } else {
         QWidget::keyPressEvent(event);
     }
@@ -318,23 +287,14 @@ void PopoverWindow::paintEvent(QPaintEvent* event) {
     if (margin_ > 0 && !contentRect().contains(event->rect())) {
         popover_frame::paintShadow(painter, contentRect());
     }
-    popover_frame::paintGround(painter, contentRect(), palette());
+    popover_frame::paintBackground(painter, contentRect(), palette());
 }
 
-bool PopoverWindow::event(QEvent* event) {
-    switch (event->type()) {
-    case QEvent::PaletteChange:
-        update();
+void PopoverWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange ||
+        event->type() == QEvent::StyleChange)
         prepareSoon();
-        break;
-    case QEvent::FontChange:
-    case QEvent::StyleChange:
-        prepareSoon();
-        break;
-    default:
-        break;
-    }
-    return QWidget::event(event);
+    QWidget::changeEvent(event);
 }
 
 } // namespace kestrel::linux_shell

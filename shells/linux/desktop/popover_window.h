@@ -4,9 +4,8 @@
 // program loses the focus.
 
 #include "platform/popover.h"
-#include "shells/linux/desktop/anchored_button.h"
+#include "shells/linux/desktop/popover_anchor.h"
 #include "shells/linux/desktop/popover_input.h"
-#include "shells/linux/desktop/widget_controller.h"
 
 #include <QElapsedTimer>
 #include <QPropertyAnimation>
@@ -15,24 +14,20 @@
 
 namespace kestrel::linux_shell {
 
-/// Main thread only. Its button must be an AnchoredButton and its controller a WidgetController.
+/// Main thread only. Its content decides the size that it is prepared at, by its size hint.
 class PopoverWindow final : public QWidget, public Popover {
     Q_OBJECT
 
   public:
-    PopoverWindow();
+    /// The anchor outlives the popover.
+    PopoverWindow(std::unique_ptr<QWidget> content, PopoverAnchorSource& anchor);
     ~PopoverWindow() override;
     PopoverWindow(const PopoverWindow&) = delete;
     PopoverWindow& operator=(const PopoverWindow&) = delete;
 
-    void setContentViewController(std::unique_ptr<HostingController> controller) override;
-    HostingController* contentViewController() override { return controller_.get(); }
-    void setContentSize(Size size) override;
-    void setBehavior(PopoverBehavior behavior) override { behavior_ = behavior; }
-    void setAnimates(bool animates) override { animates_ = animates; }
     bool isShown() const override;
-    void showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) override;
-    void performClose() override;
+    void show(Size size) override;
+    void close() override;
 
     /// Does ahead of time what the next opening would otherwise spend its time on, at the size that
     /// the content says it wants. Nothing while the popover is shown.
@@ -44,7 +39,7 @@ class PopoverWindow final : public QWidget, public Popover {
     void prepareSoon();
 
   protected:
-    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -56,17 +51,15 @@ class PopoverWindow final : public QWidget, public Popover {
   private:
     void showAt(const QRect& content);
     void layOut();
-    void takeSizeOfContent();
     void fillCaches();
     void fadeIn();
     QRect contentRect() const;
 
-    std::unique_ptr<WidgetController> controller_;
+    QWidget* content_;
+    PopoverAnchorSource& anchor_;
     std::unique_ptr<PopoverInput> input_;
     QSize contentSize_{0, 0};
     int margin_ = 0;
-    PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
-    bool animates_ = false;
     bool pressedOutside_ = false;
     bool isPainted_ = false;  ///< all of it, since it was shown
     bool isPrepared_ = false; ///< the next opening finds everything as it is now

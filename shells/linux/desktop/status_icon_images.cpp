@@ -22,23 +22,19 @@ constexpr std::array<IconSize, 6> iconSizes{
 
 } // namespace
 
-QList<QImage> StatusIconImages::drawn(const QColor& color) const {
+QList<QImage> statusIconImages(const IconRenderer& renderer, const QColor& color) {
     QList<QImage> images;
-    if (image_ != nullptr) {
-        for (const IconSize size : iconSizes) {
-            QImage icon(size.pixels, size.pixels, QImage::Format_ARGB32_Premultiplied);
-            icon.fill(Qt::transparent);
-            const int border = (size.pixels - size.drawing) / 2;
-            QPainter(&icon).drawImage(border, border, drawn(size.drawing, color));
-            images.append(icon);
-        }
+    for (const IconSize size : iconSizes) {
+        const QImage shape = renderer(size.drawing);
+        if (shape.isNull())
+            return {};
+        QImage icon(size.pixels, size.pixels, QImage::Format_ARGB32_Premultiplied);
+        icon.fill(Qt::transparent);
+        const int border = (size.pixels - size.drawing) / 2;
+        QPainter(&icon).drawImage(border, border, tinted(shape, color));
+        images.append(icon);
     }
     return images;
-}
-
-QImage StatusIconImages::drawn(int pixels, const QColor& color) const {
-    const QImage image = renderer_(*image_, pixels);
-    return isTemplate_ ? tinted(image, color) : image;
 }
 
 QIcon iconOf(const QList<QImage>& images) {

@@ -1,7 +1,5 @@
 #pragma once
-// The pictures of the status icon: the core's image in the sizes and colours that panels want.
-
-#include "platform/images.h"
+// The images of the status icon: a template in the sizes and the colour that a panel wants.
 
 #include <QColor>
 #include <QIcon>
@@ -9,35 +7,14 @@
 #include <QList>
 
 #include <functional>
-#include <memory>
 
 namespace kestrel::linux_shell {
 
-/// Draws an image as a square of so many pixels.
-using IconRenderer = std::function<QImage(const Image&, int pixels)>;
+/// Draws the icon's shape into a square of so many pixels; null where there is no such drawing.
+using IconRenderer = std::function<QImage(int pixels)>;
 
-/// Main thread only.
-class StatusIconImages {
-  public:
-    explicit StatusIconImages(IconRenderer renderer) : renderer_(std::move(renderer)) {}
-
-    void setImage(std::shared_ptr<Image> image) { image_ = std::move(image); }
-    void setIsTemplate(bool isTemplate) { isTemplate_ = isTemplate; }
-
-    bool isEmpty() const { return image_ == nullptr; }
-    bool isTemplate() const { return isTemplate_; }
-
-    /// In all the sizes that panels show icons at; a template in `color`, which others ignore. None
-    /// without an image.
-    QList<QImage> drawn(const QColor& color) const;
-
-  private:
-    QImage drawn(int pixels, const QColor& color) const;
-
-    IconRenderer renderer_;
-    std::shared_ptr<Image> image_;
-    bool isTemplate_ = false;
-};
+/// The shape in `color` in all the sizes that panels show icons at; none without a drawing.
+QList<QImage> statusIconImages(const IconRenderer& renderer, const QColor& color);
 
 /// One icon of several sizes.
 QIcon iconOf(const QList<QImage>& images);

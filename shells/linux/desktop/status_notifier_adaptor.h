@@ -9,7 +9,7 @@
 
 namespace kestrel::linux_shell {
 
-/// A picture in the protocol's form.
+/// An image in the protocol's form.
 struct StatusNotifierImage {
     int width = 0;
     int height = 0;
@@ -58,13 +58,13 @@ class StatusNotifierAdaptor : public QDBusAbstractAdaptor {
 
     QString category() const { return QStringLiteral("ApplicationStatus"); }
     QString id() const { return QStringLiteral("app.kestrel.Kestrel"); }
-    QString title() const { return QStringLiteral("Kestrel"); }
+    QString title() const { return item_.title(); }
     QString status() const { return QStringLiteral("Active"); }
     int windowId() const { return 0; }
     bool itemIsMenu() const { return false; }
     QString iconName() const;
     StatusNotifierImages iconPixmap() const;
-    // Some panels write an error for each of the protocol's pictures that an item does not have.
+    // Some panels write an error for each of the protocol's images that an item does not have.
     QString nothing() const { return {}; }
     StatusNotifierImages noImages() const { return {}; }
     StatusNotifierToolTip toolTip() const;

@@ -31,11 +31,12 @@ QDBusMessage watcherCall(QLatin1String interface, QLatin1String method) {
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus)
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, QString title)
     : bus_(bus),
       watcher_(watcherService, bus,
                QDBusServiceWatcher::WatchForRegistration |
                    QDBusServiceWatcher::WatchForUnregistration),
+      title_(std::move(title)),
       serviceName_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                        .arg(QCoreApplication::applicationPid())) {
     if (currentDesktopIs(u"GNOME")) {

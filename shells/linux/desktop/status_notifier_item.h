@@ -17,7 +17,8 @@ class StatusNotifierItem final : public QObject {
     Q_OBJECT
 
   public:
-    explicit StatusNotifierItem(const QDBusConnection& bus);
+    /// `title` is what panels and assistive technologies call the icon.
+    StatusNotifierItem(const QDBusConnection& bus, QString title);
     ~StatusNotifierItem() override;
     StatusNotifierItem(const StatusNotifierItem&) = delete;
     StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
@@ -31,10 +32,11 @@ class StatusNotifierItem final : public QObject {
     /// Shows the icon in such panels, or takes it away from them. Not offered at first.
     void setOffered(bool isOffered);
 
-    /// The same picture in several sizes, ready to draw, and the name under which the icon theme
+    /// The same image in several sizes, ready to draw, and the name under which the icon theme
     /// has it; panels that know the theme then tint it themselves. An empty name is allowed.
     void setIcon(QList<QImage> images, const QString& themeName);
 
+    const QString& title() const { return title_; }
     const QList<QImage>& images() const { return images_; }
     const QString& themeName() const { return themeName_; }
 
@@ -48,7 +50,7 @@ class StatusNotifierItem final : public QObject {
     /// It is certain for the first time whether there is a panel.
     void hostKnown();
     /// The user clicked the icon with the main button. `place` is what the panel says of where that
-    /// was, in pixels of the screen; not every panel's word can be trusted.
+    /// was, in pixels of the screen; not every panel can be trusted.
     void activated(QPoint place);
     /// The panel wants the icon's menu shown; its user clicked with another button, or held the
     /// main one down for long.
@@ -69,6 +71,7 @@ class StatusNotifierItem final : public QObject {
   private:
     QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
+    QString title_;
     QString serviceName_;
     QList<QImage> images_;
     QString themeName_;

@@ -7,7 +7,7 @@
 
 namespace kestrel::linux_shell {
 
-/// Colours of icons on dark and on light grounds.
+/// Colours of icons on dark and on light backgrounds.
 inline constexpr QColor colorOnDark(0xF2, 0xF2, 0xF2);
 inline constexpr QColor colorOnLight(0x2E, 0x2E, 0x2E);
 

@@ -17,7 +17,7 @@ QRect rectOnScreen(WId window);
 /// making the window a child of its own.
 void requestDock(WId window);
 
-/// Lets the ground of a docked window be its panel's: until something is painted on it, the window
+/// Makes the panel the background of a docked window: until something is painted on it, the window
 /// shows what is behind it.
 void inheritBackground(WId window);
 

@@ -22,9 +22,8 @@ constexpr int largestIcon = 64;
 
 } // namespace
 
-XEmbedIcon::XEmbedIcon(const QIcon& icon)
+XEmbedIcon::XEmbedIcon(const QString& name, const QIcon& icon)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint), icon_(icon) {
-    const QString name = QStringLiteral("Kestrel");
     setWindowTitle(name);
     setAccessibleName(name);
     setAccessibleDescription(name);

@@ -18,7 +18,8 @@ class XEmbedIcon final : public QWidget, private QAbstractNativeEventFilter {
     Q_OBJECT
 
   public:
-    explicit XEmbedIcon(const QIcon& icon);
+    /// `name` is what the tooltip and assistive technologies call it.
+    XEmbedIcon(const QString& name, const QIcon& icon);
     ~XEmbedIcon() override;
     XEmbedIcon(const XEmbedIcon&) = delete;
     XEmbedIcon& operator=(const XEmbedIcon&) = delete;

@@ -2,7 +2,7 @@
 // The icon of an item as both lists draw it.
 
 #include "actions/item_icon.h"
-#include "shells/linux/views/kit/file_icon_source.h"
+#include "shells/linux/views/file_icon_source.h"
 
 #include <QPixmap>
 #include <QSize>

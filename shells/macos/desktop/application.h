@@ -8,7 +8,7 @@ namespace kestrel::macos_shell {
 class AppKitApplication final : public Application {
   public:
     void setActivationPolicy(ActivationPolicy policy) override;
-    void activateIgnoringOtherApps() override;
+    void activate() override;
 
     /// The process ends inside the call, unless the termination is refused.
     void terminate() override;

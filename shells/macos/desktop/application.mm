@@ -17,7 +17,7 @@ void AppKitApplication::setActivationPolicy(ActivationPolicy policy) {
         setActivationPolicy:static_cast<NSApplicationActivationPolicy>(policy)];
 }
 
-void AppKitApplication::activateIgnoringOtherApps() {
+void AppKitApplication::activate() {
     [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
 }
 

@@ -1,7 +1,9 @@
 #pragma once
-// Popover on NSPopover.
+// The popover at the status item.
 
 #import <AppKit/AppKit.h>
+
+#import "shells/macos/desktop/view_state_owner.h"
 
 #include "platform/popover.h"
 
@@ -9,30 +11,28 @@
 
 namespace kestrel::macos_shell {
 
-class AppKitStatusBar;
+class AppKitStatusItem;
 
+/// Main thread only.
 class AppKitPopover final : public Popover {
   public:
-    /// `statusBar` is the one whose buttons the popover is shown at; it outlives the popover.
-    explicit AppKitPopover(const AppKitStatusBar& statusBar);
+    /// `size` is the content's until it is shown. `statusItem` outlives the popover.
+    AppKitPopover(NSViewController<ViewStateOwner>* content, Size size,
+                  const AppKitStatusItem& statusItem);
 
-    /// Closes the popover.
+    /// Closes the popover. The core's view dies with it, even where the system still holds
+    /// `content`.
     ~AppKitPopover() override;
     AppKitPopover(const AppKitPopover&) = delete;
     AppKitPopover& operator=(const AppKitPopover&) = delete;
 
-    void setContentViewController(std::unique_ptr<HostingController> controller) override;
-    HostingController* contentViewController() override { return controller_.get(); }
-    void setContentSize(Size size) override;
-    void setBehavior(PopoverBehavior behavior) override;
-    void setAnimates(bool animates) override;
     bool isShown() const override;
-    void showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) override;
-    void performClose() override;
+    void show(Size size) override;
+    void close() override;
 
   private:
-    const AppKitStatusBar& statusBar_;
-    std::unique_ptr<HostingController> controller_;
+    const AppKitStatusItem& statusItem_;
+    NSViewController<ViewStateOwner>* content_;
     NSPopover* popover_;
     PopoverDelegate* delegate_; // the popover holds it weakly
 };

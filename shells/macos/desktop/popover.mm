@@ -1,7 +1,6 @@
 #include "shells/macos/desktop/popover.h"
 
-#include "shells/macos/desktop/hosting_controller.h"
-#include "shells/macos/desktop/status_bar.h"
+#include "shells/macos/desktop/status_item.h"
 
 /// Keeps the popover open while a mouse button goes down on the icon that it hangs on. Otherwise
 /// its transient behaviour closes it there, and the action that comes when the button goes up
@@ -25,22 +24,18 @@
 
 namespace kestrel::macos_shell {
 
-namespace {
-
-static_assert(static_cast<long>(PopoverBehavior::transient) == NSPopoverBehaviorTransient);
-static_assert(static_cast<long>(PopoverBehavior::semitransient) == NSPopoverBehaviorSemitransient);
-static_assert(static_cast<NSUInteger>(RectEdge::minX) == NSRectEdgeMinX);
-static_assert(static_cast<NSUInteger>(RectEdge::minY) == NSRectEdgeMinY);
-static_assert(static_cast<NSUInteger>(RectEdge::maxX) == NSRectEdgeMaxX);
-static_assert(static_cast<NSUInteger>(RectEdge::maxY) == NSRectEdgeMaxY);
-
-} // namespace
-
-AppKitPopover::AppKitPopover(const AppKitStatusBar& statusBar)
-    : statusBar_(statusBar),
-      popover_([[NSPopover alloc] init]),
-      delegate_([[PopoverDelegate alloc] init]) {
+AppKitPopover::AppKitPopover(NSViewController<ViewStateOwner>* content, Size size,
+                             const AppKitStatusItem& statusItem)
+    : statusItem_(statusItem), content_(content), delegate_([[PopoverDelegate alloc] init]) {
+    const NSSize contentSize = NSMakeSize(size.width, size.height);
+    content_.preferredContentSize = contentSize;
+    popover_ = [[NSPopover alloc] init];
+    delegate_.button = statusItem.button();
     popover_.delegate = delegate_;
+    popover_.contentViewController = content_;
+    popover_.contentSize = contentSize;
+    popover_.behavior = NSPopoverBehaviorTransient;
+    popover_.animates = YES;
 }
 
 AppKitPopover::~AppKitPopover() {
@@ -48,38 +43,26 @@ AppKitPopover::~AppKitPopover() {
     popover_.animates = NO; // an animation would outlast the view
     [popover_ close];
     popover_.contentViewController = nil;
+    [content_ discardView];
 }
-
-void AppKitPopover::setContentViewController(std::unique_ptr<HostingController> controller) {
-    popover_.contentViewController =
-        static_cast<const AppKitHostingController&>(*controller).controller();
-    controller_ = std::move(controller);
-}
-
-void AppKitPopover::setContentSize(Size size) {
-    popover_.contentSize = NSMakeSize(size.width, size.height);
-}
-
-void AppKitPopover::setBehavior(PopoverBehavior behavior) {
-    popover_.behavior = static_cast<NSPopoverBehavior>(behavior);
-}
-
-void AppKitPopover::setAnimates(bool animates) { popover_.animates = animates; }
 
 bool AppKitPopover::isShown() const { return popover_.shown; }
 
-void AppKitPopover::showRelativeTo(StatusBarButton& button, RectEdge preferredEdge) {
-    NSStatusBarButton* const native = static_cast<const AppKitStatusBarButton&>(button).button();
-    delegate_.button = native;
-    [popover_ showRelativeToRect:native.bounds
-                          ofView:native
-                   preferredEdge:static_cast<NSRectEdge>(preferredEdge)];
+void AppKitPopover::show(Size size) {
+    NSStatusBarButton* const button = statusItem_.button();
+    if (!button)
+        return;
+    const NSSize contentSize = NSMakeSize(size.width, size.height);
+    popover_.contentSize = contentSize;
+    content_.preferredContentSize = contentSize;
+    [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
+    [content_.view.window makeKeyWindow];
 }
 
-void AppKitPopover::performClose() {
+void AppKitPopover::close() {
     PopoverDelegate* const delegate = delegate_; // closing may end this popover
     delegate.isAskedToClose = YES;
-    [popover_ performClose:statusBar_.clickedButton()];
+    [popover_ performClose:statusItem_.clickedButton()];
     delegate.isAskedToClose = NO;
 }
 

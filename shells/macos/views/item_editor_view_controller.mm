@@ -2,12 +2,14 @@
 
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/redraw_schedule.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/text_label.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using namespace kestrel;
@@ -22,7 +24,6 @@ namespace form_style = kestrel::add_edit_item_style;
 - (NSView*)makePathRow;
 - (NSView*)makeCommandRow;
 - (NSView*)makeButtonRow;
-- (void)scheduleUpdate;
 - (void)updateNow;
 - (void)typeChosen:(NSSegmentedControl*)sender;
 - (void)browse:(id)sender;
@@ -88,16 +89,14 @@ std::size_t segmentOf(ItemType type) {
     NSTextField* _commandField;
     NSView* _commandRow;
     NSButton* _confirmButton;
-    BOOL _isUpdateScheduled;
-    Subscription _formWillChange;
+    std::optional<RedrawSchedule> _redraws;
 }
 
 - (instancetype)initWithForm:(std::unique_ptr<AddEditItemView>)form {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _form = std::move(form);
         __weak ItemEditorViewController* weakSelf = self;
-        _formWillChange =
-            _form->objectWillChange.subscribe([weakSelf] { [weakSelf scheduleUpdate]; });
+        _redraws.emplace(_form->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
     }
     return self;
 }
@@ -204,19 +203,7 @@ std::size_t segmentOf(ItemType type) {
 
 // ---- drawing the state
 
-// The signal comes before the change: the new state can be read from the main queue's next turn on.
-- (void)scheduleUpdate {
-    if (_isUpdateScheduled)
-        return;
-    _isUpdateScheduled = YES;
-    __weak ItemEditorViewController* weakSelf = self;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        [weakSelf updateNow];
-    });
-}
-
 - (void)updateNow {
-    _isUpdateScheduled = NO;
     if (!_titleField)
         return;
     const ItemType type = _form->type();

@@ -1,6 +1,7 @@
 #include "shells/macos/views/item_row_cell_view.h"
 
 #include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/hover_tracking.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
@@ -213,15 +214,7 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 
 - (void)updateTrackingAreas {
     [super updateTrackingAreas];
-    if (_trackingArea)
-        [self removeTrackingArea:_trackingArea];
-    _trackingArea =
-        [[NSTrackingArea alloc] initWithRect:NSZeroRect
-                                     options:NSTrackingMouseEnteredAndExited |
-                                             NSTrackingActiveAlways | NSTrackingInVisibleRect
-                                       owner:self
-                                    userInfo:nil];
-    [self addTrackingArea:_trackingArea];
+    _trackingArea = renewedHoverArea(self, _trackingArea);
 }
 
 - (void)mouseEntered:(NSEvent*)event {

@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "shells/macos/views/view_state_owner.h"
+#import "shells/macos/desktop/view_state_owner.h"
 
 #include "views/popover/menu_popover_view.h"
 

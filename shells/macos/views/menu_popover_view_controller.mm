@@ -4,6 +4,7 @@
 #include "shells/macos/views/item_icon_image.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/redraw_schedule.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
@@ -32,7 +33,6 @@ namespace popover_style = kestrel::menu_popover_style;
 @end
 
 @interface MenuPopoverViewController () <PopoverRowViewDelegate, NSStandardKeyBindingResponding>
-- (void)scheduleUpdate;
 - (void)updateNow;
 - (void)showRows;
 - (void)moveHighlight:(MenuPopoverView::Step)step;
@@ -71,9 +71,8 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     NSScrollView* _scrollView;
     PopoverListView* _list;
     CenteredColumnView* _emptyState;
-    BOOL _isUpdateScheduled;
     BOOL _haveItemsChanged;
-    Subscription _viewWillChange;
+    std::optional<RedrawSchedule> _redraws;
     Subscription _itemsWillChange;
 }
 
@@ -81,12 +80,10 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _state = std::move(view);
         __weak MenuPopoverViewController* weakSelf = self;
-        _viewWillChange =
-            _state->objectWillChange.subscribe([weakSelf] { [weakSelf scheduleUpdate]; });
+        _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
         _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
             if (MenuPopoverViewController* const strongSelf = weakSelf)
                 strongSelf->_haveItemsChanged = YES;
-            [weakSelf scheduleUpdate];
         });
     }
     return self;
@@ -98,7 +95,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)discardView {
     [NSNotificationCenter.defaultCenter removeObserver:self];
-    _viewWillChange = {};
+    _redraws.reset();
     _itemsWillChange = {};
     _state.reset();
 }
@@ -165,19 +162,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 // ---- drawing the state
 
-// The signal comes before the change: the new state can be read from the main queue's next turn on.
-- (void)scheduleUpdate {
-    if (_isUpdateScheduled)
-        return;
-    _isUpdateScheduled = YES;
-    __weak MenuPopoverViewController* weakSelf = self;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        [weakSelf updateNow];
-    });
-}
-
 - (void)updateNow {
-    _isUpdateScheduled = NO;
     if (!_state || !_list)
         return;
     if (_haveItemsChanged)

@@ -1,6 +1,7 @@
 #include "shells/macos/views/popover_row_view.h"
 
 #include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/hover_tracking.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
@@ -118,15 +119,7 @@ namespace row_style = kestrel::menu_popover_style::row;
 
 - (void)updateTrackingAreas {
     [super updateTrackingAreas];
-    if (_trackingArea)
-        [self removeTrackingArea:_trackingArea];
-    _trackingArea =
-        [[NSTrackingArea alloc] initWithRect:NSZeroRect
-                                     options:NSTrackingMouseEnteredAndExited |
-                                             NSTrackingActiveAlways | NSTrackingInVisibleRect
-                                       owner:self
-                                    userInfo:nil];
-    [self addTrackingArea:_trackingArea];
+    _trackingArea = renewedHoverArea(self, _trackingArea);
 }
 
 - (void)mouseEntered:(NSEvent*)event {

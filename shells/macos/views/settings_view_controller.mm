@@ -2,16 +2,18 @@
 
 #include "app/app_style.h"
 #include "shells/macos/views/item_editor_view_controller.h"
-#include "shells/macos/views/items_table_controller.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/redraw_schedule.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/kit/text_label.h"
+#include "shells/macos/views/settings_list_controller.h"
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "views/settings/settings_style.h"
 
+#include <optional>
 #include <utility>
 
 using namespace kestrel;
@@ -21,7 +23,6 @@ using namespace kestrel::macos_shell;
 - (void)addContentTo:(NSView*)root;
 - (NSView*)makePlaceholder:(NSRect)frame;
 - (NSScrollView*)makeList:(NSRect)frame;
-- (void)scheduleUpdate;
 - (void)updateNow;
 - (void)addFirstItem:(id)sender;
 - (void)presentSheet;
@@ -34,11 +35,10 @@ using namespace kestrel::macos_shell;
     SettingsToolbarView* _toolbar;
     NSView* _placeholder;
     NSScrollView* _list;
-    ItemsTableController* _tableController;
+    SettingsListController* _tableController;
     NSWindow* _sheet; // while one shows
-    BOOL _isUpdateScheduled;
     BOOL _haveItemsChanged;
-    Subscription _viewWillChange;
+    std::optional<RedrawSchedule> _redraws;
     Subscription _itemsWillChange;
 }
 
@@ -46,12 +46,10 @@ using namespace kestrel::macos_shell;
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _state = std::move(view);
         __weak SettingsViewController* weakSelf = self;
-        _viewWillChange =
-            _state->objectWillChange.subscribe([weakSelf] { [weakSelf scheduleUpdate]; });
+        _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
         _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
             if (SettingsViewController* const strongSelf = weakSelf)
                 strongSelf->_haveItemsChanged = YES;
-            [weakSelf scheduleUpdate];
         });
     }
     return self;
@@ -62,7 +60,7 @@ using namespace kestrel::macos_shell;
 }
 
 - (void)discardView {
-    _viewWillChange = {};
+    _redraws.reset();
     _itemsWillChange = {};
     [_toolbar removeFromSuperview];
     _toolbar = nil;
@@ -77,8 +75,7 @@ using namespace kestrel::macos_shell;
 
 - (void)loadView {
     // As large as the window is made: a window takes the size of the view that it is given.
-    const NSSize size =
-        NSMakeSize(app_style::settingsContentRect.width, app_style::settingsContentRect.height);
+    const NSSize size = sizeFor(app_style::settingsContentSize);
     NSView* const root = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
     [self addContentTo:root];
     self.view = root;
@@ -125,7 +122,7 @@ using namespace kestrel::macos_shell;
 }
 
 - (NSScrollView*)makeList:(NSRect)frame {
-    _tableController = [[ItemsTableController alloc] initWithState:*_state];
+    _tableController = [[SettingsListController alloc] initWithState:*_state];
     NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
     scrollView.hasVerticalScroller = YES;
     scrollView.autohidesScrollers = YES;
@@ -143,19 +140,7 @@ using namespace kestrel::macos_shell;
 
 // ---- drawing the state
 
-// The signal comes before the change: the new state can be read from the main queue's next turn on.
-- (void)scheduleUpdate {
-    if (_isUpdateScheduled)
-        return;
-    _isUpdateScheduled = YES;
-    __weak SettingsViewController* weakSelf = self;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        [weakSelf updateNow];
-    });
-}
-
 - (void)updateNow {
-    _isUpdateScheduled = NO;
     if (!_state || !_toolbar)
         return;
     [_toolbar updateNow];

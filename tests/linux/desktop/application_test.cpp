@@ -67,14 +67,6 @@ TEST(ToolkitArgumentsTest, OneDisplayLeavesNoChoice) {
     }
 }
 
-TEST(QtApplicationTest, KeepsTheActivationPolicy) {
-    QtApplication application(*qApp);
-    application.setActivationPolicy(ActivationPolicy::accessory);
-    EXPECT_EQ(application.activationPolicy(), ActivationPolicy::accessory);
-    application.setActivationPolicy(ActivationPolicy::regular);
-    EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
-}
-
 TEST(QtApplicationTest, TerminateEndsTheEventLoopAlthoughAPopupRefusesToClose) {
     class StubbornPopup : public QWidget {
       public:

@@ -15,12 +15,8 @@
 namespace kestrel::linux_shell {
 namespace {
 
-class FakeButton : public AnchoredButton {
+class FixedAnchor : public PopoverAnchorSource {
   public:
-    void setImage(std::shared_ptr<Image>) override {}
-    void setImageIsTemplate(bool) override {}
-    void setAction(std::function<void(StatusBarButton&)>) override {}
-    void sendActionOn(EventMask) override {}
     PopoverAnchor anchor() const override { return place; }
     void setClickedPoint(QPoint) override {}
 
@@ -42,16 +38,9 @@ class PaintCounter : public QObject {
 
 class PopoverWindowTest : public testing::Test {
   protected:
-    PopoverWindowTest() {
-        auto widget = std::make_unique<QWidget>();
-        content = widget.get();
-        content->setFocusPolicy(Qt::StrongFocus);
-        popover.setContentViewController(std::make_unique<WidgetController>(std::move(widget)));
-        popover.setContentSize({240, 181});
-        popover.setBehavior(PopoverBehavior::transient);
-    }
+    PopoverWindowTest() { content->setFocusPolicy(Qt::StrongFocus); }
 
-    void open() { popover.showRelativeTo(button, RectEdge::minY); }
+    void open() { popover.show({240, 181}); }
 
     void mouse(QEvent::Type type, QPoint position) {
         const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
@@ -67,19 +56,18 @@ class PopoverWindowTest : public testing::Test {
 
     QRect contentOnScreen() const { return {content->mapToGlobal(QPoint(0, 0)), content->size()}; }
 
-    FakeButton button;
-    PopoverWindow popover;
-    QWidget* content = nullptr;
+    FixedAnchor anchor;
+    QWidget* content = new QWidget;
+    PopoverWindow popover{std::unique_ptr<QWidget>(content), anchor};
 };
 
-TEST_F(PopoverWindowTest, ContentHasExactlyTheSizeThatWasSet) {
+TEST_F(PopoverWindowTest, ContentHasExactlyTheSizeThatItIsShownAt) {
     open();
     EXPECT_TRUE(popover.isShown());
     EXPECT_TRUE(content->isVisible());
     EXPECT_EQ(content->size(), QSize(240, 181));
-    popover.performClose();
-    popover.setContentSize({240, 361});
-    open();
+    popover.close();
+    popover.show({240, 361});
     EXPECT_EQ(content->size(), QSize(240, 361));
 }
 
@@ -94,12 +82,12 @@ TEST_F(PopoverWindowTest, IsPaintedOnceAtEachOpening) {
         QCoreApplication::processEvents();
         EXPECT_EQ(window.count, opening);
         EXPECT_EQ(inside.count, opening);
-        popover.performClose();
+        popover.close();
     }
 }
 
 TEST_F(PopoverWindowTest, OpensAtTheIcon) {
-    button.place = {.kind = PopoverAnchor::Kind::icon, .icon = QRect(400, 0, 24, 24), .point = {}};
+    anchor.place = {.kind = PopoverAnchor::Kind::icon, .icon = QRect(400, 0, 24, 24), .point = {}};
     open();
     EXPECT_NEAR(contentOnScreen().center().x(), QRect(400, 0, 24, 24).center().x(), 1);
     EXPECT_EQ(contentOnScreen().top(), 28);
@@ -112,12 +100,12 @@ TEST_F(PopoverWindowTest, WithoutAnIconOpensInTheTopRightCorner) {
 }
 
 TEST_F(PopoverWindowTest, HiddenPointerThatNobodyFindsIsWhereItWasTheTimeBefore) {
-    button.place = {
+    anchor.place = {
         .kind = PopoverAnchor::Kind::hiddenPointer, .icon = {}, .point = QPoint(300, 10)};
     open();
     EXPECT_NEAR(contentOnScreen().center().x(), 300, 2);
-    popover.performClose();
-    button.place.point.reset();
+    popover.close();
+    anchor.place.point.reset();
     open();
     EXPECT_EQ(contentOnScreen().topRight(),
               popover.screen()->availableGeometry().topRight() + QPoint(-4, 4));
@@ -161,9 +149,9 @@ TEST_F(PopoverWindowTest, ReleaseOfAPressFromBeforeTheOpeningLeavesItOpen) {
 
 TEST_F(PopoverWindowTest, ToolkitsLateCloseDoesNotReachAFreshPopover) {
     open();
-    EXPECT_FALSE(popover.close());
+    EXPECT_FALSE(popover.QWidget::close());
     EXPECT_TRUE(popover.isShown());
-    EXPECT_TRUE(waitUntil([&] { return popover.close(); }));
+    EXPECT_TRUE(waitUntil([&] { return popover.QWidget::close(); }));
     EXPECT_FALSE(popover.isShown());
 }
 
@@ -175,7 +163,6 @@ TEST_F(PopoverWindowTest, PreparingShowsNothing) {
 
 TEST_F(PopoverWindowTest, FocusGoesToTheContent) {
     open();
-    popover.contentViewController()->makeWindowKey();
     EXPECT_TRUE(waitUntil([&] { return content->hasFocus(); }));
 }
 
@@ -185,12 +172,9 @@ TEST_F(PopoverWindowTest, CanBeFoundByTitleAndRole) {
 }
 
 TEST(PopoverWindowOwnershipTest, ContentDiesWithThePopover) {
-    QPointer<QWidget> content = new QWidget;
-    {
-        PopoverWindow popover;
-        popover.setContentViewController(
-            std::make_unique<WidgetController>(std::unique_ptr<QWidget>(content)));
-    }
+    const QPointer<QWidget> content = new QWidget;
+    FixedAnchor anchor;
+    { const PopoverWindow popover(std::unique_ptr<QWidget>(content), anchor); }
     EXPECT_TRUE(content.isNull());
 }
 

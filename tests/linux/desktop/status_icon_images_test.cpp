@@ -6,25 +6,23 @@ namespace kestrel::linux_shell {
 namespace {
 
 /// A square that fills all that it is given.
-StatusIconImages filled() {
-    StatusIconImages images([](const Image&, int pixels) {
-        QImage square(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-        square.fill(Qt::black);
-        return square;
-    });
-    images.setImage(std::make_shared<Image>());
-    return images;
+QList<QImage> filled(const QColor& color) {
+    return statusIconImages(
+        [](int pixels) {
+            QImage square(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+            square.fill(Qt::black);
+            return square;
+        },
+        color);
 }
 
-TEST(StatusIconImagesTest, HasNoneWithoutAnImage) {
-    const StatusIconImages images([](const Image&, int) { return QImage(); });
-    EXPECT_TRUE(images.isEmpty());
-    EXPECT_TRUE(images.drawn(Qt::white).isEmpty());
+TEST(StatusIconImagesTest, HasNoneWithoutADrawing) {
+    EXPECT_TRUE(statusIconImages([](int) { return QImage(); }, Qt::white).isEmpty());
 }
 
 TEST(StatusIconImagesTest, DrawsTheSizesThatPanelsShow) {
     QList<int> sides;
-    for (const QImage& image : filled().drawn(Qt::white)) {
+    for (const QImage& image : filled(Qt::white)) {
         EXPECT_EQ(image.width(), image.height());
         sides.append(image.width());
     }
@@ -32,18 +30,15 @@ TEST(StatusIconImagesTest, DrawsTheSizesThatPanelsShow) {
 }
 
 TEST(StatusIconImagesTest, LargerOnesHaveABorderAsTheirNeighboursHave) {
-    for (const QImage& image : filled().drawn(Qt::white)) {
+    for (const QImage& image : filled(Qt::white)) {
         const bool isSmallest = image.width() == 16;
         EXPECT_EQ(image.pixelColor(0, 0).alpha() != 0, isSmallest) << image.width();
         EXPECT_NE(image.pixelColor(image.width() / 2, image.width() / 2).alpha(), 0);
     }
 }
 
-TEST(StatusIconImagesTest, OnlyATemplateTakesTheColour) {
-    auto images = filled();
-    EXPECT_EQ(images.drawn(Qt::white).first().pixelColor(8, 8), QColor(Qt::black));
-    images.setIsTemplate(true);
-    EXPECT_EQ(images.drawn(Qt::white).first().pixelColor(8, 8), QColor(Qt::white));
+TEST(StatusIconImagesTest, TheShapeTakesTheColour) {
+    EXPECT_EQ(filled(Qt::white).first().pixelColor(8, 8), QColor(Qt::white));
 }
 
 } // namespace

@@ -24,7 +24,7 @@ class StatusNotifierItemTest : public testing::Test {
     }
 
     void startItem() {
-        item.emplace(program);
+        item.emplace(program, QStringLiteral("Kestrel"));
         QObject::connect(&*item, &StatusNotifierItem::activated, &*item,
                          [this](QPoint place) { activations.append(place); });
         QObject::connect(&*item, &StatusNotifierItem::menuWanted, &*item,
@@ -114,7 +114,7 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWhenItDies) {
     EXPECT_FALSE(isOnTheBus());
 }
 
-TEST_F(StatusNotifierItemTest, AnswersForPicturesThatItDoesNotHave) {
+TEST_F(StatusNotifierItemTest, AnswersForImagesThatItDoesNotHave) {
     startPanel();
     startItem();
     ASSERT_TRUE(waitForItems(1));
@@ -207,7 +207,7 @@ TEST_F(StatusNotifierItemTest, KnowsWhetherThereIsAPanelOnceTheBusHasAnswered) {
     EXPECT_FALSE(item->hasHost());
 }
 
-TEST_F(StatusNotifierItemTest, ThemeNameIsOfferedNextToThePictures) {
+TEST_F(StatusNotifierItemTest, ThemeNameIsOfferedNextToTheImages) {
     startPanel();
     startItem();
     ASSERT_TRUE(waitForItems(1));
@@ -226,7 +226,7 @@ TEST_F(StatusNotifierItemTest, ThemeNameIsOfferedNextToThePictures) {
 }
 
 TEST(StatusNotifierItemWithoutABusTest, HasNeverAHost) {
-    const StatusNotifierItem item{QDBusConnection(QStringLiteral("no such connection"))};
+    const StatusNotifierItem item{QDBusConnection(QStringLiteral("no such connection")), {}};
     EXPECT_FALSE(item.hasHost());
     EXPECT_TRUE(item.knowsHost());
 }

@@ -28,9 +28,9 @@ TEST(TemplateIconTest, DarkGroundGetsALightIconAndLightGroundADarkOne) {
 }
 
 TEST(TemplateIconTest, OneOddCornerDecidesNothing) {
-    QImage ground = filled(Qt::black);
-    ground.setPixelColor(3, 0, Qt::white);
-    EXPECT_GT(contrastingColor(ground).lightness(), 200);
+    QImage background = filled(Qt::black);
+    background.setPixelColor(3, 0, Qt::white);
+    EXPECT_GT(contrastingColor(background).lightness(), 200);
 }
 
 } // namespace

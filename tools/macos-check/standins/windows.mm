@@ -4,7 +4,8 @@
 
 namespace {
 
-IMP trueInit, trueCenter, trueMakeKey, trueMakeKeyAndOrderFront, trueClose;
+IMP trueInit, trueSetTitle, trueSetReleased, trueSetDelegate, trueCenter, trueMakeKey,
+    trueMakeKeyAndOrderFront, trueDeminiaturize, trueClose;
 
 id init(id self, SEL selector, NSRect rect, NSWindowStyleMask style, NSBackingStoreType backing,
         BOOL defer) {
@@ -15,6 +16,22 @@ id init(id self, SEL selector, NSRect rect, NSWindowStyleMask style, NSBackingSt
         reinterpret_cast<id (*)(id, SEL, NSRect, NSWindowStyleMask, NSBackingStoreType, BOOL)>(
             trueInit);
     return method(self, selector, rect, style, backing, defer);
+}
+
+void setTitle(id self, SEL selector, NSString* title) {
+    recording::add(@"%@ setTitle: %@", NSStringFromClass([self class]), title);
+    reinterpret_cast<void (*)(id, SEL, NSString*)>(trueSetTitle)(self, selector, title);
+}
+
+void setReleasedWhenClosed(id self, SEL selector, BOOL flag) {
+    recording::add(@"%@ setReleasedWhenClosed: %d", NSStringFromClass([self class]), flag);
+    reinterpret_cast<void (*)(id, SEL, BOOL)>(trueSetReleased)(self, selector, flag);
+}
+
+void setDelegate(id self, SEL selector, id delegate) {
+    recording::add(@"%@ setDelegate: %@", NSStringFromClass([self class]),
+                   delegate ? NSStringFromClass([delegate class]) : @"nil");
+    reinterpret_cast<void (*)(id, SEL, id)>(trueSetDelegate)(self, selector, delegate);
 }
 
 void center(id self, SEL selector) {
@@ -37,6 +54,12 @@ void makeKeyAndOrderFront(NSWindow* self, SEL selector, id sender) {
     [appearing viewDidAppear];
 }
 
+void deminiaturize(id self, SEL selector, id sender) {
+    recording::add(@"NSWindow deminiaturize: %@",
+                   sender ? NSStringFromClass([sender class]) : @"nil");
+    reinterpret_cast<void (*)(id, SEL, id)>(trueDeminiaturize)(self, selector, sender);
+}
+
 void close(NSWindow* self, SEL selector) {
     NSViewController* disappearing = self.visible ? self.contentViewController : nil;
     [disappearing viewWillDisappear];
@@ -56,9 +79,13 @@ void watchWindows() {
     if (trueInit)
         return;
     watch(@selector(initWithContentRect:styleMask:backing:defer:), init, trueInit);
+    watch(@selector(setTitle:), setTitle, trueSetTitle);
+    watch(@selector(setReleasedWhenClosed:), setReleasedWhenClosed, trueSetReleased);
+    watch(@selector(setDelegate:), setDelegate, trueSetDelegate);
     watch(@selector(center), center, trueCenter);
     watch(@selector(makeKeyWindow), makeKey, trueMakeKey);
     watch(@selector(makeKeyAndOrderFront:), makeKeyAndOrderFront, trueMakeKeyAndOrderFront);
+    watch(@selector(deminiaturize:), deminiaturize, trueDeminiaturize);
     watch(@selector(close), close, trueClose);
 }
 
@@ -68,6 +95,8 @@ void watchWindows() {
 }
 /// The window takes the size of the controller's view, as on a Mac.
 - (void)setContentViewController:(NSViewController*)controller {
+    recording::add(@"NSWindow setContentViewController: %@",
+                   controller ? NSStringFromClass(controller.class) : @"nil");
     setState(self, @selector(contentViewController), controller);
     NSView* view = controller ? controller.view : [[NSView alloc] initWithFrame:NSZeroRect];
     const NSSize size = view.frame.size;

@@ -1,11 +1,11 @@
 #include "shells/linux/desktop/appearance/appearance.h"
 
-#include "shells/linux/desktop/appearance/gio_look.h"
+#include "shells/linux/desktop/appearance/gio_appearance.h"
 #include "shells/linux/desktop/appearance/kde_colors.h"
 #include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/desktop/appearance/settings_portal.h"
 #include "shells/linux/desktop/appearance/user_style.h"
-#include "shells/linux/desktop/appearance/xsettings_look.h"
+#include "shells/linux/desktop/appearance/xsettings_appearance.h"
 #include "shells/linux/desktop/current_desktop.h"
 
 #include <QApplication>
@@ -22,8 +22,8 @@ Appearance::Appearance(const QDBusConnection& bus) : isUsersOwn_(isUsersOwn(styl
 
 Appearance::~Appearance() = default;
 
-void Appearance::add(std::unique_ptr<LookSource> source) {
-    connect(source.get(), &LookSource::changed, this, &Appearance::update);
+void Appearance::add(std::unique_ptr<AppearanceSource> source) {
+    connect(source.get(), &AppearanceSource::changed, this, &Appearance::update);
     sources_.push_back(std::move(source));
 }
 
@@ -35,21 +35,21 @@ void Appearance::addThoseOfTheDesktop(const QDBusConnection& bus) {
         return;
     }
     if (currentDesktopIs(u"X-Cinnamon") || currentDesktopIs(u"Cinnamon")) {
-        add(std::make_unique<GioLook>(GioLook::Desktop::cinnamon));
+        add(std::make_unique<GioAppearance>(GioAppearance::Desktop::cinnamon));
     } else if (!currentDesktopIs(u"XFCE") && !currentDesktopIs(u"MATE") &&
                !currentDesktopIs(u"LXDE")) {
-        add(std::make_unique<GioLook>(GioLook::Desktop::gnome));
+        add(std::make_unique<GioAppearance>(GioAppearance::Desktop::gnome));
     }
-    add(std::make_unique<XSettingsLook>());
+    add(std::make_unique<XSettingsAppearance>());
 }
 
 void Appearance::update() {
-    DesktopLook look;
+    AppearanceSettings settings;
     for (const auto& source : sources_) {
-        look = merged(look, source->look());
+        settings = merged(settings, source->settings());
     }
-    const bool isOther = look.scheme != look_.scheme;
-    look_ = look;
+    const bool isOther = settings.scheme != settings_.scheme;
+    settings_ = settings;
     if (!isUsersOwn_) {
         apply(wantedPalette());
     }
@@ -63,10 +63,10 @@ std::optional<QPalette> Appearance::wantedPalette() const {
     if (kdeColors_ != nullptr && kdeColors_->palette()) {
         return kdeColors_->palette();
     }
-    if (!look_.scheme && look_.contrast == Contrast::normal) {
+    if (!settings_.scheme && settings_.contrast == Contrast::normal) {
         return std::nullopt;
     }
-    return paletteFor(look_.scheme.value_or(ColorScheme::light), look_.contrast);
+    return paletteFor(settings_.scheme.value_or(ColorScheme::light), settings_.contrast);
 }
 
 void Appearance::apply(const std::optional<QPalette>& palette) {

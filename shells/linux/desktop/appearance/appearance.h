@@ -14,7 +14,7 @@
 // Without any preference the toolkit's palette stays. It stays as well where it is the user's own
 // choice (see user_style.h); what the desktop wants is told all the same.
 
-#include "shells/linux/desktop/appearance/desktop_look.h"
+#include "shells/linux/desktop/appearance/appearance_settings.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -41,22 +41,22 @@ class Appearance final : public QObject {
 
     /// What the desktop wants of programs, be it applied or not; none where that is not known. A
     /// desktop's panel need not follow it.
-    std::optional<ColorScheme> colorScheme() const { return look_.scheme; }
+    std::optional<ColorScheme> colorScheme() const { return settings_.scheme; }
 
   Q_SIGNALS:
     void colorSchemeChanged();
 
   private:
-    void add(std::unique_ptr<LookSource> source);
+    void add(std::unique_ptr<AppearanceSource> source);
     void addThoseOfTheDesktop(const QDBusConnection& bus);
     void update();
     std::optional<QPalette> wantedPalette() const;
     void apply(const std::optional<QPalette>& palette);
 
-    std::vector<std::unique_ptr<LookSource>> sources_; ///< in the order in which they count
+    std::vector<std::unique_ptr<AppearanceSource>> sources_; ///< in the order in which they count
     const KdeColors* kdeColors_ = nullptr;
     const bool isUsersOwn_;
-    DesktopLook look_;
+    AppearanceSettings settings_;
     std::optional<QPalette> applied_; ///< none while the palette is the toolkit's
 };
 

@@ -141,8 +141,8 @@ void KdeColors::read() {
     const bool isOther = palette != palette_;
     palette_ = std::move(palette);
     const auto scheme = colors ? std::optional(schemeOf(*colors)) : std::nullopt;
-    if (scheme != look().scheme) {
-        setLook({.scheme = scheme});
+    if (scheme != settings().scheme) {
+        setSettings({.scheme = scheme});
     } else if (isOther) {
         Q_EMIT changed();
     }

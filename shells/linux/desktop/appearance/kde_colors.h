@@ -1,7 +1,7 @@
 #pragma once
 // The colours of Plasma's current scheme, which may be any: light, dark, or the user's own.
 
-#include "shells/linux/desktop/appearance/desktop_look.h"
+#include "shells/linux/desktop/appearance/appearance_settings.h"
 
 #include <QDBusConnection>
 #include <QPalette>
@@ -11,7 +11,7 @@
 namespace kestrel::linux_shell {
 
 /// Reads the desktop's file of colours at once, and again when Plasma says that they have changed.
-class KdeColors final : public LookSource {
+class KdeColors final : public AppearanceSource {
     Q_OBJECT
 
   public:

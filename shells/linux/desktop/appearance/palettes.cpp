@@ -117,7 +117,7 @@ void setDisabledTexts(QPalette& palette, const PaletteColors& colors) {
 } // namespace
 
 QPalette paletteOf(const PaletteColors& colors) {
-    // The edges of buttons follow from the ground; the texts and grounds are set after it.
+    // The edges of buttons follow from the background; the texts and backgrounds are set after it.
     QPalette palette(colors.button, colors.window);
     const QColor lit = blend(colors.button, Qt::white, 0.35);
     palette.setColor(QPalette::Light, lit);

@@ -2,7 +2,7 @@
 // The colours that widgets are drawn in: this program's own light and dark ones, those of high
 // contrast, and whatever a desktop's colour scheme says.
 
-#include "shells/linux/desktop/appearance/desktop_look.h"
+#include "shells/linux/desktop/appearance/appearance_settings.h"
 
 #include <QColor>
 #include <QPalette>

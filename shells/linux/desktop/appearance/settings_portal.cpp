@@ -25,28 +25,28 @@ uint numberIn(const QVariantMap& settings, QLatin1String key) {
     return value.typeId() == QMetaType::UInt ? value.toUInt() : 0;
 }
 
-DesktopLook lookIn(const QVariantMap& settings) {
-    DesktopLook look;
-    switch (numberIn(settings, QLatin1String("color-scheme"))) {
+AppearanceSettings settingsIn(const QVariantMap& values) {
+    AppearanceSettings settings;
+    switch (numberIn(values, QLatin1String("color-scheme"))) {
     case 1:
-        look.scheme = ColorScheme::dark;
+        settings.scheme = ColorScheme::dark;
         break;
     case 2:
-        look.scheme = ColorScheme::light;
+        settings.scheme = ColorScheme::light;
         break;
     default:
         break;
     }
-    if (numberIn(settings, QLatin1String("contrast")) == 1) {
-        look.contrast = Contrast::high;
+    if (numberIn(values, QLatin1String("contrast")) == 1) {
+        settings.contrast = Contrast::high;
     }
-    return look;
+    return settings;
 }
 
 } // namespace
 
-// The signal only says when to ask: what counts is then the word of whoever owns the portal's name,
-// not of whoever sent the signal.
+// The signal only says when to ask: the owner of the portal's name is asked, not whoever
+// sent the signal.
 SettingsPortal::SettingsPortal(const QDBusConnection& bus)
     : bus_(bus), watcher_(portalService, bus, QDBusServiceWatcher::WatchForRegistration) {
     qDBusRegisterMetaType<Namespaces>();
@@ -76,7 +76,7 @@ void SettingsPortal::watchAnswer(const QDBusPendingCall& call) {
         answer->deleteLater();
         const QDBusPendingReply<Namespaces> reply = *answer;
         if (!reply.isError()) {
-            setLook(lookIn(reply.value().value(appearanceNamespace)));
+            setSettings(settingsIn(reply.value().value(appearanceNamespace)));
         }
     });
 }

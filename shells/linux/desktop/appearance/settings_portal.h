@@ -1,7 +1,7 @@
 #pragma once
-// The look as the settings portal tells it, the same way on every desktop that has one.
+// The appearance as the settings portal tells it, the same way on every desktop that has one.
 
-#include "shells/linux/desktop/appearance/desktop_look.h"
+#include "shells/linux/desktop/appearance/appearance_settings.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
@@ -9,9 +9,9 @@
 namespace kestrel::linux_shell {
 
 /// Asks the portal when it is there, whenever it comes, and at each change. An answer is waited for
-/// without limit and without holding anything up. A portal that leaves, or fails, leaves its last
-/// word in force. Without a session bus there is never a word.
-class SettingsPortal final : public LookSource {
+/// without limit and without holding anything up. What it said last holds
+/// when the portal leaves or fails. Without a session bus it says nothing.
+class SettingsPortal final : public AppearanceSource {
     Q_OBJECT
 
   public:

@@ -1,8 +1,6 @@
 #include "shells/linux/views/kit/row_list_accessible.h"
 
 #include "shells/linux/views/kit/row_list.h"
-#include "shells/linux/views/kit/style_bridge.h"
-#include "views/accessible_texts.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

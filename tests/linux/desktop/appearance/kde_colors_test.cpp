@@ -67,7 +67,7 @@ class KdeColorsTest : public testing::Test {
 TEST_F(KdeColorsTest, SchemesOwnColorsAreUsed) {
     write(QStringLiteral("own/kdeglobals"), darkScheme);
     const KdeColors colors(program);
-    EXPECT_EQ(colors.look().scheme, ColorScheme::dark);
+    EXPECT_EQ(colors.settings().scheme, ColorScheme::dark);
     EXPECT_EQ(color(colors, QPalette::Window), QColor(42, 46, 50));
     EXPECT_EQ(color(colors, QPalette::Base), QColor(27, 30, 32));
     EXPECT_EQ(color(colors, QPalette::Highlight), QColor(61, 174, 233));
@@ -77,7 +77,7 @@ TEST_F(KdeColorsTest, SchemesOwnColorsAreUsed) {
 TEST_F(KdeColorsTest, SchemeWithoutPlaceholdersHasReadableOnes) {
     write(QStringLiteral("own/kdeglobals"), lightScheme);
     const KdeColors colors(program);
-    EXPECT_EQ(colors.look().scheme, ColorScheme::light);
+    EXPECT_EQ(colors.settings().scheme, ColorScheme::light);
     EXPECT_GE(
         contrastRatio(color(colors, QPalette::PlaceholderText), color(colors, QPalette::Base)), 3);
 }
@@ -87,7 +87,7 @@ TEST_F(KdeColorsTest, ChangeIsFollowed) {
     const KdeColors colors(program);
     write(QStringLiteral("own/kdeglobals"), darkScheme);
     notify(0);
-    EXPECT_TRUE(waitUntil([&] { return colors.look().scheme == ColorScheme::dark; }));
+    EXPECT_TRUE(waitUntil([&] { return colors.settings().scheme == ColorScheme::dark; }));
     EXPECT_EQ(color(colors, QPalette::Window), QColor(42, 46, 50));
 }
 
@@ -95,7 +95,7 @@ TEST_F(KdeColorsTest, OtherColorsOfTheSameSchemeAreAChange) {
     write(QStringLiteral("own/kdeglobals"), lightScheme);
     const KdeColors colors(program);
     int changes = 0;
-    QObject::connect(&colors, &LookSource::changed, &colors, [&changes] { ++changes; });
+    QObject::connect(&colors, &AppearanceSource::changed, &colors, [&changes] { ++changes; });
     write(QStringLiteral("own/kdeglobals"), QByteArray(lightScheme).replace("35,38,41", "0,0,0"));
     notify(0);
     EXPECT_TRUE(waitUntil([&] { return changes == 1; }));
@@ -113,7 +113,7 @@ TEST_F(KdeColorsTest, SchemeThatIsOnlyNamedIsLookedUp) {
     write(QStringLiteral("system/kdeglobals"), "[General]\nColorScheme=Night\n");
     write(QStringLiteral("data/color-schemes/Night.colors"), darkScheme);
     const KdeColors colors(program);
-    EXPECT_EQ(colors.look().scheme, ColorScheme::dark);
+    EXPECT_EQ(colors.settings().scheme, ColorScheme::dark);
 }
 
 TEST_F(KdeColorsTest, WithoutColorsThereIsNoPalette) {
@@ -130,7 +130,7 @@ TEST_F(KdeColorsTest, WithoutColorsThereIsNoPalette) {
         write(QStringLiteral("own/kdeglobals"), content);
         const KdeColors colors(program);
         EXPECT_FALSE(colors.palette()) << content.constData();
-        EXPECT_EQ(colors.look(), DesktopLook()) << content.constData();
+        EXPECT_EQ(colors.settings(), AppearanceSettings()) << content.constData();
     }
 }
 

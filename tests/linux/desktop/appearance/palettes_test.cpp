@@ -10,7 +10,7 @@ namespace {
 struct Pair {
     const char* what;
     QPalette::ColorRole text;
-    QPalette::ColorRole ground;
+    QPalette::ColorRole background;
     double least;
 };
 
@@ -29,9 +29,9 @@ const std::vector<Pair> pairs{
 
 void expectReadable(const QPalette& palette, const char* name) {
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        for (const auto& [what, text, ground, least] : pairs) {
+        for (const auto& [what, text, background, least] : pairs) {
             EXPECT_EQ(palette.color(group, text).alpha(), 255) << name << ": " << what;
-            EXPECT_GE(contrastRatio(palette.color(group, text), palette.color(group, ground)),
+            EXPECT_GE(contrastRatio(palette.color(group, text), palette.color(group, background)),
                       least)
                 << name << ": " << what;
         }
@@ -69,28 +69,28 @@ TEST(PalettesTest, HighContrastHasMuchOfItEverywhere) {
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
         const QPalette normal = paletteFor(scheme, Contrast::normal);
         const QPalette high = paletteFor(scheme, Contrast::high);
-        for (const auto& [what, text, ground, least] : pairs) {
-            EXPECT_GE(contrastRatio(high.color(text), high.color(ground)),
-                      contrastRatio(normal.color(text), normal.color(ground)))
+        for (const auto& [what, text, background, least] : pairs) {
+            EXPECT_GE(contrastRatio(high.color(text), high.color(background)),
+                      contrastRatio(normal.color(text), normal.color(background)))
                 << what;
-            EXPECT_GE(contrastRatio(high.color(text), high.color(ground)), 7) << what;
+            EXPECT_GE(contrastRatio(high.color(text), high.color(background)), 7) << what;
         }
     }
 }
 
 PaletteColors grayColors(const QColor& placeholder) {
-    const QColor ground(0x1B, 0x1E, 0x20);
+    const QColor background(0x1B, 0x1E, 0x20);
     const QColor text(0xFC, 0xFC, 0xFC);
-    return {.window = ground,
+    return {.window = background,
             .windowText = text,
-            .base = ground,
-            .alternateBase = ground,
+            .base = background,
+            .alternateBase = background,
             .text = text,
-            .button = ground,
+            .button = background,
             .buttonText = text,
             .highlight = text,
-            .highlightedText = ground,
-            .toolTip = ground,
+            .highlightedText = background,
+            .toolTip = background,
             .toolTipText = text,
             .link = text,
             .visitedLink = text,

@@ -12,8 +12,8 @@
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr DesktopLook darkLook{.scheme = ColorScheme::dark};
-constexpr DesktopLook lightLook{.scheme = ColorScheme::light};
+constexpr AppearanceSettings dark{.scheme = ColorScheme::dark};
+constexpr AppearanceSettings light{.scheme = ColorScheme::light};
 
 class SettingsPortalTest : public testing::Test {
   protected:
@@ -42,8 +42,8 @@ class SettingsPortalTest : public testing::Test {
         return {{QStringLiteral("color-scheme"), value}};
     }
 
-    bool looksLike(const DesktopLook& look) {
-        return waitUntil([&] { return source->look() == look; });
+    bool becomes(const AppearanceSettings& settings) {
+        return waitUntil([&] { return source->settings() == settings; });
     }
 
     PrivateBus bus;
@@ -56,37 +56,37 @@ class SettingsPortalTest : public testing::Test {
 TEST_F(SettingsPortalTest, DarkIsKnownAfterTheStart) {
     startPortal(scheme(1U));
     startProgram();
-    EXPECT_TRUE(looksLike(darkLook));
+    EXPECT_TRUE(becomes(dark));
 }
 
 TEST_F(SettingsPortalTest, FollowsTheSwitchWhileRunning) {
     startPortal(scheme(1U));
     startProgram();
-    ASSERT_TRUE(looksLike(darkLook));
+    ASSERT_TRUE(becomes(dark));
     portal->set(QStringLiteral("color-scheme"), 2U);
-    EXPECT_TRUE(looksLike(lightLook));
+    EXPECT_TRUE(becomes(light));
     portal->set(QStringLiteral("color-scheme"), 0U);
-    EXPECT_TRUE(looksLike({}));
+    EXPECT_TRUE(becomes({}));
     portal->set(QStringLiteral("contrast"), 1U);
-    EXPECT_TRUE(looksLike({.scheme = std::nullopt, .contrast = Contrast::high}));
+    EXPECT_TRUE(becomes({.scheme = std::nullopt, .contrast = Contrast::high}));
 }
 
 TEST_F(SettingsPortalTest, PortalThatComesLateIsHeard) {
     startProgram();
-    EXPECT_EQ(source->look(), DesktopLook());
+    EXPECT_EQ(source->settings(), AppearanceSettings());
     startPortal(scheme(1U));
-    EXPECT_TRUE(looksLike(darkLook));
+    EXPECT_TRUE(becomes(dark));
 }
 
 TEST_F(SettingsPortalTest, PortalThatLeavesLeavesItsLastWordUntilItIsBack) {
     startPortal(scheme(1U));
     startProgram();
-    ASSERT_TRUE(looksLike(darkLook));
+    ASSERT_TRUE(becomes(dark));
     portal.reset();
     hearAll();
-    EXPECT_EQ(source->look(), darkLook);
+    EXPECT_EQ(source->settings(), dark);
     startPortal(scheme(2U));
-    EXPECT_TRUE(looksLike(lightLook));
+    EXPECT_TRUE(becomes(light));
 }
 
 TEST_F(SettingsPortalTest, ValuesOfAnotherTypeOrUnknownOnesAreNoPreference) {
@@ -95,7 +95,7 @@ TEST_F(SettingsPortalTest, ValuesOfAnotherTypeOrUnknownOnesAreNoPreference) {
     for (const QVariant& value : values) {
         startPortal({{QStringLiteral("color-scheme"), value}, {QStringLiteral("contrast"), value}});
         startProgram();
-        EXPECT_EQ(source->look(), DesktopLook()) << value.typeName();
+        EXPECT_EQ(source->settings(), AppearanceSettings()) << value.typeName();
         portal.reset();
         hearAll();
     }
@@ -105,16 +105,16 @@ TEST_F(SettingsPortalTest, PortalThatNeverAnswersIsAskedAndNotWaitedFor) {
     startPortal(scheme(1U));
     portal->answers = false;
     startProgram();
-    EXPECT_EQ(source->look(), DesktopLook());
+    EXPECT_EQ(source->settings(), AppearanceSettings());
     portal->answers = true;
     portal->set(QStringLiteral("color-scheme"), 1U);
-    EXPECT_TRUE(looksLike(darkLook));
+    EXPECT_TRUE(becomes(dark));
 }
 
 TEST_F(SettingsPortalTest, SignalOfAnotherProgramChangesNothingThatThePortalSays) {
     startPortal(scheme(1U));
     startProgram();
-    ASSERT_TRUE(looksLike(darkLook));
+    ASSERT_TRUE(becomes(dark));
     const auto stranger = bus.connect();
     auto forged = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
                                              QStringLiteral("org.freedesktop.portal.Settings"),
@@ -124,12 +124,12 @@ TEST_F(SettingsPortalTest, SignalOfAnotherProgramChangesNothingThatThePortalSays
     stranger.send(forged);
     ASSERT_TRUE(waitUntil([&] { return portal->calls == 2; }));
     hearAll();
-    EXPECT_EQ(source->look(), darkLook);
+    EXPECT_EQ(source->settings(), dark);
 }
 
 TEST(SettingsPortalWithoutABusTest, StatesNoPreference) {
     const SettingsPortal source{QDBusConnection(QStringLiteral("no such connection"))};
-    EXPECT_EQ(source.look(), DesktopLook());
+    EXPECT_EQ(source.settings(), AppearanceSettings());
 }
 
 } // namespace

@@ -1,0 +1,29 @@
+#pragma once
+// Fills the table of the settings list, and takes its selection, drags and commands to the
+// settings view's state.
+
+#import <AppKit/AppKit.h>
+
+#import "shells/macos/views/settings_list_view.h"
+
+#include "views/settings/settings_view.h"
+
+@interface SettingsListController
+    : NSObject <NSTableViewDataSource, NSTableViewDelegate, SettingsListCommands>
+
+/// `state` lives until `detach`.
+- (instancetype)initWithState:(kestrel::SettingsView&)state NS_DESIGNATED_INITIALIZER;
+- (instancetype)init NS_UNAVAILABLE;
+
+@property(nonatomic, readonly) SettingsListView* table;
+
+/// Takes the list from the state; the selection is carried over by id.
+- (void)reload;
+
+/// Shows the rows of the same list anew, and the selection.
+- (void)refresh;
+
+/// The state is about to go. The table stays as it is and does nothing more.
+- (void)detach;
+
+@end

@@ -1,0 +1,24 @@
+#pragma once
+// The table of the settings list with its keyboard commands: Delete, Option with the vertical
+// arrows, Return and the letters of a title.
+
+#import <AppKit/AppKit.h>
+
+#include "views/settings/settings_view.h"
+
+/// What the keys ask for; each about the selected row.
+@protocol SettingsListCommands <NSObject>
+- (void)deleteSelectedRow;
+- (void)moveSelectedRow:(kestrel::SettingsView::Direction)direction;
+- (void)editSelectedRow;
+- (void)typed:(NSString*)text;
+@end
+
+@interface SettingsListView : NSTableView <NSMenuItemValidation>
+
+@property(nonatomic, weak) id<SettingsListCommands> commands;
+
+/// The Edit menu's command.
+- (IBAction)delete:(id)sender;
+
+@end

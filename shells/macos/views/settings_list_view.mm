@@ -1,0 +1,80 @@
+#include "shells/macos/views/settings_list_view.h"
+
+#include "shells/macos/views/kit/style_bridge.h"
+
+namespace {
+
+constexpr NSEventModifierFlags commandKeys = NSEventModifierFlagShift | NSEventModifierFlagControl |
+                                             NSEventModifierFlagOption | NSEventModifierFlagCommand;
+
+/// The first character of a key press, 0 when it has none (a dead key).
+unichar characterOf(NSEvent* event) {
+    NSString* const characters = event.charactersIgnoringModifiers;
+    return characters.length > 0 ? [characters characterAtIndex:0] : u'\0';
+}
+
+/// What a key press types; nil when it is a command or a key without a letter.
+NSString* lettersOf(NSEvent* event) {
+    NSString* const characters = event.characters;
+    const NSEventModifierFlags commands = NSEventModifierFlagControl | NSEventModifierFlagCommand;
+    if ((event.modifierFlags & commands) != 0 || characters.length == 0)
+        return nil;
+    const unichar first = [characters characterAtIndex:0];
+    // Arrows and function keys come as characters of a private range that ends before U+F900.
+    const bool isFunctionKey = first >= NSUpArrowFunctionKey && first < 0xF900;
+    const bool isControl = [NSCharacterSet.controlCharacterSet characterIsMember:first];
+    return isFunctionKey || isControl ? nil : characters;
+}
+
+} // namespace
+
+@interface SettingsListView ()
+- (BOOL)takesCommandKey:(NSEvent*)event;
+@end
+
+@implementation SettingsListView
+
+- (void)keyDown:(NSEvent*)event {
+    if ([self takesCommandKey:event])
+        return;
+    NSString* const letters = lettersOf(event);
+    if (letters)
+        [self.commands typed:letters];
+    else
+        [super keyDown:event];
+}
+
+- (BOOL)takesCommandKey:(NSEvent*)event {
+    using Direction = kestrel::SettingsView::Direction;
+    const unichar character = characterOf(event);
+    const NSEventModifierFlags modifiers = event.modifierFlags & commandKeys;
+    const bool isDelete = character == NSDeleteCharacter || character == NSBackspaceCharacter ||
+                          character == NSDeleteFunctionKey;
+    const bool isReturn = character == NSCarriageReturnCharacter || character == NSEnterCharacter;
+    const bool isVertical =
+        character == NSUpArrowFunctionKey || character == NSDownArrowFunctionKey;
+    if (isDelete && modifiers == 0)
+        [self.commands deleteSelectedRow];
+    else if (isReturn && modifiers == 0)
+        [self.commands editSelectedRow];
+    else if (isVertical && modifiers == NSEventModifierFlagOption)
+        [self.commands
+            moveSelectedRow:character == NSUpArrowFunctionKey ? Direction::up : Direction::down];
+    else
+        return NO;
+    return YES;
+}
+
+- (IBAction)delete:(id)sender {
+    (void)sender;
+    [self.commands deleteSelectedRow];
+}
+
+- (BOOL)validateMenuItem:(NSMenuItem*)menuItem {
+    const SEL action = menuItem.action;
+    const bool isDelete =
+        action && kestrel::macos_shell::isSameSelector(action, @selector(delete:));
+    return !isDelete || self.selectedRow >= 0;
+}
+
+@end

@@ -1,0 +1,61 @@
+#include "shells/macos/views/kit/redraw_schedule.h"
+#include "tests/macos_standins/macos_fixture.h"
+
+#include <optional>
+
+namespace kestrel::tests {
+namespace {
+
+class RedrawScheduleTest : public MacosFixture {
+  protected:
+    WillChangeSignal signal;
+    int redraws = 0;
+    std::optional<macos_shell::RedrawSchedule> schedule;
+
+    void SetUp() override {
+        schedule.emplace(signal, [this] { ++redraws; });
+    }
+};
+
+TEST_F(RedrawScheduleTest, AnyNumberOfChangesMakeOneRedrawInTheNextTurn) {
+    signal.fire();
+    signal.fire();
+    EXPECT_EQ(redraws, 0);
+    runMainQueue();
+    EXPECT_EQ(redraws, 1);
+    signal.fire();
+    runMainQueue();
+    EXPECT_EQ(redraws, 2);
+}
+
+TEST_F(RedrawScheduleTest, AChangeDuringARedrawMakesAnother) {
+    schedule.emplace(signal, [this] {
+        if (++redraws == 1)
+            signal.fire();
+    });
+    signal.fire();
+    runMainQueue();
+    runMainQueue();
+    EXPECT_EQ(redraws, 2);
+}
+
+TEST_F(RedrawScheduleTest, NothingIsRedrawnOnceItIsGone) {
+    signal.fire();
+    schedule.reset();
+    signal.fire();
+    runMainQueue();
+    EXPECT_EQ(redraws, 0);
+}
+
+TEST_F(RedrawScheduleTest, ARedrawMayEndIt) {
+    schedule.emplace(signal, [this] {
+        schedule.reset();
+        ++redraws;
+    });
+    signal.fire();
+    runMainQueue();
+    EXPECT_EQ(redraws, 1);
+}
+
+} // namespace
+} // namespace kestrel::tests
