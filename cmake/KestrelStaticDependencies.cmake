@@ -3,20 +3,18 @@
 option(KESTREL_FETCH_DEPENDENCIES "Build simdjson and utf8proc from their sources" ON)
 
 if(KESTREL_FETCH_DEPENDENCIES)
-  # For all processors of the bundle; a package manager's libraries are for one. The versions are
-  # the ones that everything is tested with on Debian 12.
+  # For all processors of the bundle; a package manager's libraries are for one. The versions and
+  # the archives are the ones that Debian 12 builds its packages from.
   include(FetchContent)
   set(CMAKE_POLICY_VERSION_MINIMUM 3.5) # CMake 4 refuses what the older of the two asks for
   set(BUILD_SHARED_LIBS OFF)
   set(SIMDJSON_DEVELOPER_MODE OFF)
   FetchContent_Declare(simdjson
-    GIT_REPOSITORY https://github.com/simdjson/simdjson.git
-    GIT_TAG v3.0.1
-    GIT_SHALLOW ON)
+    URL https://github.com/simdjson/simdjson/archive/refs/tags/v3.0.1.tar.gz
+    URL_HASH SHA256=156b1bc5eb0561b2bd166b46d191fd3d95a3e709cc63761477d3b7aec2b6e9ed)
   FetchContent_Declare(utf8proc
-    GIT_REPOSITORY https://github.com/JuliaStrings/utf8proc.git
-    GIT_TAG v2.8.0
-    GIT_SHALLOW ON)
+    URL https://github.com/JuliaStrings/utf8proc/archive/refs/tags/v2.8.0.tar.gz
+    URL_HASH SHA256=a0a60a79fe6f6d54e7d411facbfcc867a6e198608f2cd992490e46f04b1bcecc)
   FetchContent_MakeAvailable(simdjson utf8proc)
   set(kestrel_simdjson simdjson)
   set(kestrel_utf8proc utf8proc)

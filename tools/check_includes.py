@@ -3,6 +3,9 @@
 
     model < platform < actions < store < views < app        (src/, free of any toolkit)
 
+The folders inside each shell have an order too, SHELL_ORDER; what stands in a shell's own folder may
+include all of them.
+
 Also that includes are written from src/ or from the top folder, that no shell includes another,
 and that no conditional asks for the operating system.
 """
@@ -12,6 +15,10 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 ORDER = ("model", "platform", "actions", "store", "views", "app")
+SHELL_ORDER = {
+    "linux": ("posix", "glib", "threading", "storage", "launching", "desktop", "views/kit", "views"),
+    "macos": ("foundation", "storage", "launching", "desktop", "views/kit", "views"),
+}
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 CONDITION = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif|elifdef)\b(.*)")
 SYSTEM = re.compile(r"__linux|__gnu_linux__|__unix|__APPLE__|__MACH__|_WIN32|_WIN64|__FreeBSD__|"
@@ -35,11 +42,26 @@ def fault_of_core_include(path, bracket, target):
     return None
 
 
+def place_in_shell(shell, file):
+    """Where the folder of a file stands in its shell's order; None for a folder that it lacks."""
+    order = SHELL_ORDER[shell]
+    if file.count("/") == 0:
+        return len(order)
+    return next((place for place, folder in enumerate(order) if file.startswith(folder + "/")), None)
+
+
 def fault_of_shell_include(path, bracket, target):
     """What is wrong with an include of a file of shells/NAME, or None."""
-    own = path.relative_to(ROOT / "shells").parts[0]
-    if target.startswith("shells/") and not target.startswith(f"shells/{own}/"):
-        return f"one shell includes another's {target}"
+    own, _, file = path.relative_to(ROOT / "shells").as_posix().partition("/")
+    if target.startswith("shells/"):
+        _, other, included = target.split("/", 2)
+        if other != own:
+            return f"one shell includes another's {target}"
+        places = place_in_shell(own, file), place_in_shell(own, included)
+        if None in places:
+            return f"the folder of {file if places[0] is None else included} is not in SHELL_ORDER"
+        if places[1] > places[0]:
+            return f"{file} includes {included}, which stands to the right of it"
     if bracket == '"' and target.startswith("tests/"):
         return f"the program includes {target} of its tests"
     return None
