@@ -70,7 +70,7 @@ class ItemsManager {
 
   private:
     CloudKeyValueStore* availableCloudStore();
-    bool loadFromCloud();
+    [[nodiscard]] bool loadFromCloud();
     void handOver(std::vector<LauncherItem> decoded);
     void writeLastSyncDate();
     void migrateLocalToICloudIfNeeded();

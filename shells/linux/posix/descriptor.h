@@ -26,8 +26,8 @@ class Descriptor {
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { close(); }
 
-    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    [[nodiscard]] int number() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+    int number() const { return number_; }
 
     /// Writes all of `bytes`, however little the system takes at a time. False when it takes no
     /// more; some of them may be written then.

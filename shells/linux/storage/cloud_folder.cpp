@@ -42,7 +42,7 @@ struct CloudFolder::State {
             const auto values = std::exchange(unwritten, {});
             lock.unlock();
             for (const auto& [key, data] : values)
-                store.write(key, data);
+                static_cast<void>(store.write(key, data)); // nobody is left to tell of a failure
             CloudValue found = lookUp(store, watchedKey);
             lock.lock();
             late = std::move(found);

@@ -63,7 +63,7 @@ class CloudFolder {
 
     /// True when `data` is stored. What a silent folder is given is stored when it answers again,
     /// the last value of each key, unless the folder has never answered: then it is dropped.
-    bool write(std::string_view key, std::string_view data);
+    [[nodiscard]] bool write(std::string_view key, std::string_view data);
 
     /// What `question` returns, which runs on the folder's thread; nothing when it has not ended in
     /// time, or not begun because the folder is silent. As it may go on later, it must own what it
@@ -82,7 +82,7 @@ class CloudFolder {
     struct State;
 
     /// True when `question` has ended in time.
-    bool run(std::function<void(FileStore&)> question);
+    [[nodiscard]] bool run(std::function<void(FileStore&)> question);
     void takeInTheAnswer();
 
     CloudTimeouts timeouts_;

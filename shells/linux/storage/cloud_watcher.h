@@ -35,7 +35,7 @@ class CloudWatcher {
     /// may remove the old file before it puts the new one there, and make the directory before the
     /// file in it. When it has not come after some seconds that is reported as a change, and from
     /// then on this is false.
-    [[nodiscard]] bool valueIsMissing();
+    bool valueIsMissing();
 
     /// To be told when a silent folder answers again. What has happened in it meanwhile, or was
     /// being looked at when it fell silent, is not reported.

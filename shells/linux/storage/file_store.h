@@ -30,20 +30,20 @@ class FileStore {
     FileStore(FileOperations& operations, std::string directory, MissingDirectory missing);
 
     /// True while the directory, or a link to one, exists.
-    [[nodiscard]] bool exists() const;
+    bool exists() const;
 
     /// The bytes under `key`, possibly none at all; nothing when there is no such file or it is
     /// not a regular file that can be read to its end. Never waits for a writer.
-    [[nodiscard]] std::optional<std::string> read(std::string_view key) const;
+    std::optional<std::string> read(std::string_view key) const;
 
     /// True when something stands under `key`, whether or not it can be read.
-    [[nodiscard]] bool holds(std::string_view key) const;
+    bool holds(std::string_view key) const;
 
     /// Puts `data` under `key`, atomically and durably, with mode 0600. True when it is stored;
     /// otherwise the old value is there, whole, and nothing is left behind. What is not a regular
     /// file, a directory or a device, is never replaced. A write that the end of the process cut
     /// short leaves a temporary file, which the next write of the key removes.
-    bool write(std::string_view key, std::string_view data);
+    [[nodiscard]] bool write(std::string_view key, std::string_view data);
 
   private:
     /// Where a key's file really is: its directory, open, and its name there.
@@ -56,11 +56,11 @@ class FileStore {
 
     /// One attempt; overtaken when the temporary file, or its directory, is gone before the end.
     Outcome replace(std::string_view key, std::string_view data);
-    bool makeDirectory();
-    [[nodiscard]] Descriptor open(int directory, const char* name, int flags) const;
-    [[nodiscard]] std::optional<Place> find(std::string_view key) const;
-    [[nodiscard]] bool isReplaceable(const Place& place) const;
-    [[nodiscard]] bool isInUse(const Place& place, const std::string& name) const;
+    [[nodiscard]] bool makeDirectory();
+    Descriptor open(int directory, const char* name, int flags) const;
+    std::optional<Place> find(std::string_view key) const;
+    bool isReplaceable(const Place& place) const;
+    bool isInUse(const Place& place, const std::string& name) const;
     void removeStaleTemporaries(const Place& place) const;
     void remove(const Place& place, const std::string& name) const;
     [[nodiscard]] std::optional<std::string> writeTemporary(const Place& place,

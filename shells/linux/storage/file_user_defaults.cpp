@@ -35,11 +35,11 @@ std::optional<std::string> FileUserDefaults::dataForKey(std::string_view key) {
 
 // A write that fails has left the stored value as it was, which is all that is asked of it.
 void FileUserDefaults::setData(std::string_view data, std::string_view key) {
-    store_.write(key, data);
+    static_cast<void>(store_.write(key, data));
 }
 
 void FileUserDefaults::setDate(Date date, std::string_view key) {
-    store_.write(key, isoText(date));
+    static_cast<void>(store_.write(key, isoText(date)));
 }
 
 } // namespace kestrel::linux_shell

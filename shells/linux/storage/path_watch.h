@@ -41,7 +41,7 @@ class PathWatch {
     PathWatch(std::string directory, std::string name);
 
     /// Readable when there is something for `readChanges`; -1 without inotify.
-    [[nodiscard]] int descriptor() const { return descriptor_.number(); }
+    int descriptor() const { return descriptor_.number(); }
 
     /// Takes in everything that has happened so far, without waiting for more.
     PathChange readChanges();

@@ -24,8 +24,8 @@ class TimedCall {
     /// when it has not ended in time: it is then left alone with its thread and may outlive
     /// everything here, so it must own what it uses. `late`, likewise, is called on that thread
     /// behind such a job, and behind no other. The next job gets a new thread.
-    bool run(std::function<void()> job, std::chrono::milliseconds timeout,
-             std::function<void()> late = {});
+    [[nodiscard]] bool run(std::function<void()> job, std::chrono::milliseconds timeout,
+                           std::function<void()> late = {});
 
   private:
     struct State;
