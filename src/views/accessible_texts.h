@@ -7,9 +7,11 @@
 
 namespace kestrel::accessible_texts {
 
-inline constexpr style::Text itemList{"Items", style::Text::Lookup::localizable};
-inline constexpr style::Text rowActions{"Actions", style::Text::Lookup::localizable};
-inline constexpr style::Text moveRowUp{"Move Up", style::Text::Lookup::localizable};
-inline constexpr style::Text moveRowDown{"Move Down", style::Text::Lookup::localizable};
+using namespace style;
+
+inline constexpr Text itemList{"Items", Text::Lookup::localizable};
+inline constexpr Text rowActions{"Actions", Text::Lookup::localizable};
+inline constexpr Text moveRowUp{"Move Up", Text::Lookup::localizable};
+inline constexpr Text moveRowDown{"Move Down", Text::Lookup::localizable};
 
 } // namespace kestrel::accessible_texts

@@ -114,6 +114,12 @@ TEST_F(MacItemRowTest, TheMenuHoldsEditASeparatorAndDelete) {
     EXPECT_EQ(edits_, 1);
 }
 
+TEST_F(MacItemRowTest, AssistiveProgramsHearWhatTheActionsButtonIsFor) {
+    EXPECT_EQ(textOf(cell_.actions.accessibilityLabel), "Actions");
+    show(appItem("Renamed"));
+    EXPECT_EQ(textOf(cell_.actions.accessibilityLabel), "Actions");
+}
+
 TEST_F(MacItemRowTest, ALongDetailIsCutInTheMiddleOnOneLine) {
     const std::string path = "/" + std::string(300, 'x');
     show(appItem("Editor", path));

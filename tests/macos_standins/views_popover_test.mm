@@ -235,7 +235,21 @@ TEST_F(MacPopoverViewTest, TheWholeRowTakesClicks) {
     EXPECT_TRUE([row(0) acceptsFirstMouse:nil]);
 }
 
-TEST_F(MacPopoverViewTest, AssistiveProgramsSeeButtonsWithTheTitles) {
+TEST_F(MacPopoverViewTest, OnlyAChangeOfTheListShowsTheRowsAnew) {
+    NSTextField* const title = findView<NSTextField>(row(0));
+    title.stringValue = @"as it was drawn";
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    ASSERT_EQ(highlightedRow(), 1);
+    EXPECT_EQ(textOf(title.stringValue), "as it was drawn");
+    manager.items.assign({first, second, third});
+    redraw();
+    EXPECT_EQ(textOf(title.stringValue), "First");
+}
+
+TEST_F(MacPopoverViewTest, AssistiveProgramsSeeANamedListOfButtonsWithTheTitles) {
+    EXPECT_TRUE([list().accessibilityRole isEqualToString:NSAccessibilityListRole]);
+    EXPECT_EQ(textOf(list().accessibilityLabel), "Items");
     EXPECT_TRUE([row(0).accessibilityRole isEqualToString:NSAccessibilityButtonRole]);
     EXPECT_EQ(textOf(row(0).accessibilityLabel), "First");
     EXPECT_TRUE([row(0) accessibilityPerformPress]);

@@ -156,6 +156,22 @@ TEST_F(MacSettingsViewTest, TheTableIsAnInsetSingleSelectionList) {
     EXPECT_TRUE(table().headerView == nil);
 }
 
+TEST_F(MacSettingsViewTest, AssistiveProgramsHearWhatTheTableLists) {
+    EXPECT_EQ(textOf(table().accessibilityLabel), "Items");
+}
+
+TEST_F(MacSettingsViewTest, OnlyAChangeOfTheListReloadsTheTable) {
+    recording::reset();
+    select(1);
+    click(button("Add"));
+    redraw();
+    EXPECT_EQ(recording::count("NSTableView reloadData"), 0);
+    manager.items.assign({first, second, third});
+    manager.items.append(first);
+    redraw();
+    EXPECT_EQ(recording::count("NSTableView reloadData"), 1);
+}
+
 TEST_F(MacSettingsViewTest, EachRowIsAsHighAsItsOwnTitleNeeds) {
     LauncherItem wordy = first;
     for (int i = 0; i < 60; ++i)
@@ -397,6 +413,32 @@ TEST_F(MacSettingsViewTest, ASecondSheetFollowsTheFirst) {
     redraw();
     ASSERT_TRUE(sheet() != nil);
     EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
+}
+
+TEST_F(MacSettingsViewTest, ASheetThatTheSystemEndsHasClosedAsWell) {
+    click(button("Add"));
+    redraw();
+    ASSERT_TRUE(sheet() != nil);
+    [window_->get() endSheet:sheet()];
+    EXPECT_FALSE(view_->showAddSheet());
+    view_->editItem(second);
+    redraw();
+    ASSERT_TRUE(sheet() != nil);
+    EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
+}
+
+TEST_F(MacSettingsViewTest, ASheetThatIsAskedForBeforeTheWindowFollowsWithIt) {
+    auto view = std::make_unique<SettingsView>(manager, clock, openPanel_);
+    view->addClicked();
+    SettingsViewController* const controller =
+        [[SettingsViewController alloc] initWithSettingsView:std::move(view)];
+    [controller view];
+    EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 0);
+    const ShownWindow shown(controller);
+    [controller viewDidAppear];
+    EXPECT_TRUE(shown.get().attachedSheet != nil);
+    [controller discardView];
+    EXPECT_TRUE(shown.get().attachedSheet == nil);
 }
 
 TEST_F(MacSettingsViewTest, ARedrawUnderASheetShowsNoSecondOne) {

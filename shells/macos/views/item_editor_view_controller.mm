@@ -259,10 +259,7 @@ std::size_t segmentOf(ItemType type) {
 
 - (void)browse:(id)sender {
     (void)sender;
-    if (_form->type() == ItemType::app)
-        _form->browseForApp();
-    else
-        _form->browseForCommandFile();
+    _form->browse();
 }
 
 - (void)confirm:(id)sender {

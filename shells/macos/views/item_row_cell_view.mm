@@ -6,6 +6,7 @@
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/kit/text_label.h"
+#include "views/accessible_texts.h"
 #include "views/settings/item_row_style.h"
 
 #include <algorithm>
@@ -86,6 +87,7 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
     button.contentTintColor = colorFor(row_style::actions.color);
     static_cast<NSPopUpButtonCell*>(button.cell).arrowPosition = NSPopUpNoArrow;
     button.menu = [self makeActionsMenu];
+    [button setAccessibilityLabel:textFor(accessible_texts::rowActions)];
     [button sizeToFit];
     return button;
 }
@@ -122,8 +124,6 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
     _title.stringValue = toNSString(_row.item.title);
     _detail.stringValue = toNSString(_row.detail());
     _badgeText.stringValue = toNSString(_row.badge());
-    // The button itself shows only a symbol.
-    [_actions setAccessibilityLabel:_title.stringValue];
     [self updateActions];
     [self layOutParts];
 }

@@ -12,6 +12,7 @@
 #include "shells/macos/views/popover_list_view.h"
 #include "views/popover/menu_popover_style.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -71,9 +72,8 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     NSScrollView* _scrollView;
     PopoverListView* _list;
     CenteredColumnView* _emptyState;
-    BOOL _haveItemsChanged;
+    std::optional<std::uint64_t> _shownRevision; // of the items
     std::optional<RedrawSchedule> _redraws;
-    Subscription _itemsWillChange;
 }
 
 - (instancetype)initWithMenuPopoverView:(std::unique_ptr<MenuPopoverView>)view {
@@ -81,10 +81,6 @@ CenteredColumnView* emptyStateView(NSRect frame) {
         _state = std::move(view);
         __weak MenuPopoverViewController* weakSelf = self;
         _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
-        _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
-            if (MenuPopoverViewController* const strongSelf = weakSelf)
-                strongSelf->_haveItemsChanged = YES;
-        });
     }
     return self;
 }
@@ -96,7 +92,6 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)discardView {
     [NSNotificationCenter.defaultCenter removeObserver:self];
     _redraws.reset();
-    _itemsWillChange = {};
     _state.reset();
 }
 
@@ -109,7 +104,6 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     [self addContentTo:root];
     [self addFooterTo:root];
     self.view = root;
-    _haveItemsChanged = YES;
     [self updateNow];
 }
 
@@ -165,7 +159,8 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)updateNow {
     if (!_state || !_list)
         return;
-    if (_haveItemsChanged)
+    const std::uint64_t revision = _state->items().revision();
+    if (std::exchange(_shownRevision, revision) != revision)
         [self showRows];
     const std::optional<std::size_t> hovered = _state->hoveredRow();
     for (PopoverRowView* row in _list.rows)
@@ -173,7 +168,6 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (void)showRows {
-    _haveItemsChanged = NO;
     const std::size_t count = _state->items().size();
     [_list setRowCount:count delegate:self];
     for (PopoverRowView* row in _list.rows) {

@@ -1,5 +1,7 @@
 #include "shells/macos/views/popover_list_view.h"
 
+#include "shells/macos/views/kit/style_bridge.h"
+#include "views/accessible_texts.h"
 #include "views/popover/menu_popover_style.h"
 
 namespace popover_style = kestrel::menu_popover_style;
@@ -14,6 +16,8 @@ namespace popover_style = kestrel::menu_popover_style;
         self.autoresizingMask = NSViewWidthSizable;
         [self setAccessibilityElement:YES];
         [self setAccessibilityRole:NSAccessibilityListRole];
+        [self setAccessibilityLabel:kestrel::macos_shell::textFor(
+                                        kestrel::accessible_texts::itemList)];
     }
     return self;
 }

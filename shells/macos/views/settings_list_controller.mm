@@ -4,6 +4,7 @@
 #include "shells/macos/views/item_icon_image.h"
 #include "shells/macos/views/item_row_cell_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
+#include "views/accessible_texts.h"
 
 #include <optional>
 #include <vector>
@@ -59,6 +60,7 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     table.commands = self;
     table.target = self;
     table.doubleAction = @selector(rowDoubleClicked:);
+    [table setAccessibilityLabel:textFor(accessible_texts::itemList)];
     [table registerForDraggedTypes:@[ itemType ]];
     [table setDraggingSourceOperationMask:NSDragOperationMove forLocal:YES];
     return table;

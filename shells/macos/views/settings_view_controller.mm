@@ -13,6 +13,7 @@
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "views/settings/settings_style.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -26,8 +27,7 @@ using namespace kestrel::macos_shell;
 - (void)updateNow;
 - (void)addFirstItem:(id)sender;
 - (void)presentSheet;
-- (void)presentForm:(std::unique_ptr<AddEditItemView>)form
-           onClosed:(void (SettingsView::*)())onClosed;
+- (void)presentForm:(std::unique_ptr<AddEditItemView>)form;
 @end
 
 @implementation SettingsViewController {
@@ -36,10 +36,9 @@ using namespace kestrel::macos_shell;
     NSView* _placeholder;
     NSScrollView* _list;
     SettingsListController* _tableController;
-    NSWindow* _sheet; // while one shows
-    BOOL _haveItemsChanged;
+    __weak NSWindow* _sheet;
+    std::optional<std::uint64_t> _shownRevision; // of the items
     std::optional<RedrawSchedule> _redraws;
-    Subscription _itemsWillChange;
 }
 
 - (instancetype)initWithSettingsView:(std::unique_ptr<SettingsView>)view {
@@ -47,10 +46,6 @@ using namespace kestrel::macos_shell;
         _state = std::move(view);
         __weak SettingsViewController* weakSelf = self;
         _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
-        _itemsWillChange = _state->manager().objectWillChange.subscribe([weakSelf] {
-            if (SettingsViewController* const strongSelf = weakSelf)
-                strongSelf->_haveItemsChanged = YES;
-        });
     }
     return self;
 }
@@ -61,7 +56,6 @@ using namespace kestrel::macos_shell;
 
 - (void)discardView {
     _redraws.reset();
-    _itemsWillChange = {};
     [_toolbar removeFromSuperview];
     _toolbar = nil;
     [_tableController detach];
@@ -79,7 +73,6 @@ using namespace kestrel::macos_shell;
     NSView* const root = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
     [self addContentTo:root];
     self.view = root;
-    _haveItemsChanged = YES;
     [self updateNow];
 }
 
@@ -144,8 +137,8 @@ using namespace kestrel::macos_shell;
     if (!_state || !_toolbar)
         return;
     [_toolbar updateNow];
-    if (_haveItemsChanged) {
-        _haveItemsChanged = NO;
+    const std::uint64_t revision = _state->items().revision();
+    if (std::exchange(_shownRevision, revision) != revision) {
         [_tableController reload];
         const BOOL isEmpty = _state->items().empty();
         _placeholder.hidden = !isEmpty;
@@ -164,18 +157,14 @@ using namespace kestrel::macos_shell;
 
 // ---- sheets
 
-// One at a time; another that was asked for meanwhile follows when the first has closed.
 - (void)presentSheet {
-    if (!_state || _sheet || !self.view.window)
+    if (!_state || !self.view.window)
         return;
-    if (_state->showAddSheet())
-        [self presentForm:_state->makeAddSheet() onClosed:&SettingsView::addSheetClosed];
-    else if (_state->itemToEdit())
-        [self presentForm:_state->makeEditSheet() onClosed:&SettingsView::editSheetClosed];
+    if (auto form = _state->nextSheet())
+        [self presentForm:std::move(form)];
 }
 
-- (void)presentForm:(std::unique_ptr<AddEditItemView>)form
-           onClosed:(void (SettingsView::*)())onClosed {
+- (void)presentForm:(std::unique_ptr<AddEditItemView>)form {
     NSWindow* const sheet = [[NSWindow alloc] initWithContentRect:NSZeroRect
                                                         styleMask:NSWindowStyleMaskTitled
                                                           backing:NSBackingStoreBuffered
@@ -197,12 +186,9 @@ using namespace kestrel::macos_shell;
                completionHandler:^(NSModalResponse response) {
                    (void)response;
                    SettingsViewController* const strongSelf = weakSelf;
-                   if (!strongSelf)
-                       return;
-                   NSWindow* const closed = strongSelf->_sheet;
-                   strongSelf->_sheet = nil;
-                   if (strongSelf->_state)
-                       ((*strongSelf->_state).*onClosed)();
+                   if (strongSelf && strongSelf->_state)
+                       strongSelf->_state->sheetClosed();
+                   NSWindow* const closed = weakSheet;
                    // Its form may still be in the action that closed it.
                    dispatch_async(dispatch_get_main_queue(), ^{
                        [closed close];

@@ -159,9 +159,9 @@ std::unique_ptr<AddEditItemView> SettingsView::nextSheet() {
 void SettingsView::sheetClosed() {
     const Sheet closed = std::exchange(shownSheet_, Sheet::none);
     if (closed == Sheet::add)
-        addSheetClosed();
+        set(showAddSheet_, false);
     else if (closed == Sheet::edit)
-        editSheetClosed();
+        set(itemToEdit_, std::optional<LauncherItem>());
 }
 
 std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
@@ -182,9 +182,5 @@ std::unique_ptr<AddEditItemView> SettingsView::makeEditSheet() {
     };
     return std::make_unique<AddEditItemView>(itemToEdit_, update, openPanel_);
 }
-
-void SettingsView::addSheetClosed() { set(showAddSheet_, false); }
-
-void SettingsView::editSheetClosed() { set(itemToEdit_, std::optional<LauncherItem>()); }
 
 } // namespace kestrel

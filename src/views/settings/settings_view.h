@@ -93,16 +93,13 @@ class SettingsView {
     /// The sheet of the last form that `nextSheet` gave has closed.
     void sheetClosed();
 
-    std::unique_ptr<AddEditItemView> makeAddSheet();
-    std::unique_ptr<AddEditItemView> makeEditSheet();
-    void addSheetClosed();
-    void editSheetClosed();
-
   private:
     enum class Sheet { none, add, edit };
 
     ToolbarButton toolbarBtn(std::string_view label, std::string_view icon, bool enabled,
                              std::function<void()> action) const;
+    std::unique_ptr<AddEditItemView> makeAddSheet();
+    std::unique_ptr<AddEditItemView> makeEditSheet();
     void removeAndSave(const Positions& positions);
     std::optional<std::size_t> selectedRow() const;
     template <class Value>

@@ -3,27 +3,30 @@
 #include "tests/model_based/harness/model_harness.h"
 
 #include <array>
+#include <utility>
 
 namespace kestrel::tests {
 
-/// As the shell does: one sheet at a time, the add sheet first.
+/// One sheet at a time, the add sheet first.
 void ModelHarness::presentSheet(const Operation& operation) {
-    if (!settings_ || form_ || !(referenceSettings_->showsAddSheet || referenceSettings_->edited))
+    if (!settings_ || (form_ && referenceForm_->isOrphan))
         return;
+    auto next = settings_->nextSheet();
     const bool adds = referenceSettings_->showsAddSheet;
+    const bool isDue = !form_ && (adds || referenceSettings_->edited);
+    if ((next != nullptr) != isDue)
+        fault_ = isDue ? "no sheet for what was asked for" : "a sheet that is not to be shown now";
+    if (!next || !isDue)
+        return;
     recordStep(adds ? "the add sheet" : "the edit sheet");
-    form_ = adds ? settings_->makeAddSheet() : settings_->makeEditSheet();
+    form_ = std::move(next);
     formSignal_ = form_->objectWillChange.subscribe([this] { ++formSignals_; });
     referenceForm_.emplace(adds ? ReferenceForm::Sheet::add : ReferenceForm::Sheet::edit,
                            adds ? std::nullopt : referenceSettings_->edited);
-    form_->dismiss = [this, adds, destroys = operation.a % 2 == 0] {
+    form_->dismiss = [this, destroys = operation.a % 2 == 0] {
         dismissed_ = true;
-        if (settings_ && !referenceForm_->isOrphan) {
-            if (adds)
-                settings_->addSheetClosed();
-            else
-                settings_->editSheetClosed();
-        }
+        if (settings_ && !referenceForm_->isOrphan)
+            settings_->sheetClosed();
         if (destroys)
             form_.reset();
     };

@@ -194,11 +194,11 @@ TEST_F(SettingsViewTest, TheKeysMoveTheSelectedRowAndStopAtTheEnds) {
 TEST_F(SettingsViewTest, AddingAppendsAtTheBottomSavesAndSelectsNothing) {
     view->toolbarButtons()[0].action();
     EXPECT_TRUE(view->showAddSheet());
-    const auto sheet = view->makeAddSheet();
+    const auto sheet = view->nextSheet();
     EXPECT_FALSE(sheet->isEditing());
     sheet->setTitle("Fourth");
     sheet->commitSave();
-    view->addSheetClosed();
+    view->sheetClosed();
     EXPECT_THAT(storedTitles(), ElementsAre("First", "Second", "Third", "Fourth"));
     EXPECT_EQ(view->selectedID(), std::nullopt);
     EXPECT_EQ(view->committedID(), std::nullopt);
@@ -211,14 +211,14 @@ TEST_F(SettingsViewTest, ADoubleClickOpensTheEditSheetAndASingleClickOnlySelects
     EXPECT_EQ(committedTitle(), "Third");
     view->editItem(view->items()[2]);
     EXPECT_EQ(view->itemToEdit(), third);
-    EXPECT_TRUE(view->makeEditSheet()->isEditing());
-    view->editSheetClosed();
+    EXPECT_TRUE(view->nextSheet()->isEditing());
+    view->sheetClosed();
     EXPECT_EQ(view->itemToEdit(), std::nullopt);
 }
 
 TEST_F(SettingsViewTest, SavingAnEditReplacesTheItemWithTheSameId) {
     view->row(1).onEdit();
-    const auto sheet = view->makeEditSheet();
+    const auto sheet = view->nextSheet();
     sheet->setTitle("Renamed");
     sheet->commitSave();
     EXPECT_THAT(storedTitles(), ElementsAre("First", "Renamed", "Third"));
@@ -227,7 +227,7 @@ TEST_F(SettingsViewTest, SavingAnEditReplacesTheItemWithTheSameId) {
 
 TEST_F(SettingsViewTest, SavingAnEditOfAnItemThatHasDisappearedChangesNothing) {
     view->row(1).onEdit();
-    const auto sheet = view->makeEditSheet();
+    const auto sheet = view->nextSheet();
     manager.items.assign({first});
     takeCalls();
     sheet->setTitle("Renamed");
@@ -338,7 +338,8 @@ TEST_F(SettingsViewTest, TypingSelectsTheRowItNamesAndReturnEditsIt) {
 TEST_F(SettingsViewTest, ActionsThatOutliveTheViewDoNothing) {
     const ItemRow row = view->row(0);
     const auto buttons = view->toolbarButtons();
-    const auto sheet = view->makeAddSheet();
+    view->addClicked();
+    const auto sheet = view->nextSheet();
     view.reset();
     takeCalls();
     row.onEdit();
