@@ -29,10 +29,9 @@ std::optional<std::string> brokenItemListProperty(std::string_view json) {
         return "numbers do not matter";
     if (!items)
         return std::nullopt;
-    for (const LauncherItem& item : *items) {
+    for (const LauncherItem& item : *items)
         if (auto broken = brokenItemProperty(item))
             return broken;
-    }
     const auto written = encodeItems(*items);
     if (!written)
         return "a decoded list encodes";

@@ -49,9 +49,8 @@ int main(int argc, char** argv) {
     pixmap.fill(QColor(220, 0, 90));
     QSystemTrayIcon icon{QIcon(pixmap)};
     QWidget popup(nullptr, Qt::Popup);
-    if (QApplication::arguments().value(1) == QLatin1String("popup")) {
+    if (QApplication::arguments().value(1) == QLatin1String("popup"))
         addPopup(icon, popup);
-    }
     icon.show();
     return QApplication::exec();
 }

@@ -18,9 +18,8 @@ int main(int argc, char** argv) {
     ToolkitArguments arguments(argc > 0 ? argv[0] : "kestrel");
     QApplication application(arguments.count(), arguments.values());
     SingleInstance instance(QDBusConnection::sessionBus(), startup);
-    if (instance.claim() == SingleInstance::Role::second) {
+    if (instance.claim() == SingleInstance::Role::second)
         return 0;
-    }
     Shell shell(application);
     QObject::connect(&instance, &SingleInstance::activated, &application,
                      [&shell](const QString& startupId) { shell.reopen(startupId); });

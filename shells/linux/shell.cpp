@@ -59,9 +59,8 @@ Shell::Shell(QApplication& application)
 int Shell::run(const Startup& startup) {
     applicationDidFinishLaunching();
     completeStartup(startup.id.toStdString());
-    if (startup.isByHand()) {
+    if (startup.isByHand())
         showWithoutPanel();
-    }
     return QApplication::exec();
 }
 
@@ -74,9 +73,8 @@ void Shell::reopen(const QString& startupId) {
 void Shell::showWithoutPanel() {
     auto* item = desktop_.statusItem();
     const auto show = [this, item] {
-        if (item->isWithoutPanel()) {
+        if (item->isWithoutPanel())
             showOnce();
-        }
     };
     QObject::connect(item, &LinuxStatusItem::panelKnown, item, show, Qt::QueuedConnection);
     QTimer::singleShot(0, item, show);
@@ -92,9 +90,8 @@ void Shell::applicationDidFinishLaunching() {
     QObject::connect(&appearance_, &Appearance::colorSchemeChanged, item, follow);
     follow();
     QTimer::singleShot(panelTimeout, item, [this, item] {
-        if (!item->hasBeenShown()) {
+        if (!item->hasBeenShown())
             showOnce();
-        }
     });
 }
 
@@ -104,9 +101,8 @@ void Shell::lateIconsArrived() {
 }
 
 void Shell::showOnce() {
-    if (!std::exchange(hasShownItself_, true)) {
+    if (!std::exchange(hasShownItself_, true))
         delegate_.applicationShouldHandleReopen();
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -13,12 +13,11 @@ static_assert(scriptHead.size() == 56 && scriptTail.size() == 10);
 std::string replacing(std::string_view text, char character, std::string_view replacement) {
     std::string result;
     result.reserve(text.size());
-    for (const char c : text) {
+    for (const char c : text)
         if (c == character)
             result += replacement;
         else
             result += c;
-    }
     return result;
 }
 

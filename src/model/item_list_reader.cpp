@@ -23,7 +23,7 @@ struct Record {
 
 Record readRecord(dom::object object) {
     Record record;
-    for (const auto& [key, value] : object) {
+    for (const auto& [key, value] : object)
         if (key == "id")
             record.id = value;
         else if (key == "title")
@@ -34,7 +34,6 @@ Record readRecord(dom::object object) {
             record.path = value;
         else if (key == "command")
             record.command = value;
-    }
     return record;
 }
 

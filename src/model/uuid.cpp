@@ -62,10 +62,9 @@ Uuid Uuid::random() {
 std::optional<Uuid> Uuid::parse(std::string_view text) {
     if (text.size() != textLength)
         return std::nullopt;
-    for (const std::size_t position : hyphenPositions) {
+    for (const std::size_t position : hyphenPositions)
         if (text[position] != '-')
             return std::nullopt;
-    }
     Bytes bytes;
     unsigned seen = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {

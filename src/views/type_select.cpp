@@ -10,10 +10,9 @@ namespace {
 bool repeats(std::string_view prefix, std::string_view letter) {
     if (letter.empty() || prefix.size() % letter.size() != 0)
         return false;
-    for (std::size_t i = 0; i < prefix.size(); i += letter.size()) {
+    for (std::size_t i = 0; i < prefix.size(); i += letter.size())
         if (prefix.substr(i, letter.size()) != letter)
             return false;
-    }
     return true;
 }
 

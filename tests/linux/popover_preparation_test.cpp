@@ -44,17 +44,15 @@ class PopoverPreparationTest : public tests::StoreFixture {
     /// The list holds so many items of other paths than before.
     void setItems(std::size_t count, const std::string& folder) {
         std::vector<LauncherItem> items;
-        for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count; ++i)
             items.push_back(tests::appItem("Item", folder + std::to_string(i)));
-        }
         manager.items.assign(std::move(items));
     }
 
     static std::vector<std::string> firstPaths(const std::string& folder) {
         std::vector<std::string> paths;
-        for (std::size_t i = 0; i < rowsInSight; ++i) {
+        for (std::size_t i = 0; i < rowsInSight; ++i)
             paths.push_back(folder + std::to_string(i));
-        }
         return paths;
     }
 

@@ -275,12 +275,11 @@ class RandomItems {
             "\u0080", "\u00e9",     "e\u0301",    "\u2028",     "\ud7ff",  "\ufeff",
             "\uffff", "\U00010000", "\U0001f600", "\U0010ffff", "\\u0041", "\\/"};
         std::string result;
-        for (std::size_t length = below(40); length > 0; --length) {
+        for (std::size_t length = below(40); length > 0; --length)
             if (below(4) == 0)
                 result += static_cast<char>(below(0x20));
             else
                 result += parts[below(parts.size())];
-        }
         return result;
     }
 

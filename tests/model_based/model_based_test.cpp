@@ -45,10 +45,9 @@ History randomHistory(std::mt19937_64& random) {
 /// How many operations it takes until something differs; nothing when nothing does.
 std::optional<std::size_t> lengthUntilDifference(const History& history) {
     ModelHarness harness;
-    for (std::size_t i = 0; i < history.size(); ++i) {
+    for (std::size_t i = 0; i < history.size(); ++i)
         if (harness.apply(history[i]))
             return i + 1;
-    }
     return std::nullopt;
 }
 
@@ -85,10 +84,9 @@ std::string report(const History& history) {
     ModelHarness harness;
     harness.recordsSteps = true;
     std::string difference = "nothing differs when it is done again";
-    for (const Operation& operation : history) {
+    for (const Operation& operation : history)
         if (auto found = harness.apply(operation))
             difference = std::move(*found);
-    }
     return difference + "\nafter\n" + harness.steps;
 }
 

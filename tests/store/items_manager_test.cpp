@@ -537,9 +537,8 @@ TEST_P(LoadOutcomeTest, IsAsInTheTable) {
     EXPECT_EQ(dateIsSet(), row.localBecomesCloud);
     EXPECT_EQ(std::ranges::count(log.calls, "cloudStore.synchronize"),
               row.cloudBecomesLocal ? 2 : 1);
-    if (!row.account) {
-        EXPECT_EQ(std::ranges::count(log.calls, "cloudStore.dataForKey launcherItems"), 0);
-    }
+    const auto cloudReads = std::ranges::count(log.calls, "cloudStore.dataForKey launcherItems");
+    EXPECT_TRUE(row.account || cloudReads == 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -26,11 +26,9 @@ class AccessibleApplication final : public QAccessibleObject {
 
     int indexOfChild(const QAccessibleInterface* child) const override {
         const auto all = windows();
-        for (int i = 0; i < all.size(); ++i) {
-            if (all[i] == child) {
+        for (int i = 0; i < all.size(); ++i)
+            if (all[i] == child)
                 return i;
-            }
-        }
         return -1;
     }
 
@@ -44,12 +42,10 @@ class AccessibleApplication final : public QAccessibleObject {
         QList<QAccessibleInterface*> found;
         const auto all = QGuiApplication::topLevelWindows();
         for (auto* window : all) {
-            if (window->type() == Qt::Desktop || window->type() == Qt::ToolTip) {
+            if (window->type() == Qt::Desktop || window->type() == Qt::ToolTip)
                 continue;
-            }
-            if (auto* root = window->accessibleRoot()) {
+            if (auto* root = window->accessibleRoot())
                 found.append(root);
-            }
         }
         return found;
     }

@@ -39,9 +39,8 @@ Activation ActivationTokens::take() {
     const std::string own = askCompositor_();
     // GTK up to 4.8, and applications behind GLib up to 2.74, look at the start-up id alone, on
     // Wayland too, so both are the same there.
-    if (const std::string& token = own.empty() ? panels : own; !token.empty()) {
+    if (const std::string& token = own.empty() ? panels : own; !token.empty())
         return {.token = token, .startupId = token};
-    }
     const std::string id = announce_(serverTime());
     return {.token = isWaylandSession() ? id : std::string(), .startupId = id};
 }
@@ -59,9 +58,8 @@ bool ActivationTokens::eventFilter(QObject* watched, QEvent* event) {
         }
         break;
     case QEvent::Hide:
-        if (watched == window_) {
+        if (watched == window_)
             token_.clear();
-        }
         break;
     default:
         break;

@@ -16,27 +16,23 @@ void ActiveWindowWatch::start() {
 }
 
 void ActiveWindowWatch::stop() {
-    if (std::exchange(property_, 0) != 0) {
+    if (std::exchange(property_, 0) != 0)
         qApp->removeNativeEventFilter(this);
-    }
 }
 
 // The toolkit listens to the root window's properties in any case.
 bool ActiveWindowWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
-    if (eventType != "xcb_generic_event_t") {
+    if (eventType != "xcb_generic_event_t")
         return false;
-    }
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7FU) != XCB_PROPERTY_NOTIFY) {
+    if ((event->response_type & 0x7FU) != XCB_PROPERTY_NOTIFY)
         return false;
-    }
     if (reinterpret_cast<const xcb_property_notify_event_t*>(event)->atom == property_) {
         QMetaObject::invokeMethod(
             &context_,
             [this] {
-                if (property_ != 0) {
+                if (property_ != 0)
                     changed_();
-                }
             },
             Qt::QueuedConnection);
     }

@@ -21,13 +21,10 @@ void putIconIndexFirst() {
 
 ToolkitArguments::ToolkitArguments(const char* programPath) : texts_{programPath} {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
-        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        !qEnvironmentVariableIsEmpty("DISPLAY")) {
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !qEnvironmentVariableIsEmpty("DISPLAY"))
         texts_.insert(texts_.end(), {"-platform", "xcb;wayland"});
-    }
-    for (auto& text : texts_) {
+    for (auto& text : texts_)
         pointers_.push_back(text.data());
-    }
     count_ = static_cast<int>(pointers_.size());
     pointers_.push_back(nullptr);
 }
@@ -53,9 +50,8 @@ void QtApplication::activate() {
 
 // exit() asks no window whether it agrees, as quit() does.
 void QtApplication::terminate() {
-    while (auto* popup = QApplication::activePopupWidget()) {
+    while (auto* popup = QApplication::activePopupWidget())
         popup->hide();
-    }
     QCoreApplication::exit(0);
 }
 

@@ -23,9 +23,8 @@ struct WindowQuestion {
 DesktopWatch* DesktopWatch::current() {
     static QPointer<DesktopWatch> one;
     auto* c = connection();
-    if (one == nullptr && c != nullptr) {
+    if (one == nullptr && c != nullptr)
         one = new DesktopWatch(c, QCoreApplication::instance());
-    }
     return one;
 }
 
@@ -40,9 +39,8 @@ DesktopWatch::DesktopWatch(xcb_connection_t* c, QObject* application)
 
 void DesktopWatch::listenToSelection() {
     const auto* extension = xcb_get_extension_data(c_, &xcb_xfixes_id);
-    if (extension == nullptr || extension->present == 0) {
+    if (extension == nullptr || extension->present == 0)
         return;
-    }
     // The extension may be used once its version was spoken of; the toolkit names the same.
     xcb_discard_reply(
         c_,
@@ -55,16 +53,14 @@ void DesktopWatch::listenToSelection() {
 }
 
 bool DesktopWatch::hasCompositor() {
-    if (!hasCompositor_ || selectionEvent_ == 0) {
+    if (!hasCompositor_ || selectionEvent_ == 0)
         hasCompositor_ = selectionOwner(c_, "_NET_WM_CM_S0") != XCB_WINDOW_NONE;
-    }
     return *hasCompositor_;
 }
 
 const std::vector<QRect>& DesktopWatch::panels() {
-    if (!panels_) {
+    if (!panels_)
         panels_ = askForPanels();
-    }
     return *panels_;
 }
 
@@ -82,13 +78,11 @@ std::vector<QRect> DesktopWatch::askForPanels() {
     for (const auto& question : questions) {
         const auto types = values(c_, question.types);
         const QRect rect = rectOf(c_, question.rect);
-        if (std::ranges::find(types, dock) == types.end()) {
+        if (std::ranges::find(types, dock) == types.end())
             continue;
-        }
         docks.push_back(question.window);
-        if (!rect.isEmpty()) {
+        if (!rect.isEmpty())
             found.push_back(rect);
-        }
     }
     return listenTo(docks) ? askForPanels() : found;
 }
@@ -110,9 +104,8 @@ bool DesktopWatch::listenTo(const std::vector<xcb_window_t>& windows) {
 }
 
 bool DesktopWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
-    if (eventType == "xcb_generic_event_t") {
+    if (eventType == "xcb_generic_event_t")
         noteEvent(*static_cast<const xcb_generic_event_t*>(message));
-    }
     return false;
 }
 
@@ -120,16 +113,14 @@ void DesktopWatch::noteEvent(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7FU;
     if (selectionEvent_ != 0 && type == selectionEvent_) {
         const auto& told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-        if (told.selection == compositor_) {
+        if (told.selection == compositor_)
             hasCompositor_ = told.owner != XCB_WINDOW_NONE;
-        }
         return;
     }
     switch (type) {
     case XCB_PROPERTY_NOTIFY:
-        if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == clientList_) {
+        if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == clientList_)
             panels_.reset();
-        }
         break;
     case XCB_CONFIGURE_NOTIFY:
     case XCB_MAP_NOTIFY:
@@ -139,9 +130,8 @@ void DesktopWatch::noteEvent(const xcb_generic_event_t& event) {
         // They all begin alike, with the window that was listened to.
         static_assert(offsetof(xcb_map_notify_event_t, event) ==
                       offsetof(xcb_configure_notify_event_t, event));
-        if (watched_.contains(reinterpret_cast<const xcb_map_notify_event_t&>(event).event)) {
+        if (watched_.contains(reinterpret_cast<const xcb_map_notify_event_t&>(event).event))
             panels_.reset();
-        }
         break;
     default:
         break;

@@ -14,16 +14,14 @@ namespace kestrel::linux_shell {
 namespace {
 
 QString startFolder(OpenPanelOptions::StartFolder folder) {
-    if (folder == OpenPanelOptions::StartFolder::applications) {
+    if (folder == OpenPanelOptions::StartFolder::applications)
         return QStringLiteral("/usr/share/applications");
-    }
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
 }
 
 QFileDialog::FileMode fileMode(const OpenPanelOptions& options) {
-    if (options.canChooseDirectories && !options.canChooseFiles) {
+    if (options.canChooseDirectories && !options.canChooseFiles)
         return QFileDialog::Directory;
-    }
     return options.allowsMultipleSelection ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile;
 }
 
@@ -58,18 +56,15 @@ std::optional<std::string> FileDialogOpenPanel::runModal(const OpenPanelOptions&
     const QPointer<QFileDialog> dialog(new QFileDialog(QApplication::activeWindow()));
     configure(*dialog, options);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    if (dialog == nullptr) {
+    if (dialog == nullptr)
         return std::nullopt;
-    }
     const QStringList chosen = accepted ? dialog->selectedFiles() : QStringList();
     delete dialog;
-    if (chosen.isEmpty() || chosen.first().isEmpty()) {
+    if (chosen.isEmpty() || chosen.first().isEmpty())
         return std::nullopt;
-    }
     std::string path = QFileInfo(chosen.first()).absoluteFilePath().toStdString();
-    if (options.content == OpenPanelOptions::Content::applications && !isApplicationFile(path)) {
+    if (options.content == OpenPanelOptions::Content::applications && !isApplicationFile(path))
         return std::nullopt;
-    }
     return path;
 }
 

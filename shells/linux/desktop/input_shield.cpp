@@ -34,9 +34,8 @@ void InputShield::prepare() {
 void InputShield::cover(const QRect& hole) {
     QRect everything;
     const auto screens = QGuiApplication::screens();
-    for (const auto* screen : screens) {
+    for (const auto* screen : screens)
         everything |= screen->geometry();
-    }
     setGeometry(everything);
     hole_ = hole;
     if (hole.isEmpty()) {
@@ -72,9 +71,8 @@ void InputShield::look() {
 // A compositor may take a moment to know of the hole: what was clicked there was not elsewhere.
 void InputShield::mouseReleaseEvent(QMouseEvent* event) {
     const bool isInHole = hole_.contains(event->globalPosition().toPoint());
-    if (event->buttons() == Qt::NoButton && !isInHole) {
+    if (event->buttons() == Qt::NoButton && !isInHole)
         clicked_();
-    }
 }
 
 void InputShield::hideEvent(QHideEvent* event) {

@@ -14,9 +14,8 @@ namespace {
 
 QRect bounds(const QList<KWinOutput>& outputs) {
     QRect all;
-    for (const KWinOutput& output : outputs) {
+    for (const KWinOutput& output : outputs)
         all |= output.geometry;
-    }
     return all;
 }
 
@@ -44,9 +43,8 @@ QList<KWinOutput> kwinOutputs(const QString& supportInformation) {
         const auto number = [&match](int group) { return match.captured(group).toInt(); };
         const KWinOutput found{{number(1), number(2), number(3), number(4)},
                                match.captured(5).toDouble()};
-        if (!found.geometry.isEmpty() && found.scale > 0) {
+        if (!found.geometry.isEmpty() && found.scale > 0)
             outputs.append(found);
-        }
     }
     return outputs;
 }
@@ -54,9 +52,8 @@ QList<KWinOutput> kwinOutputs(const QString& supportInformation) {
 std::optional<QPoint> placeOnOutputs(QPoint place, const QList<KWinOutput>& outputs, double scale) {
     for (const KWinOutput& output : outputs) {
         const QPointF inSession = QPointF(place) / output.scale;
-        if (QRectF(output.geometry).contains(inSession)) {
+        if (QRectF(output.geometry).contains(inSession))
             return (inSession * scale).toPoint();
-        }
     }
     return std::nullopt;
 }
@@ -65,16 +62,14 @@ KWinOutputs::KWinOutputs(const QDBusConnection& bus) : bus_(bus) {
     ask();
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &KWinOutputs::ask);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &KWinOutputs::ask);
-    if (const auto* screen = QGuiApplication::primaryScreen()) {
+    if (const auto* screen = QGuiApplication::primaryScreen())
         connect(screen, &QScreen::geometryChanged, this, &KWinOutputs::ask);
-    }
 }
 
 QPoint KWinOutputs::onServer(QPoint place) const {
     const QRect session = bounds(outputs_);
-    if (session.isEmpty()) {
+    if (session.isEmpty())
         return place;
-    }
     return placeOnOutputs(place, outputs_, serverWidth() / (session.left() + session.width()))
         .value_or(place);
 }
@@ -89,9 +84,8 @@ void KWinOutputs::ask() {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<QString> reply = *answer;
-        if (!reply.isError()) {
+        if (!reply.isError())
             outputs_ = kwinOutputs(reply.value());
-        }
     });
 }
 

@@ -70,9 +70,8 @@ void answered(void* data, wl_callback*, std::uint32_t) { *static_cast<bool*>(dat
 
 /// Handles what arrives next. False when nothing does in time, or the connection is lost.
 bool dispatchNext(wl_display* display, Clock::time_point deadline) {
-    if (wl_display_prepare_read(display) != 0) {
+    if (wl_display_prepare_read(display) != 0)
         return wl_display_dispatch_pending(display) >= 0;
-    }
     wl_display_flush(display);
     pollfd ready{wl_display_get_fd(display), POLLIN, 0};
     const auto rest = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -89,11 +88,9 @@ bool roundTrip(wl_display* display, Clock::time_point deadline) {
     bool isDone = false;
     const Ptr<wl_callback> callback(wl_display_sync(display));
     wl_callback_add_listener(callback.get(), &listener, &isDone);
-    while (!isDone) {
-        if (!dispatchNext(display, deadline)) {
+    while (!isDone)
+        if (!dispatchNext(display, deadline))
             return false;
-        }
-    }
     return true;
 }
 
@@ -109,9 +106,8 @@ KWinTokens::KWinTokens() {
     static constexpr wl_registry_listener listener{.global = globalAdded,
                                                    .global_remove = globalRemoved};
     Ptr<wl_display> display(currentDesktopIs(u"KDE") ? wl_display_connect(nullptr) : nullptr);
-    if (!display) {
+    if (!display)
         return;
-    }
     connection_ = std::make_unique<Connection>();
     connection_->display = std::move(display);
     connection_->registry.reset(wl_display_get_registry(connection_->display.get()));
@@ -123,16 +119,14 @@ KWinTokens::~KWinTokens() = default;
 
 std::string KWinTokens::take() {
     constexpr xdg_activation_token_v1_listener listener{.done = tokenDone};
-    if (!connection_) {
+    if (!connection_)
         return {};
-    }
     const auto deadline = Clock::now() + longestWait;
     auto* display = connection_->display.get();
     const Globals& globals = connection_->globals;
     if (!roundTrip(display, deadline) || !globals.activation || !globals.seat) {
-        if (wl_display_get_error(display) != 0) {
+        if (wl_display_get_error(display) != 0)
             connection_.reset();
-        }
         return {};
     }
     std::string result;

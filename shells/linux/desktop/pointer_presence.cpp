@@ -19,11 +19,10 @@ PointerPresence::PointerPresence(const std::function<void()>& left) {
 
 bool PointerPresence::eventFilter(QObject* watched, QEvent* event) {
     const auto* window = static_cast<const QWidget*>(watched);
-    if (event->type() == QEvent::Enter) {
+    if (event->type() == QEvent::Enter)
         away_.stop();
-    } else if (event->type() == QEvent::Leave && window->isVisible()) {
+    else if (event->type() == QEvent::Leave && window->isVisible())
         away_.start();
-    }
     return false;
 }
 

@@ -37,14 +37,12 @@ class GrabbedInput : public PopoverInput {
   private:
     void grab() {
         auto* window = popover_.windowHandle();
-        if (window == nullptr || x11::isMouseButtonDown() || !x11::grabPointer(popover_.winId())) {
+        if (window == nullptr || x11::isMouseButtonDown() || !x11::grabPointer(popover_.winId()))
             return;
-        }
         // A shell may give back the pointer before the keyboard.
         window->setMouseGrabEnabled(true);
-        if (window->setKeyboardGrabEnabled(true)) {
+        if (window->setKeyboardGrabEnabled(true))
             retry_.stop();
-        }
     }
 
     QWidget& popover_;
@@ -165,15 +163,12 @@ class NativeInput final : public PopoverInput {
 
 std::unique_ptr<PopoverInput> PopoverInput::forSession(QWidget& popover,
                                                        std::function<void()> close) {
-    if (!x11::isAvailable()) {
+    if (!x11::isAvailable())
         return std::make_unique<NativeInput>(popover);
-    }
-    if (!x11::isXWayland()) {
+    if (!x11::isXWayland())
         return std::make_unique<GrabbedInput>(popover);
-    }
-    if (x11::canBeUnlisted()) {
+    if (x11::canBeUnlisted())
         return std::make_unique<ActivatedInput>(popover, std::move(close));
-    }
     return std::make_unique<ShieldedInput>(popover, std::move(close));
 }
 

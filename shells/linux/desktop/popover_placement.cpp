@@ -37,9 +37,8 @@ Distance nearest(QPoint point, const QRect& area) {
 Distance panelEdge(QPoint icon, const ScreenArea& screen) {
     const auto outside = nearest(icon, screen.available);
     const auto all = distances(icon, screen.whole);
-    if (outside.length < 0) {
+    if (outside.length < 0)
         return *std::ranges::find(all, outside.edge, &Distance::edge);
-    }
     const auto close = std::ranges::find_if(
         all, [](int length) { return length <= largestHalf; }, &Distance::length);
     return close != all.end() ? *close : nearest(icon, screen.whole);
@@ -55,22 +54,19 @@ int fitted(int position, int length, int low, int high) {
 } // namespace
 
 ScreenArea withoutPanel(const ScreenArea& screen, const QRect& panel) {
-    if (!screen.available.intersects(panel)) {
+    if (!screen.available.intersects(panel))
         return screen;
-    }
     QRect left = screen.available;
     // A bar with few icons is about as high as it is wide; most lie along the top or the bottom.
-    if (panel.height() > 2 * panel.width()) {
-        if (panel.center().x() < screen.whole.center().x()) {
+    if (panel.height() > 2 * panel.width())
+        if (panel.center().x() < screen.whole.center().x())
             left.setLeft(panel.left() + panel.width());
-        } else {
+        else
             left.setRight(panel.left() - 1);
-        }
-    } else if (panel.center().y() < screen.whole.center().y()) {
+    else if (panel.center().y() < screen.whole.center().y())
         left.setTop(panel.top() + panel.height());
-    } else {
+    else
         left.setBottom(panel.top() - 1);
-    }
     return {screen.whole, left};
 }
 
@@ -85,9 +81,8 @@ ScreenArea withoutBarsAround(QPoint pointer, const ScreenArea& screen) {
 }
 
 QRect iconAround(QPoint pointer, const ScreenArea& screen) {
-    if (!screen.available.contains(pointer)) {
+    if (!screen.available.contains(pointer))
         return {pointer, QSize(1, 1)};
-    }
     const int half = halfOfIcon(panelEdge(pointer, screen).length);
     return {pointer - QPoint(half, half), QSize(2 * half, 2 * half)};
 }
@@ -104,19 +99,16 @@ QList<QRect> keptFree(const ScreenArea& screen) {
     QRect behind = whole;
     behind.setLeft(available.right() + 1);
     QList<QRect> strips;
-    for (const QRect& strip : {above, below, before, behind}) {
-        if (!strip.isEmpty()) {
+    for (const QRect& strip : {above, below, before, behind})
+        if (!strip.isEmpty())
             strips.append(strip);
-        }
-    }
     return strips;
 }
 
 QRect iconOnPanel(QPoint pointer, const ScreenArea& screen) {
     const auto panels = keptFree(screen);
-    if (panels.isEmpty()) {
+    if (panels.isEmpty())
         return iconAround(pointer, screen);
-    }
     const auto nearestIn = [pointer](const QRect& panel) {
         return QPoint(std::clamp(pointer.x(), panel.left(), panel.right()),
                       std::clamp(pointer.y(), panel.top(), panel.bottom()));
@@ -162,9 +154,8 @@ QRect placedAtPanelEnd(QSize size, const ScreenArea& screen, Qt::LayoutDirection
     const int bottom = inside.top() + inside.height() - gap - size.height();
     const int end = direction == Qt::RightToLeft ? left : right;
     const auto panels = keptFree(screen);
-    if (panels.isEmpty()) {
+    if (panels.isEmpty())
         return {{end, top}, size};
-    }
     switch (nearest(panels.front().center(), screen.whole).edge) {
     case Edge::top:
         return {{end, top}, size};

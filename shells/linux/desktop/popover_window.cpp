@@ -39,11 +39,9 @@ ScreenArea areaAround(QPoint point) {
     const auto* screen = QGuiApplication::screenAt(point);
     auto area = areaOf(screen != nullptr ? *screen : *QGuiApplication::primaryScreen());
     const auto panels = x11::panels();
-    for (const QRect& panel : panels) {
-        if (panel.contains(point)) {
+    for (const QRect& panel : panels)
+        if (panel.contains(point))
             area = withoutPanel(area, panel);
-        }
-    }
     return area;
 }
 
@@ -53,19 +51,15 @@ ScreenArea areaWithPanel() {
     const auto screens = QGuiApplication::screens();
     for (const auto* screen : screens) {
         auto area = areaOf(*screen);
-        for (const QRect& panel : panels) {
-            if (area.whole.contains(panel.center())) {
+        for (const QRect& panel : panels)
+            if (area.whole.contains(panel.center()))
                 area = withoutPanel(area, panel);
-            }
-        }
-        if (area.available != area.whole) {
+        if (area.available != area.whole)
             return area;
-        }
     }
     auto area = areaAround(QCursor::pos());
-    if (x11::isXWayland()) {
+    if (x11::isXWayland())
         area.available.adjust(0, unknownBarHeight, -unknownBarHeight, 0);
-    }
     return area;
 }
 
@@ -74,9 +68,8 @@ ScreenArea areaWithPanel() {
 void forgetUpdatesOf(QWidget& window) {
     QCoreApplication::removePostedEvents(&window, QEvent::UpdateLater);
     const auto widgets = window.findChildren<QWidget*>();
-    for (QWidget* widget : widgets) {
+    for (QWidget* widget : widgets)
         QCoreApplication::removePostedEvents(widget, QEvent::UpdateLater);
-    }
 }
 
 QRect placed(const PopoverAnchor& anchor, QSize size) {
@@ -85,9 +78,8 @@ QRect placed(const PopoverAnchor& anchor, QSize size) {
         return placedAtIcon(anchor.icon, size, areaAround(anchor.icon.center()));
     case PopoverAnchor::Kind::pointer: {
         auto area = areaAround(*anchor.point);
-        if (x11::isXWayland() && area.available == area.whole) {
+        if (x11::isXWayland() && area.available == area.whole)
             area = withoutBarsAround(*anchor.point, area);
-        }
         return placedAtIcon(iconAround(*anchor.point, area), size, area);
     }
     case PopoverAnchor::Kind::panel: {
@@ -156,15 +148,13 @@ void PopoverWindow::close() {
 
 void PopoverWindow::prepareSoon() {
     isPrepared_ = false;
-    if (!isVisible()) {
+    if (!isVisible())
         preparation_.start();
-    }
 }
 
 void PopoverWindow::prepare() {
-    if (isShown()) {
+    if (isShown())
         return;
-    }
     isPrepared_ = true;
     if (const QSize wanted = content_->sizeHint(); wanted.isValid())
         contentSize_ = wanted;
@@ -178,9 +168,8 @@ void PopoverWindow::prepare() {
 // What is painted now is thrown away, but not the images and glyphs that it took.
 void PopoverWindow::fillCaches() {
     grab();
-    if (auto* window = windowHandle()) {
+    if (auto* window = windowHandle())
         window->setCursor(cursor()); // looked up for the program's first window that has it
-    }
     // Has the memory for the window's pixels set up, without touching it.
     if (auto* store = backingStore()) {
         store->resize(size());
@@ -198,11 +187,10 @@ void PopoverWindow::layOut() {
     margin_ = blends ? popover_frame::shadowMargin : 0;
     const QRect content = contentRect();
     setFixedSize(content.size() + QSize(2 * margin_, 2 * margin_));
-    if (blends) {
+    if (blends)
         clearMask();
-    } else {
+    else
         setMask(popover_frame::shape(content));
-    }
     content_->setGeometry(content);
 }
 
@@ -220,16 +208,14 @@ void PopoverWindow::showAt(const QRect& content) {
 
 void PopoverWindow::fadeIn() {
     fade_.stop();
-    if (!x11::isAvailable()) { // Wayland knows no opacity of a window, and Qt says so each time
+    if (!x11::isAvailable()) // Wayland knows no opacity of a window, and Qt says so each time
         return;
-    }
     const bool canFade = margin_ > 0 && !x11::isXWayland() &&
                          style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
-    if (canFade) {
+    if (canFade)
         fade_.start();
-    } else {
+    else
         setWindowOpacity(1);
-    }
 }
 
 void PopoverWindow::showEvent(QShowEvent* event) {
@@ -244,9 +230,8 @@ void PopoverWindow::showEvent(QShowEvent* event) {
 void PopoverWindow::hideEvent(QHideEvent* event) {
     fade_.stop();
     input_->end();
-    if (!isPrepared_) {
+    if (!isPrepared_)
         preparation_.start();
-    }
     QWidget::hideEvent(event);
 }
 
@@ -258,9 +243,8 @@ void PopoverWindow::closeEvent(QCloseEvent* event) {
 // icon would reach the panel and open it again.
 void PopoverWindow::mousePressEvent(QMouseEvent* event) {
     event->accept();
-    if (!contentRect().contains(event->position().toPoint())) {
+    if (!contentRect().contains(event->position().toPoint()))
         pressedOutside_ = true;
-    }
 }
 
 void PopoverWindow::mouseReleaseEvent(QMouseEvent* event) {
@@ -272,21 +256,18 @@ void PopoverWindow::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel)) {
+    if (event->matches(QKeySequence::Cancel))
         close();
-    } else {
+    else
         QWidget::keyPressEvent(event);
-    }
 }
 
 void PopoverWindow::paintEvent(QPaintEvent* event) {
-    if (event->rect() == rect() && !std::exchange(isPainted_, true)) {
+    if (event->rect() == rect() && !std::exchange(isPainted_, true))
         forgetUpdatesOf(*this);
-    }
     QPainter painter(this);
-    if (margin_ > 0 && !contentRect().contains(event->rect())) {
+    if (margin_ > 0 && !contentRect().contains(event->rect()))
         popover_frame::paintShadow(painter, contentRect());
-    }
     popover_frame::paintBackground(painter, contentRect(), palette());
 }
 

@@ -35,18 +35,16 @@ SingleInstance::~SingleInstance() {
 }
 
 void SingleInstance::activate(const QVariantMap& platformData) {
-    if (std::exchange(isStartedByBus_, false)) {
+    if (std::exchange(isStartedByBus_, false))
         Q_EMIT startedByHand();
-    } else {
+    else
         Q_EMIT activated(platformData.value(QStringLiteral("desktop-startup-id")).toString());
-    }
 }
 
 // The object is there before the name is: who starts the program by its name calls it at once.
 SingleInstance::Role SingleInstance::claim() {
-    if (!bus_.isConnected()) {
+    if (!bus_.isConnected())
         return Role::first;
-    }
     bus_.registerObject(objectPath, this);
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
         bus_.interface()->registerService(serviceName);

@@ -4,12 +4,10 @@ namespace kestrel::linux_shell {
 
 QVariantMap Startup::platformData() const {
     QVariantMap data;
-    if (!activationToken.isEmpty()) {
+    if (!activationToken.isEmpty())
         data.insert(QStringLiteral("activation-token"), activationToken);
-    }
-    if (!id.isEmpty()) {
+    if (!id.isEmpty())
         data.insert(QStringLiteral("desktop-startup-id"), id);
-    }
     return data;
 }
 

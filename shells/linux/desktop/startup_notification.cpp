@@ -51,9 +51,8 @@ void waitForServer(xcb_connection_t* connection) {
 
 std::string announceLaunch(std::uint32_t time) {
     auto* connection = x11::connection();
-    if (connection == nullptr || time == 0) {
+    if (connection == nullptr || time == 0)
         return {};
-    }
     const auto display = startupDisplay(connection);
     const StartupPtr<SnLauncherContext> context(
         sn_launcher_context_new(display.get(), firstScreen));
@@ -69,9 +68,8 @@ std::string announceLaunch(std::uint32_t time) {
 
 void completeStartup(const std::string& id) {
     auto* connection = x11::connection();
-    if (connection == nullptr || id.empty() || id.size() > longestId) {
+    if (connection == nullptr || id.empty() || id.size() > longestId)
         return;
-    }
     const auto display = startupDisplay(connection);
     const StartupPtr<SnLauncheeContext> context(
         sn_launchee_context_new(display.get(), firstScreen, id.c_str()));

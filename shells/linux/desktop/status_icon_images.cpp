@@ -39,9 +39,8 @@ QList<QImage> statusIconImages(const IconRenderer& renderer, const QColor& color
 
 QIcon iconOf(const QList<QImage>& images) {
     QIcon icon;
-    for (const QImage& image : images) {
+    for (const QImage& image : images)
         icon.addPixmap(QPixmap::fromImage(image));
-    }
     return icon;
 }
 

@@ -44,12 +44,10 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, const QString& name
           choosePanel();
       }),
       first_(currentDesktopIs(u"GNOME") ? Protocol::xembed : Protocol::notifier) {
-    if (currentDesktopIs(u"KDE") && x11::isXWayland()) {
+    if (currentDesktopIs(u"KDE") && x11::isXWayland())
         outputs_ = std::make_unique<KWinOutputs>(bus);
-    }
-    for (QTimer* timer : {&headStart_, &docking_}) {
+    for (QTimer* timer : {&headStart_, &docking_})
         timer->setSingleShot(true);
-    }
     headStart_.setInterval(headStart);
     docking_.setInterval(dockingTime);
     longPress_.setInterval(buttonInterval);
@@ -79,38 +77,34 @@ bool LinuxStatusItem::isWithoutPanel() const {
 
 LinuxStatusItem::Protocol LinuxStatusItem::offered() const {
     const bool hasTray = x11::hasTray() && !ignoresTray_;
-    if (notifier_.hasHost() && (first_ == Protocol::notifier || !hasTray)) {
+    if (notifier_.hasHost() && (first_ == Protocol::notifier || !hasTray))
         return Protocol::notifier;
-    }
     return hasTray ? Protocol::xembed : Protocol::none;
 }
 
 void LinuxStatusItem::choosePanel() {
     const Protocol best = offered();
-    if (best == protocol_) {
+    if (best == protocol_)
         color_.lookSoon(); // it may have begun anew, in another colour
-    } else if (best == Protocol::none || best == first_) {
+    else if (best == Protocol::none || best == first_)
         use(best);
-    } else if (!headStart_.isActive()) {
+    else if (!headStart_.isActive())
         headStart_.start();
-    }
 }
 
 void LinuxStatusItem::use(Protocol protocol) {
     headStart_.stop();
-    if (protocol == protocol_) {
+    if (protocol == protocol_)
         return;
-    }
     protocol_ = protocol;
     clickedPoint_.reset();
     docking_.stop();
     xembed_.reset();
     notifier_.setOffered(protocol == Protocol::notifier || first_ == Protocol::notifier);
-    if (protocol == Protocol::xembed) {
+    if (protocol == Protocol::xembed)
         dock();
-    } else if (protocol == Protocol::notifier) {
+    else if (protocol == Protocol::notifier)
         color_.lookSoon();
-    }
 }
 
 void LinuxStatusItem::dock() {
@@ -135,9 +129,8 @@ void LinuxStatusItem::dock() {
 // The panels of these desktops say truly where the icon was clicked. Others pass zeros, or a place
 // inside the icon.
 std::optional<QPoint> LinuxStatusItem::placeToldBy(QPoint place) const {
-    if (!currentDesktopIs(u"KDE") && !currentDesktopIs(u"GNOME")) {
+    if (!currentDesktopIs(u"KDE") && !currentDesktopIs(u"GNOME"))
         return std::nullopt;
-    }
     const QPoint told =
         x11::independentOfDevice(outputs_ != nullptr ? outputs_->onServer(place) : place);
     return QGuiApplication::screenAt(told) != nullptr ? std::optional(told) : std::nullopt;
@@ -152,9 +145,8 @@ void LinuxStatusItem::notifierClicked(QPoint place) {
     }
     // The X server inside a Wayland session does not know where the pointer is over a panel.
     isHiddenClick_ = x11::isXWayland();
-    if (!isHiddenClick_) {
+    if (!isHiddenClick_)
         setClickedPoint(QCursor::pos());
-    }
     clicked();
     isHiddenClick_ = false;
 }
@@ -162,9 +154,8 @@ void LinuxStatusItem::notifierClicked(QPoint place) {
 // Plasma's panel asks for the menu also when the main button has been held for most of a second.
 // Inside a Wayland session nobody tells which button that was.
 void LinuxStatusItem::notifierMenuWanted(QPoint place) {
-    if (!currentDesktopIs(u"KDE") || x11::isXWayland() || !x11::isLeftButtonAloneDown()) {
+    if (!currentDesktopIs(u"KDE") || x11::isXWayland() || !x11::isLeftButtonAloneDown())
         return;
-    }
     longPress_.disconnect();
     connect(&longPress_, &QTimer::timeout, this, [this, place] {
         if (!x11::isMouseButtonDown()) {
@@ -183,16 +174,13 @@ void LinuxStatusItem::clicked() {
 
 PopoverAnchor LinuxStatusItem::anchor() const {
     using enum PopoverAnchor::Kind;
-    if (isHiddenClick_) {
+    if (isHiddenClick_)
         return {.kind = hiddenPointer, .icon = {}, .point = clickedPoint_};
-    }
     const QRect docked = xembed_ != nullptr ? xembed_->rectOnScreen() : QRect();
-    if (!docked.isEmpty()) {
+    if (!docked.isEmpty())
         return {.kind = icon, .icon = docked, .point = {}};
-    }
-    if (clickedPoint_) {
+    if (clickedPoint_)
         return {.kind = clickedKind_, .icon = {}, .point = clickedPoint_};
-    }
     return {};
 }
 

@@ -75,7 +75,7 @@ class LinuxStatusItem final : public QObject, public StatusItem, public PopoverA
     std::unique_ptr<KWinOutputs> outputs_; ///< null where places need no translation
     std::unique_ptr<XEmbedIcon> xembed_;
     Protocol protocol_ = Protocol::none;
-    Protocol first_;          ///< which of two that are offered is taken
+    Protocol first_;           ///< which of two that are offered is taken
     bool ignoresTray_ = false; ///< the panel announces an XEmbed tray but takes no icon into it
     bool hasBeenShown_ = false;
     QTimer headStart_; ///< of the first protocol before the second is settled for

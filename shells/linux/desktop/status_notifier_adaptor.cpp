@@ -66,9 +66,8 @@ QString StatusNotifierAdaptor::iconName() const {
 StatusNotifierImages StatusNotifierAdaptor::iconPixmap() const {
     Q_EMIT item_.shown();
     StatusNotifierImages images;
-    for (const auto& image : item_.images()) {
+    for (const auto& image : item_.images())
         images.append(statusNotifierImage(image));
-    }
     return images;
 }
 

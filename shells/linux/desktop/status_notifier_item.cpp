@@ -39,11 +39,10 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus, QString title
       title_(std::move(title)),
       serviceName_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                        .arg(QCoreApplication::applicationPid())) {
-    if (currentDesktopIs(u"GNOME")) {
+    if (currentDesktopIs(u"GNOME"))
         new StatusNotifierMenuAdaptor(*this);
-    } else {
+    else
         new StatusNotifierAdaptor(*this);
-    }
     if (!bus_.isConnected()) {
         knowsHost_ = true;
         return;
@@ -63,9 +62,8 @@ StatusNotifierItem::~StatusNotifierItem() { setOffered(false); }
 
 // Panels follow the name: they let an icon go together with it.
 void StatusNotifierItem::setOffered(bool isOffered) {
-    if (isOffered == isOffered_ || !bus_.isConnected()) {
+    if (isOffered == isOffered_ || !bus_.isConnected())
         return;
-    }
     isOffered_ = isOffered;
     if (isOffered_) {
         bus_.registerObject(itemPath, this);
@@ -89,9 +87,8 @@ void StatusNotifierItem::watcherCame() {
 }
 
 void StatusNotifierItem::offer() {
-    if (!isOffered_) {
+    if (!isOffered_)
         return;
-    }
     auto call = watcherCall(watcherService, QLatin1String("RegisterStatusNotifierItem"));
     call << serviceName_;
     bus_.asyncCall(call);
@@ -110,9 +107,8 @@ void StatusNotifierItem::askForHost() {
         answer->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *answer;
         setHasHost(!reply.isError() && reply.value().variant().toBool());
-        if (!std::exchange(knowsHost_, true)) {
+        if (!std::exchange(knowsHost_, true))
             Q_EMIT hostKnown();
-        }
     });
 }
 

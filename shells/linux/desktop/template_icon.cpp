@@ -31,9 +31,8 @@ QColor contrastingColor(const QImage& background) {
 
 QImage seenAt(const QRect& rect) {
     auto* screen = QGuiApplication::screenAt(rect.center());
-    if (rect.isEmpty() || screen == nullptr) {
+    if (rect.isEmpty() || screen == nullptr)
         return {};
-    }
     const QPoint corner = rect.topLeft() - screen->geometry().topLeft();
     return screen->grabWindow(0, corner.x(), corner.y(), rect.width(), rect.height()).toImage();
 }

@@ -12,9 +12,8 @@ xcb_window_t trayWindow(xcb_connection_t* c) { return selectionOwner(c, "_NET_SY
 
 unsigned pointerButtons() {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return 0;
-    }
     const Reply<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
     return reply ? reply->mask : 0U;
@@ -33,14 +32,12 @@ bool hasTray() {
 
 std::optional<QColor> trayForeground() {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return std::nullopt;
-    }
     // Four colours of three 16-bit channels: foreground, error, warning, success.
     const auto channels = values(c, trayWindow(c), "_NET_SYSTEM_TRAY_COLORS", XCB_ATOM_CARDINAL);
-    if (channels.size() < 12) {
+    if (channels.size() < 12)
         return std::nullopt;
-    }
     const auto channel = [&](std::size_t i) {
         return static_cast<int>((channels[i] >> 8U) & 0xFFU);
     };
@@ -49,13 +46,11 @@ std::optional<QColor> trayForeground() {
 
 QList<QRect> panels() {
     auto* watch = isXWayland() ? nullptr : DesktopWatch::current();
-    if (watch == nullptr) {
+    if (watch == nullptr)
         return {};
-    }
     QList<QRect> found;
-    for (const QRect& panel : watch->panels()) {
+    for (const QRect& panel : watch->panels())
         found.append(independentOfDevice(panel));
-    }
     return found;
 }
 
@@ -64,9 +59,8 @@ QPoint independentOfDevice(QPoint point) {
 }
 
 bool isCompositing() {
-    if (isXWayland()) {
+    if (isXWayland())
         return true;
-    }
     auto* watch = DesktopWatch::current();
     return watch != nullptr && watch->hasCompositor();
 }
@@ -83,22 +77,18 @@ bool isLeftButtonAloneDown() {
 
 bool trayBlends() {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return false;
-    }
     const auto visual = values(c, trayWindow(c), "_NET_SYSTEM_TRAY_VISUAL", XCB_ATOM_VISUALID);
-    if (visual.empty()) {
+    if (visual.empty())
         return false;
-    }
     auto* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
     for (auto depth = xcb_screen_allowed_depths_iterator(screen); depth.rem != 0;
          xcb_depth_next(&depth)) {
         for (auto type = xcb_depth_visuals_iterator(depth.data); type.rem != 0;
-             xcb_visualtype_next(&type)) {
-            if (type.data->visual_id == visual.front()) {
+             xcb_visualtype_next(&type))
+            if (type.data->visual_id == visual.front())
                 return depth.data->depth == 32;
-            }
-        }
     }
     return false;
 }
@@ -116,17 +106,14 @@ TrayArrivals::~TrayArrivals() { qGuiApp->removeNativeEventFilter(this); }
 // A new owner of the tray selection announces itself to the root window, whose messages Qt's X11
 // plugin receives in any case.
 bool TrayArrivals::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
-    if (eventType != "xcb_generic_event_t") {
+    if (eventType != "xcb_generic_event_t")
         return false;
-    }
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7FU) != XCB_CLIENT_MESSAGE) {
+    if ((event->response_type & 0x7FU) != XCB_CLIENT_MESSAGE)
         return false;
-    }
     const auto* manager = reinterpret_cast<const xcb_client_message_event_t*>(event);
-    if (manager->type == managerAtom_ && manager->data.data32[1] == trayAtom_) {
+    if (manager->type == managerAtom_ && manager->data.data32[1] == trayAtom_)
         arrived_();
-    }
     return false;
 }
 

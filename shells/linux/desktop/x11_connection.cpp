@@ -19,14 +19,12 @@ xcb_window_t rootWindow(xcb_connection_t* c) {
 
 xcb_atom_t atom(xcb_connection_t* c, std::string_view name) {
     static std::map<std::string, xcb_atom_t, std::less<>> known;
-    if (const auto found = known.find(name); found != known.end()) {
+    if (const auto found = known.find(name); found != known.end())
         return found->second;
-    }
     const auto cookie = xcb_intern_atom(c, 0, static_cast<std::uint16_t>(name.size()), name.data());
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(c, cookie, nullptr));
-    if (!reply) {
+    if (!reply)
         return XCB_ATOM_NONE;
-    }
     return known.emplace(name, reply->atom).first->second;
 }
 
@@ -44,9 +42,8 @@ xcb_get_property_cookie_t askValues(xcb_connection_t* c, xcb_window_t window,
 
 std::vector<std::uint32_t> values(xcb_connection_t* c, xcb_get_property_cookie_t question) {
     const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, question, nullptr));
-    if (!reply || reply->format != 32) {
+    if (!reply || reply->format != 32)
         return {};
-    }
     const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
     return {first, first + reply->value_len};
 }
@@ -67,9 +64,8 @@ QRect rectOf(xcb_connection_t* c, const RectQuestion& question) {
     const Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, question.size, nullptr));
     const Reply<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(c, question.place, nullptr));
-    if (!state || !size || !place || state->map_state != XCB_MAP_STATE_VIEWABLE) {
+    if (!state || !size || !place || state->map_state != XCB_MAP_STATE_VIEWABLE)
         return {};
-    }
     return {place->dst_x, place->dst_y, size->width, size->height};
 }
 

@@ -45,9 +45,8 @@ void requestDock(WId window) {
     auto* c = connection();
     const auto tray = c != nullptr ? selectionOwner(c, "_NET_SYSTEM_TRAY_S0")
                                    : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    if (tray == XCB_WINDOW_NONE) {
+    if (tray == XCB_WINDOW_NONE)
         return;
-    }
     // The protocol's version, and that the window is to be shown once it is in the panel.
     setProperty<2>(c, window, "_XEMBED_INFO", atom(c, "_XEMBED_INFO"), {0, 1});
     constexpr std::uint32_t requestDockCode = 0;
@@ -70,9 +69,8 @@ void inheritBackground(WId window) {
 // work area.
 void beUnlisted(WId window, const QMargins& shadow) {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return;
-    }
     setProperty<1>(c, window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
                    {atom(c, "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU")});
     setProperty<4>(c, window, "_NET_WM_STATE", XCB_ATOM_ATOM,
@@ -86,9 +84,8 @@ void beUnlisted(WId window, const QMargins& shadow) {
 
 bool canBeUnlisted() {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return false;
-    }
     const auto supported = values(c, rootWindow(c), "_NET_SUPPORTED", XCB_ATOM_ATOM);
     return std::ranges::find(supported, atom(c, "_NET_WM_STATE_SKIP_TASKBAR")) != supported.end();
 }
@@ -97,9 +94,8 @@ bool canBeUnlisted() {
 // here is that of an earlier one, and would count as older than what the user did elsewhere.
 void activate(WId window) {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return;
-    }
     constexpr std::uint32_t fromPanel = 2;
     auto request = message(c, window, "_NET_ACTIVE_WINDOW");
     request.data.data32[0] = fromPanel;
@@ -110,9 +106,8 @@ void activate(WId window) {
 
 WId activeWindow() {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return 0;
-    }
     const auto active = values(c, rootWindow(c), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
     return active.empty() ? 0 : active.front();
 }
@@ -121,15 +116,13 @@ WId activeWindow() {
 // a grab by the core protocol for somebody else's, and what happens under such a one is lost.
 bool grabPointer(WId window) {
     auto* c = connection();
-    if (c == nullptr) {
+    if (c == nullptr)
         return false;
-    }
     const Reply<xcb_input_xi_get_client_pointer_reply_t> pointer(
         xcb_input_xi_get_client_pointer_reply(
             c, xcb_input_xi_get_client_pointer(c, XCB_WINDOW_NONE), nullptr));
-    if (!pointer) {
+    if (!pointer)
         return false;
-    }
     constexpr std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS |
                                      XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE |
                                      XCB_INPUT_XI_EVENT_MASK_MOTION;

@@ -52,9 +52,8 @@ QRect XEmbedIcon::rectOnScreen() const {
 // The server tells when the window gets a new parent: the panel's, or the root window when a panel
 // that ends gives it back.
 bool XEmbedIcon::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
-    if (eventType != "xcb_generic_event_t") {
+    if (eventType != "xcb_generic_event_t")
         return false;
-    }
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
     const auto type = event->response_type & 0x7FU;
     const auto own = static_cast<xcb_window_t>(internalWinId());
@@ -65,9 +64,8 @@ bool XEmbedIcon::nativeEventFilter(const QByteArray& eventType, void* message, q
             isInPanel ? enterPanel() : leavePanel();
         }
     } else if (type == XCB_DESTROY_NOTIFY) {
-        if (reinterpret_cast<const xcb_destroy_notify_event_t*>(event)->window == own) {
+        if (reinterpret_cast<const xcb_destroy_notify_event_t*>(event)->window == own)
             leavePanel();
-        }
     }
     return false;
 }
@@ -82,16 +80,14 @@ void XEmbedIcon::enterPanel() {
 }
 
 void XEmbedIcon::leavePanel() {
-    if (std::exchange(isDocked_, false)) {
+    if (std::exchange(isDocked_, false))
         Q_EMIT undocked();
-    }
 }
 
 void XEmbedIcon::forgetBackground() {
     background_ = QPixmap();
-    if (!testAttribute(Qt::WA_TranslucentBackground)) {
+    if (!testAttribute(Qt::WA_TranslucentBackground))
         x11::inheritBackground(winId());
-    }
     update();
 }
 
@@ -109,9 +105,8 @@ void XEmbedIcon::resizeEvent(QResizeEvent* event) {
 // does so outside the handling of the mouse event.
 void XEmbedIcon::mouseReleaseEvent(QMouseEvent* event) {
     event->accept();
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         QMetaObject::invokeMethod(this, &XEmbedIcon::activated, Qt::QueuedConnection);
-    }
 }
 
 // In a panel that does not blend, what it shows under the window is fetched before the icon first
@@ -123,9 +118,8 @@ void XEmbedIcon::paintEvent(QPaintEvent*) {
         painter.fillRect(rect(), Qt::transparent);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     } else {
-        if (background_.isNull()) {
+        if (background_.isNull())
             background_ = screen()->grabWindow(winId());
-        }
         painter.drawPixmap(rect(), background_);
     }
     icon_.paint(&painter, rect());

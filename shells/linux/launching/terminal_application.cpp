@@ -119,12 +119,11 @@ struct TerminalApplication::State {
         g_signal_connect_swapped(monitor.get(), "changed",
                                  G_CALLBACK(+[](bool* outdated) { *outdated = true; }),
                                  &isOutdated);
-        while (!mustStop()) {
+        while (!mustStop())
             if (std::exchange(isOutdated, false))
                 publish(search());
             else
                 g_main_context_iteration(own, TRUE);
-        }
         g_signal_handlers_disconnect_by_data(monitor.get(), &isOutdated);
     }
 

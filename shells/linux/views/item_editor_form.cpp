@@ -30,17 +30,15 @@ int labelWidth() {
     const QFontMetrics metrics(fontFor(form::label.font));
     int width = 0;
     for (const style::Text& text : {form::titleLabel, form::typeLabel, form::appRow.label,
-                                    form::fileRow.label, form::commandRow.label}) {
+                                    form::fileRow.label, form::commandRow.label})
         width = std::max(width, metrics.horizontalAdvance(textFor(text)));
-    }
     return width;
 }
 
 QStringList typeNames() {
     QStringList names;
-    for (const ItemType type : allItemTypes) {
+    for (const ItemType type : allItemTypes)
         names << toQString(rawValue(type));
-    }
     return names;
 }
 
@@ -89,9 +87,8 @@ void ItemEditorForm::addRow(QBoxLayout& column, TextLabel* label, const QList<QW
     row->setSpacing(pixels(form::browseSpacing));
     row->addWidget(label);
     row->addSpacing(labelSpacing - row->spacing());
-    for (QWidget* control : controls) {
+    for (QWidget* control : controls)
         row->addWidget(control);
-    }
     column.addLayout(row);
     column.addSpacing(pixels(form::spaceBelowRow));
 }
@@ -141,9 +138,8 @@ void ItemEditorForm::connectButtons() {
 void ItemEditorForm::addShortcut(QKeyCombination keys, PushButton& button) {
     auto* shortcut = new QShortcut(QKeySequence(keys), this);
     connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);
-    if (button.toolTip().isEmpty()) {
+    if (button.toolTip().isEmpty())
         button.setToolTip(shortcut->key().toString(QKeySequence::NativeText));
-    }
 }
 
 void ItemEditorForm::focusFirstField() { title_->setFocus(Qt::TabFocusReason); }

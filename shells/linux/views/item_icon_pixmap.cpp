@@ -10,13 +10,11 @@ QPixmap itemIconPixmap(const ItemIcon& icon, const FileIconSource& fileIcons, QS
     QPixmap pixmap = symbol != nullptr
                          ? symbolPixmap(symbol->name, size.width(), color, devicePixelRatio)
                          : fileIcons(std::get<FileIcon>(icon).path).pixmap(size, devicePixelRatio);
-    if (pixmap.isNull()) {
+    if (pixmap.isNull())
         return pixmap;
-    }
     const QSize deviceSize = (QSizeF(size) * devicePixelRatio).toSize();
-    if (pixmap.size() != deviceSize) {
+    if (pixmap.size() != deviceSize)
         pixmap = pixmap.scaled(deviceSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
     pixmap.setDevicePixelRatio(devicePixelRatio);
     return pixmap;
 }

@@ -23,9 +23,8 @@ constexpr unsigned char lastPrintable = 0x7E;
 /// Whether a line ends at this byte: a line feed, U+2028 or U+2029.
 bool isLineBreak(std::string_view title, std::size_t position) {
     constexpr char firstOfSeparator = '\xE2';
-    if (title[position] != firstOfSeparator) {
+    if (title[position] != firstOfSeparator)
         return title[position] == '\n';
-    }
     const auto text = title.substr(position);
     return text.starts_with("\u2028") || text.starts_with("\u2029");
 }
@@ -52,9 +51,8 @@ ItemRowMetrics::ItemRowMetrics(int width) {
     }
     const QFontMetricsF metrics(fontFor(row_style::title.font));
     advances_.fill(2 * metrics.height()); // more than any letter takes
-    for (unsigned char letter = firstPrintable; letter <= lastPrintable; ++letter) {
+    for (unsigned char letter = firstPrintable; letter <= lastPrintable; ++letter)
         advances_.at(letter) = metrics.horizontalAdvance(QLatin1Char(static_cast<char>(letter)));
-    }
     others_ = pixels(row_style::lineSpacing) + itemRowLineHeight(row_style::detail.font);
     lowest_ = rowHeight(itemRowLineHeight(row_style::title.font));
 }
@@ -63,9 +61,8 @@ ItemRowMetrics::ItemRowMetrics(int width) {
 bool ItemRowMetrics::surelyFits(std::string_view title, int width) const {
     double sum = 0;
     for (std::size_t i = 0; i < title.size(); ++i) {
-        if (isLineBreak(title, i)) {
+        if (isLineBreak(title, i))
             return false;
-        }
         sum += advances_[static_cast<unsigned char>(title[i])];
     }
     return sum * kerningReserve <= width;
@@ -78,9 +75,8 @@ int ItemRowMetrics::rowHeight(int titleHeight) const {
 
 int ItemRowMetrics::heightFor(std::string_view title, ItemType type) const {
     const int width = textWidths_.at(static_cast<std::size_t>(type));
-    if (surelyFits(title, width)) {
+    if (surelyFits(title, width))
         return lowest_;
-    }
     return rowHeight(wrappedHeight(toQString(title), fontFor(row_style::title.font), width));
 }
 

@@ -37,9 +37,8 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
 }
 
 void ItemRowWidget::bind(ItemRow row, const QPixmap& icon) {
-    if (row.item.id != item_.item.id) {
+    if (row.item.id != item_.item.id)
         giveFocusToList();
-    }
     item_ = std::move(row);
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());
@@ -102,9 +101,8 @@ void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Layout parts = layoutOfParts();
-    if (!icon_.isNull()) {
+    if (!icon_.isNull())
         painter.drawPixmap(parts.icon, icon_);
-    }
     painter.setPen(colorFor(row_style::title.color, palette()));
     drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font));
     const QFont font = fontFor(row_style::detail.font);

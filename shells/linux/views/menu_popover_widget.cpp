@@ -81,9 +81,8 @@ void MenuPopoverWidget::connectList() {
     connect(&list_, &MenuList::rowsChanged, this, &MenuPopoverWidget::contentChanged);
     connect(&list_, &MenuList::activated, this, [this](int row) {
         const auto position = static_cast<std::size_t>(row);
-        if (position < view_->items().size()) {
+        if (position < view_->items().size())
             view_->row(position).onTap();
-        }
     });
     connect(&list_, &MenuList::pointerEntered, this,
             [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
@@ -119,9 +118,8 @@ void MenuPopoverWidget::showListOrEmptyState() {
     setFocusProxy(now);
     list_.setVisible(!empty);
     emptyState_->setVisible(empty);
-    if (hadFocus && before != now) {
+    if (hadFocus && before != now)
         now->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 void MenuPopoverWidget::layOut() {

@@ -23,9 +23,8 @@ QString oneLine(const QString& title, const QFontMetrics& metrics, int width) {
     };
     const auto end = std::ranges::find_if(title, isBreak);
     QString line(title.constData(), end - title.begin());
-    if (end != title.end()) {
+    if (end != title.end())
         line += QChar(0x2026);
-    }
     return metrics.elidedText(line, Qt::ElideRight, width);
 }
 

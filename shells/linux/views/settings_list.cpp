@@ -33,9 +33,8 @@ std::vector<int> SettingsRows::heights(int width) const {
     const ItemRowMetrics metrics(width);
     std::vector<int> heights;
     heights.reserve(view_.items().size());
-    for (const LauncherItem& item : view_.items()) {
+    for (const LauncherItem& item : view_.items())
         heights.push_back(metrics.heightFor(item.title, item.type));
-    }
     return heights;
 }
 
@@ -81,9 +80,8 @@ void SettingsList::focusInEvent(QFocusEvent* event) {
 
 void SettingsList::changeEvent(QEvent* event) {
     SelectionList::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange) {
+    if (event->type() == QEvent::ActivationChange)
         viewport()->update();
-    }
 }
 
 } // namespace kestrel::linux_shell

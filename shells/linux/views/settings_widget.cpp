@@ -130,9 +130,8 @@ void SettingsWidget::connectKeys() {
 }
 
 std::optional<Uuid> SettingsWidget::idAt(int row) const {
-    if (row < 0 || row >= rows_->count()) {
+    if (row < 0 || row >= rows_->count())
         return std::nullopt;
-    }
     return view_->items()[static_cast<std::size_t>(row)].id;
 }
 
@@ -143,44 +142,38 @@ int SettingsWidget::selectedRow() const {
 }
 
 void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
-    if (auto* widget = qobject_cast<ItemRowWidget*>(list_->realisedRow(row))) {
+    if (auto* widget = qobject_cast<ItemRowWidget*>(list_->realisedRow(row)))
         widget->popUpMenu(globalPosition);
-    }
 }
 
 void SettingsWidget::redraw() {
     redrawToolbar();
     redrawList();
-    if (auto form = view_->nextSheet()) {
+    if (auto form = view_->nextSheet())
         present(std::move(form));
-    }
 }
 
 void SettingsWidget::redrawToolbar() {
     const auto descriptions = view_->toolbarButtons();
-    for (std::size_t index = 0; index < descriptions.size(); ++index) {
+    for (std::size_t index = 0; index < descriptions.size(); ++index)
         toolbarButtons_[index]->setEnabled(descriptions.at(index).enabled);
-    }
 }
 
 void SettingsWidget::redrawList() {
     const std::uint64_t revision = view_->items().revision();
-    if (std::exchange(shownRevision_, revision) != revision) {
+    if (std::exchange(shownRevision_, revision) != revision)
         list_->reload();
-    } else {
+    else
         list_->refresh();
-    }
     list_->setCurrentRow(selectedRow());
     const bool empty = view_->items().empty();
-    if (list_->isHidden() == empty && placeholder_->isHidden() != empty) {
+    if (list_->isHidden() == empty && placeholder_->isHidden() != empty)
         return;
-    }
     const bool hadFocus = content_->isAncestorOf(QApplication::focusWidget());
     list_->setVisible(!empty);
     placeholder_->setVisible(empty);
-    if (hadFocus) {
+    if (hadFocus)
         focusContent();
-    }
 }
 
 void SettingsWidget::present(std::unique_ptr<AddEditItemView> form) {
@@ -193,9 +186,8 @@ void SettingsWidget::present(std::unique_ptr<AddEditItemView> form) {
 
 // The sheet goes at once, so that no further key reaches a form that is done.
 void SettingsWidget::dismiss() {
-    if (Sheet* sheet = std::exchange(sheet_, nullptr).data()) {
+    if (Sheet* sheet = std::exchange(sheet_, nullptr).data())
         sheet->close();
-    }
     view_->sheetClosed();
 }
 
@@ -205,11 +197,10 @@ ItemEditorForm* SettingsWidget::form() const {
 }
 
 void SettingsWidget::focusContent() {
-    if (ItemEditorForm* open = form()) {
+    if (ItemEditorForm* open = form())
         open->focusFirstField();
-    } else {
+    else
         (view_->items().empty() ? placeholderButton_ : list_)->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 // A focus proxy would make the whole widget one more stop for Tab.
@@ -217,9 +208,8 @@ void SettingsWidget::focusInEvent(QFocusEvent* /*event*/) { focusContent(); }
 
 void SettingsWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (!isAncestorOf(QApplication::focusWidget())) {
+    if (!isAncestorOf(QApplication::focusWidget()))
         focusContent();
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -61,10 +61,9 @@ namespace popover_style = kestrel::menu_popover_style;
 }
 
 - (PopoverRowView*)rowAtPoint:(NSPoint)point {
-    for (PopoverRowView* row in _rows) {
+    for (PopoverRowView* row in _rows)
         if (NSPointInRect(point, row.frame))
             return row;
-    }
     return nil;
 }
 

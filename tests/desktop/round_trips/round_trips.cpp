@@ -32,38 +32,33 @@ class Counter {
     void waitsFor(std::uint64_t request) {
         const std::lock_guard lock(mutex_);
         const auto number = widened(request);
-        if (number <= answered_) {
+        if (number <= answered_)
             return;
-        }
         answered_ = number > lastSent_ ? number : lastSent_;
-        if (file_ != nullptr) {
+        if (file_ != nullptr)
             std::fputs("trip\n", file_);
-        }
     }
 
     void shows(xcb_window_t window) {
         const std::lock_guard lock(mutex_);
-        if (file_ != nullptr) {
+        if (file_ != nullptr)
             std::fprintf(file_, "show 0x%x\n", static_cast<unsigned>(window));
-        }
     }
 
   private:
     static std::FILE* opened() {
         const char* name = std::getenv("KESTREL_ROUND_TRIPS_FILE");
         std::FILE* file = name != nullptr ? std::fopen(name, "ae") : nullptr;
-        if (file != nullptr) {
+        if (file != nullptr)
             std::setvbuf(file, nullptr, _IOLBF, BUFSIZ);
-        }
         return file;
     }
 
     /// A number of 32 bits, as most functions have them, is one near the last that was sent.
     std::uint64_t widened(std::uint64_t request) const {
         constexpr unsigned bits = 32;
-        if ((request >> bits) != 0) {
+        if ((request >> bits) != 0)
             return request;
-        }
         return lastSent_ +
                static_cast<std::uint64_t>(static_cast<std::int64_t>(static_cast<std::int32_t>(
                    static_cast<std::uint32_t>(request) - static_cast<std::uint32_t>(lastSent_))));

@@ -26,9 +26,8 @@ class Environment {
         }
     }
     ~Environment() {
-        for (const auto& [name, value] : old_) {
+        for (const auto& [name, value] : old_)
             value.isNull() ? qunsetenv(name.c_str()) : qputenv(name.c_str(), value);
-        }
     }
     Environment(const Environment&) = delete;
     Environment& operator=(const Environment&) = delete;

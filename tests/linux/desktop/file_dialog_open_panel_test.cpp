@@ -51,9 +51,8 @@ class FileDialogOpenPanelTest : public testing::Test {
         nameFilters = dialog.nameFilters();
         startedIn = dialog.directory().absolutePath();
         modality = dialog.windowModality();
-        if (path) {
+        if (path)
             dialog.selectFile(QString::fromStdString(*path));
-        }
         static_cast<QDialog&>(dialog).done(path ? QDialog::Accepted : QDialog::Rejected);
     }
 };

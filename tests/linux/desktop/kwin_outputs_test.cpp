@@ -25,9 +25,8 @@ TEST(KWinOutputsTest, ReadsEachOutputsGeometryAndScale) {
 TEST(KWinOutputsTest, TextThatIsNoReportHasNone) {
     for (const char* text : {"", "Geometry: 0,0,1600x900\n", "Geometry: 0,0,0x900\nScale: 1\n",
                              "Geometry: 0,0,9x9\nScale: 0\n", "Geometry: a,b,cxd\nScale: 1\n",
-                             "Geometry: 0,0,9x9\nScale: -2\n"}) {
+                             "Geometry: 0,0,9x9\nScale: -2\n"})
         EXPECT_TRUE(kwinOutputs(report(text)).isEmpty()) << text;
-    }
 }
 
 TEST(KWinOutputsTest, PlaceIsDividedByItsOutputsScale) {

@@ -13,16 +13,14 @@ PrivateBus::PrivateBus() {
                   {QStringLiteral("--session"), QStringLiteral("--nofork"),
                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1"),
                    QStringLiteral("--address=unix:tmpdir=/tmp")});
-    if (!waitUntil([this] { return daemon_.canReadLine(); })) {
+    if (!waitUntil([this] { return daemon_.canReadLine(); }))
         qFatal("dbus-daemon does not start");
-    }
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
 }
 
 PrivateBus::~PrivateBus() {
-    for (const auto& name : names_) {
+    for (const auto& name : names_)
         QDBusConnection::disconnectFromBus(name);
-    }
     daemon_.terminate();
     daemon_.waitForFinished();
 }

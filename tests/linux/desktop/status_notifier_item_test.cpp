@@ -119,9 +119,8 @@ TEST_F(StatusNotifierItemTest, AnswersForImagesThatItDoesNotHave) {
     startItem();
     ASSERT_TRUE(waitForItems(1));
     for (const auto* name : {"IconThemePath", "OverlayIconName", "OverlayIconPixmap",
-                             "AttentionIconName", "AttentionIconPixmap", "AttentionMovieName"}) {
+                             "AttentionIconName", "AttentionIconPixmap", "AttentionMovieName"})
         EXPECT_TRUE(property(QString::fromLatin1(name)).isValid()) << name;
-    }
 }
 
 TEST_F(StatusNotifierItemTest, TellsItsNameAndThatItHasNoMenu) {

@@ -13,9 +13,8 @@ namespace kestrel::linux_shell {
 inline bool waitUntil(const std::function<bool()>& condition) {
     const QDeadlineTimer deadline(10000);
     while (!condition()) {
-        if (deadline.hasExpired()) {
+        if (deadline.hasExpired())
             return false;
-        }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
     }
     return true;

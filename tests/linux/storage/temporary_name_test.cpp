@@ -49,10 +49,8 @@ TEST(TemporaryNameTest, NamesOfOtherProgramsAreNotOurs) {
           std::string(".syncthing.launcherItems.tmp"), std::string(".launcherItems.~1a2b"),
           std::string("launcherItems.part"), std::string(), std::string("."), own.substr(1),
           own + "~", "." + own, own.substr(0, own.size() - 4),
-          own.substr(0, own.rfind('-') + 1) + ".tmp",
-          own.substr(0, own.rfind('-') + 1) + "x.tmp"}) {
+          own.substr(0, own.rfind('-') + 1) + ".tmp", own.substr(0, own.rfind('-') + 1) + "x.tmp"})
         EXPECT_FALSE(isTemporaryOfThisMachine(name, "launcherItems")) << name;
-    }
     for (const std::string& name : {own.substr(1), own + "~", own.substr(0, own.size() - 4),
                                     own.substr(0, own.rfind('-') + 1) + ".tmp", std::string()})
         EXPECT_FALSE(isTemporaryOfThisProcess(name)) << name;

@@ -40,9 +40,8 @@ class ItemEditorFormTest : public testing::Test {
 
     void type(QLineEdit& field, const QString& text) {
         field.setFocus();
-        for (const QChar letter : text) {
+        for (const QChar letter : text)
             keyClick(field, 0, Qt::NoModifier, QString(letter));
-        }
         turnEventLoop();
     }
 
@@ -267,9 +266,8 @@ TEST_F(ItemEditorFormTest, TabGoesFromTheTitleToTheButtons) {
 TEST_F(ItemEditorFormTest, EveryControlHasANameAndARole) {
     open();
     for (QWidget* const control : form->findChildren<QWidget*>()) {
-        if (control->focusPolicy() == Qt::NoFocus || !control->isVisible()) {
+        if (control->focusPolicy() == Qt::NoFocus || !control->isVisible())
             continue;
-        }
         EXPECT_NE(accessibleName(*control), QString()) << control->metaObject()->className();
         EXPECT_NE(accessibleRole(*control), QAccessible::NoRole);
         EXPECT_NE(accessibleRole(*control), QAccessible::Client);

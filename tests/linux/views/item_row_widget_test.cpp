@@ -73,9 +73,8 @@ TEST_F(ItemRowWidgetTest, TheQuickHeightIsTheLaidOutOne) {
         for (const std::string& text : texts) {
             for (int times = 1; times < 40; ++times) {
                 std::string title;
-                for (int i = 0; i < times; ++i) {
+                for (int i = 0; i < times; ++i)
                     title += text;
-                }
                 const int textWidth = itemRowColumns(QStringLiteral("App"), width).textWidth;
                 const int expected = wrappedHeight(toQString(title), font, textWidth) + 2 +
                                      itemRowLineHeight(item_row_style::detail.font) + 8;

@@ -41,11 +41,9 @@ QImage grab(QWidget& widget) {
 
 bool contains(const QImage& image, QColor color) {
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) == color) {
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) == color)
                 return true;
-            }
-        }
     }
     return false;
 }
@@ -217,9 +215,8 @@ TEST(HighContrastTest, TextsAndLinesAreStrongAndBackgroundsLeaveTheirTextReadabl
         const QColor window = palette.color(QPalette::Window);
         const QColor text = palette.color(QPalette::WindowText);
         const auto shown = [&](const QColor& faded) { return mixed(window, text, faded.alphaF()); };
-        for (const auto level : {style::ColorLevel::secondary, style::ColorLevel::tertiary}) {
+        for (const auto level : {style::ColorLevel::secondary, style::ColorLevel::tertiary})
             EXPECT_GE(contrastRatio(shown(colorFor(level, palette)), window), 7);
-        }
         EXPECT_GE(contrastRatio(shown(colorFor(style::ColorLevel::tertiaryLabel, palette)), window),
                   4.5);
         EXPECT_GE(contrastRatio(shown(separatorColor(palette)), window), 3);

@@ -71,9 +71,8 @@ TEST_F(MenuListTest, AfterAReloadARestingPointerIsReportedAgain) {
 TEST_F(MenuListTest, KeysAskTheOwner) {
     makeList(100);
     for (const int key :
-         {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_End}) {
+         {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_End})
         keyClick(*list, key);
-    }
     EXPECT_THAT(log.take(), ElementsAre("step", "1", "step", "0", "step", "3", "step", "2", "step",
                                         "4", "step", "5"));
     EXPECT_EQ(list->currentRow(), -1);

@@ -25,11 +25,9 @@ namespace {
 QRect differenceOf(const QImage& a, const QImage& b) {
     QRect result;
     for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            if (a.pixel(x, y) != b.pixel(x, y)) {
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixel(x, y) != b.pixel(x, y))
                 result |= QRect(x, y, 1, 1);
-            }
-        }
     }
     return result;
 }
@@ -57,9 +55,8 @@ class PopoverRenderingTest : public tests::StoreFixture {
     /// A popover of so many rows.
     void showRows(int count) {
         std::vector<LauncherItem> items;
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < count; ++i)
             items.push_back(tests::appItem(std::to_string(i)));
-        }
         show(items);
     }
 
@@ -89,9 +86,8 @@ TEST_F(PopoverRenderingTest, TheEmptyStateIsASymbolAndTwoLinesInTheMiddleOf140Po
     EXPECT_EQ(title.top() - (symbol.top() + symbol.height()), 8);
     EXPECT_EQ(hint.top() - (title.top() + title.height()), 8);
     EXPECT_NEAR(symbol.top(), 140 - (hint.top() + hint.height()), 1);
-    for (const QRect& part : {symbol, title, hint}) {
+    for (const QRect& part : {symbol, title, hint})
         EXPECT_NEAR(part.center().x(), 120, 1);
-    }
 }
 
 TEST_F(PopoverRenderingTest, NineRowsAreShownWholeAndTenAreScrolled) {

@@ -35,9 +35,8 @@ struct CountedRows : RowSource {
     std::vector<int> heights(int /*width*/) const override {
         ++heightsAsked;
         std::vector<int> heights;
-        for (int row = 0; row < rows; ++row) {
+        for (int row = 0; row < rows; ++row)
             heights.push_back(30 + row % 3 * 10);
-        }
         return heights;
     }
     QString titleOf(int row) const override {

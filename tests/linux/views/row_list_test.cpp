@@ -97,9 +97,8 @@ TEST_F(RowListTest, ReloadBindsTheRowsInSightAnew) {
 
 TEST_F(RowListTest, SmallWheelStepsOfATouchpadAddUp) {
     makeList(100);
-    for (int i = 0; i < 120; ++i) {
+    for (int i = 0; i < 120; ++i)
         wheel(*list->viewport(), QPoint(100, 20), -1);
-    }
     EXPECT_NEAR(list->verticalScrollBar()->value(), QApplication::wheelScrollLines() * 20, 1);
 }
 

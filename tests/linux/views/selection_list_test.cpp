@@ -18,9 +18,8 @@ using SelectionListTest = ListFixture<SelectionList>;
 TEST_F(SelectionListTest, ArrowKeysPickRows) {
     makeList(30);
     for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_End, Qt::Key_Down,
-                          Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Up}) {
+                          Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Up})
         keyClick(*list, key);
-    }
     EXPECT_THAT(log.take(), ElementsAre("picked", "0", "picked", "1", "picked", "0", "picked", "29",
                                         "picked", "21", "picked", "0"));
 }
@@ -132,9 +131,8 @@ TEST_F(SelectionListTest, RowsOfADisabledListReactToNoScreenReader) {
     list->setEnabled(false);
     for (const int row : {1, 70}) {
         EXPECT_THAT(actionsOf(row), IsEmpty());
-        for (const char* action : {"Press", "ShowMenu", "MoveUp", "MoveDown"}) {
+        for (const char* action : {"Press", "ShowMenu", "MoveUp", "MoveDown"})
             doAction(row, QString::fromLatin1(action));
-        }
     }
     EXPECT_THAT(log.take(), IsEmpty());
     EXPECT_EQ(list->currentRow(), -1);

@@ -175,9 +175,8 @@ TEST_F(SettingsWidgetTest, ADroppedRowMovesAndIsSaved) {
 
 TEST_F(SettingsWidgetTest, ARedrawKeepsScrollPositionAndSelection) {
     std::vector<LauncherItem> many;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         many.push_back(tests::appItem("Item " + std::to_string(i)));
-    }
     manager.items.assign(many);
     turnEventLoop();
     view().setSelectedID(many[60].id);
@@ -192,9 +191,8 @@ TEST_F(SettingsWidgetTest, ARedrawKeepsScrollPositionAndSelection) {
 
 TEST_F(SettingsWidgetTest, OnlyTheIconsOfRowsInSightAreLookedUp) {
     std::vector<LauncherItem> many;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 2000; ++i)
         many.push_back(tests::appItem("Item", "/apps/" + std::to_string(i)));
-    }
     iconsAsked.clear();
     manager.items.assign(many);
     turnEventLoop();

@@ -56,10 +56,9 @@ ModelHarness::Difference ModelHarness::differenceOfStore() {
     const auto& real = manager_->items.values();
     if (auto found = unequal("number of items", real.size(), reference_.items.size()))
         return found;
-    for (std::size_t i = 0; i < real.size(); ++i) {
+    for (std::size_t i = 0; i < real.size(); ++i)
         if (auto found = unequal("item", tests::referenceItem(real[i]), reference_.items[i]))
             return found;
-    }
     const auto bytes = [](const auto& data) {
         const auto found = data.find("launcherItems");
         return found == data.end() ? std::optional<std::string>() : found->second;
@@ -84,10 +83,9 @@ ModelHarness::Difference ModelHarness::differenceOfStore() {
 
 ModelHarness::Difference ModelHarness::differenceOfCalls() {
     std::vector<std::string> calls;
-    for (const std::string& call : log_.calls) {
+    for (const std::string& call : log_.calls)
         if (!isQuestion(call))
             calls.push_back(call);
-    }
     if (auto found = unequal("calls", calls, reference_.calls))
         return found;
     return unequal("lists when the signal fired", listBefore_, reference_.listBefore);
@@ -109,11 +107,10 @@ ModelHarness::Difference ModelHarness::differenceOfSettings() {
                     row ? std::optional(reference_.items[*row]) : std::nullopt))
         return found;
     const auto buttons = settings_->toolbarButtons();
-    for (const std::size_t button : {0U, 1U, 2U}) {
+    for (const std::size_t button : {0U, 1U, 2U})
         if (auto found = unequal("enabled button", buttons.at(button).enabled,
                                  button == 0 || row.has_value()))
             return found;
-    }
     if (auto found = unequal("add sheet", settings_->showAddSheet(), expected.showsAddSheet))
         return found;
     return unequal("item to edit", referenceItem(settings_->itemToEdit()), expected.edited);

@@ -112,10 +112,9 @@ std::optional<std::string> ModelHarness::apply(const Operation& operation) {
          {&ModelHarness::differenceOfStore, &ModelHarness::differenceOfCalls,
           &ModelHarness::differenceOfSettings, &ModelHarness::differenceOfRows,
           &ModelHarness::differenceOfForm, &ModelHarness::differenceOfPopover,
-          &ModelHarness::missingSignal}) {
+          &ModelHarness::missingSignal})
         if (auto found = (this->*difference)())
             return found;
-    }
     return std::nullopt;
 }
 

@@ -154,10 +154,9 @@ void ModelHarness::deleteRows(const Operation& operation) {
     if (!settings_)
         return;
     std::set<std::size_t> rows;
-    for (std::size_t i = 0; i < reference_.items.size(); ++i) {
+    for (std::size_t i = 0; i < reference_.items.size(); ++i)
         if (((operation.a & operation.b) >> (i % 32)) % 2 == 1)
             rows.insert(i);
-    }
     recordStep("delete " + std::to_string(rows.size()) + " rows");
     settings_->deleteRows(rows);
     referenceSettings_->deleteRows(reference_, rows);
@@ -167,10 +166,9 @@ void ModelHarness::moveRows(const Operation& operation) {
     if (!settings_)
         return;
     std::set<std::size_t> rows;
-    for (std::size_t i = 0; i < reference_.items.size(); ++i) {
+    for (std::size_t i = 0; i < reference_.items.size(); ++i)
         if ((operation.a >> (i % 32)) % 2 == 1)
             rows.insert(i);
-    }
     const std::size_t destination = operation.b % (reference_.items.size() + 1);
     std::string list;
     for (const std::size_t row : rows)

@@ -40,10 +40,9 @@ std::string referenceBytes(const ReferenceItems& items) {
 }
 
 std::optional<std::size_t> ReferenceStore::positionOf(const std::string& id) const {
-    for (std::size_t i = 0; i < items.size(); ++i) {
+    for (std::size_t i = 0; i < items.size(); ++i)
         if (items[i].id == id)
             return i;
-    }
     return std::nullopt;
 }
 

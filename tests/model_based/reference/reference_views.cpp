@@ -15,10 +15,9 @@ std::string folded(std::string text) {
         {{"\u00e4", "a\u0308"}, {"\u00c4", "a\u0308"}, {"\u00e9", "e\u0301"}}};
     for (char& c : text)
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    for (const auto& [whole, apart] : marked) {
+    for (const auto& [whole, apart] : marked)
         for (std::size_t at = text.find(whole); at != std::string::npos; at = text.find(whole))
             text.replace(at, whole.size(), apart);
-    }
     return text;
 }
 
@@ -38,10 +37,9 @@ std::optional<std::size_t> firstFrom(const ReferenceItems& items, const std::str
 
 void removeRows(ReferenceStore& store, const std::set<std::size_t>& rows) {
     ReferenceItems left;
-    for (std::size_t i = 0; i < store.items.size(); ++i) {
+    for (std::size_t i = 0; i < store.items.size(); ++i)
         if (!rows.contains(i))
             left.push_back(store.items[i]);
-    }
     store.willChange();
     store.items = left;
     store.save();

@@ -34,38 +34,31 @@ void Appearance::addThoseOfTheDesktop(const QDBusConnection& bus) {
         add(std::move(colors));
         return;
     }
-    if (currentDesktopIs(u"X-Cinnamon") || currentDesktopIs(u"Cinnamon")) {
+    if (currentDesktopIs(u"X-Cinnamon") || currentDesktopIs(u"Cinnamon"))
         add(std::make_unique<GioAppearance>(GioAppearance::Desktop::cinnamon));
-    } else if (!currentDesktopIs(u"XFCE") && !currentDesktopIs(u"MATE") &&
-               !currentDesktopIs(u"LXDE")) {
+    else if (!currentDesktopIs(u"XFCE") && !currentDesktopIs(u"MATE") && !currentDesktopIs(u"LXDE"))
         add(std::make_unique<GioAppearance>(GioAppearance::Desktop::gnome));
-    }
     add(std::make_unique<XSettingsAppearance>());
 }
 
 void Appearance::update() {
     AppearanceSettings settings;
-    for (const auto& source : sources_) {
+    for (const auto& source : sources_)
         settings = merged(settings, source->settings());
-    }
     const bool isOther = settings.scheme != settings_.scheme;
     settings_ = settings;
-    if (!isUsersOwn_) {
+    if (!isUsersOwn_)
         apply(wantedPalette());
-    }
-    if (isOther) {
+    if (isOther)
         Q_EMIT colorSchemeChanged();
-    }
 }
 
 // Plasma's colours come before a scheme's: the user may have chosen each of them.
 std::optional<QPalette> Appearance::wantedPalette() const {
-    if (kdeColors_ != nullptr && kdeColors_->palette()) {
+    if (kdeColors_ != nullptr && kdeColors_->palette())
         return kdeColors_->palette();
-    }
-    if (!settings_.scheme && settings_.contrast == Contrast::normal) {
+    if (!settings_.scheme && settings_.contrast == Contrast::normal)
         return std::nullopt;
-    }
     return paletteFor(settings_.scheme.value_or(ColorScheme::light), settings_.contrast);
 }
 

@@ -20,9 +20,8 @@ bool hasDarkWord(const QString& name) {
         const QStringView word(begin, at);
         if (std::ranges::any_of(words, [word](QLatin1String dark) {
                 return word.compare(dark, Qt::CaseInsensitive) == 0;
-            })) {
+            }))
             return true;
-        }
     }
     return false;
 }

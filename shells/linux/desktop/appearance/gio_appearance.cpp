@@ -14,12 +14,10 @@ using SchemaPtr = std::unique_ptr<GSettingsSchema, SchemaRelease>;
 using VariantPtr = std::unique_ptr<GVariant, SchemaRelease>;
 
 AppearanceSettings settingsOfPreference(const QString& preference) {
-    if (preference == QLatin1String("prefer-dark")) {
+    if (preference == QLatin1String("prefer-dark"))
         return {.scheme = ColorScheme::dark};
-    }
-    if (preference == QLatin1String("prefer-light")) {
+    if (preference == QLatin1String("prefer-light"))
         return {.scheme = ColorScheme::light};
-    }
     return {};
 }
 
@@ -29,9 +27,8 @@ SchemaPtr schemaWith(const char* name, const char* key, const GVariantType* type
     auto* source = g_settings_schema_source_get_default();
     SchemaPtr schema(source == nullptr ? nullptr
                                        : g_settings_schema_source_lookup(source, name, TRUE));
-    if (!schema || !g_settings_schema_has_key(schema.get(), key)) {
+    if (!schema || !g_settings_schema_has_key(schema.get(), key))
         return nullptr;
-    }
     GSettingsSchemaKey* description = g_settings_schema_get_key(schema.get(), key);
     const bool hasType =
         g_variant_type_equal(g_settings_schema_key_get_value_type(description), type);
@@ -63,25 +60,22 @@ const std::vector<GioAppearance::Setting>& GioAppearance::settingsOf(Desktop des
 }
 
 GioAppearance::GioAppearance(Desktop desktop) {
-    for (const Setting& setting : settingsOf(desktop)) {
+    for (const Setting& setting : settingsOf(desktop))
         watch(setting);
-    }
     update();
 }
 
 GioAppearance::~GioAppearance() {
-    for (const Watched& watched : watched_) {
+    for (const Watched& watched : watched_)
         g_signal_handlers_disconnect_by_data(watched.settings.get(), this);
-    }
 }
 
 void GioAppearance::watch(const Setting& setting) {
     const auto* type = setting.kind == Setting::Kind::highContrast ? G_VARIANT_TYPE_BOOLEAN
                                                                    : G_VARIANT_TYPE_STRING;
     const SchemaPtr schema = schemaWith(setting.schema, setting.key, type);
-    if (!schema) {
+    if (!schema)
         return;
-    }
     ObjectPtr<GSettings> settings(g_settings_new_full(schema.get(), nullptr, nullptr));
     const auto changed =
         +[](GSettings*, const char*, void* self) { static_cast<GioAppearance*>(self)->update(); };
@@ -103,9 +97,8 @@ AppearanceSettings GioAppearance::read(const Watched& watched) {
 
 void GioAppearance::update() {
     AppearanceSettings settings;
-    for (const Watched& watched : watched_) {
+    for (const Watched& watched : watched_)
         settings = merged(settings, read(watched));
-    }
     setSettings(settings);
 }
 

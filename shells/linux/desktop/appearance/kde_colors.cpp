@@ -18,16 +18,14 @@ namespace {
 constexpr int paletteChanged = 0;
 
 QColor colorOf(const QStringList& channels) {
-    if (channels.size() != 3 && channels.size() != 4) {
+    if (channels.size() != 3 && channels.size() != 4)
         return {};
-    }
     std::vector<int> numbers;
     for (const QString& channel : channels.first(3)) {
         bool isNumber = false;
         numbers.push_back(channel.trimmed().toInt(&isNumber));
-        if (!isNumber) {
+        if (!isNumber)
             return {};
-        }
     }
     // Invalid where a channel is out of range.
     const bool isInRange =
@@ -55,28 +53,23 @@ class ColorFiles {
             QStringLiteral("Colors:%1/%2").arg(QLatin1String(group), QLatin1String(key));
         for (const auto& file : files_) {
             const QColor color = colorOf(file->value(path).toStringList());
-            if (color.isValid()) {
+            if (color.isValid())
                 return color;
-            }
         }
         return {};
     }
 
   private:
     void add(const QStringList& paths) {
-        for (const QString& path : paths) {
-            if (!path.isEmpty()) {
+        for (const QString& path : paths)
+            if (!path.isEmpty())
                 files_.push_back(std::make_unique<QSettings>(path, QSettings::IniFormat));
-            }
-        }
     }
 
     QString text(const QString& path) const {
-        for (const auto& file : files_) {
-            if (file->contains(path)) {
+        for (const auto& file : files_)
+            if (file->contains(path))
                 return file->value(path).toString();
-            }
-        }
         return {};
     }
 
@@ -92,9 +85,8 @@ std::optional<PaletteColors> schemeColors(const ColorFiles& files) {
     PaletteColors colors;
     colors.window = files.color("Window", "BackgroundNormal");
     colors.windowText = files.color("Window", "ForegroundNormal");
-    if (!colors.window.isValid() || !colors.windowText.isValid()) {
+    if (!colors.window.isValid() || !colors.windowText.isValid())
         return std::nullopt;
-    }
     colors.base = colorOr("View", "BackgroundNormal", colors.window);
     colors.alternateBase = colorOr("View", "BackgroundAlternate", colors.base);
     colors.text = colorOr("View", "ForegroundNormal", colors.windowText);
@@ -130,9 +122,8 @@ KdeColors::KdeColors(const QDBusConnection& bus) {
 
 void KdeColors::globalSettingsChanged(int what, int detail) {
     static_cast<void>(detail);
-    if (what == paletteChanged) {
+    if (what == paletteChanged)
         read();
-    }
 }
 
 void KdeColors::read() {
@@ -141,11 +132,10 @@ void KdeColors::read() {
     const bool isOther = palette != palette_;
     palette_ = std::move(palette);
     const auto scheme = colors ? std::optional(schemeOf(*colors)) : std::nullopt;
-    if (scheme != settings().scheme) {
+    if (scheme != settings().scheme)
         setSettings({.scheme = scheme});
-    } else if (isOther) {
+    else if (isOther)
         Q_EMIT changed();
-    }
 }
 
 } // namespace kestrel::linux_shell

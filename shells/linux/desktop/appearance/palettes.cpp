@@ -146,9 +146,8 @@ QPalette paletteOf(const PaletteColors& colors) {
 
 QPalette paletteFor(ColorScheme scheme, Contrast contrast) {
     const bool isDark = scheme == ColorScheme::dark;
-    if (contrast == Contrast::high) {
+    if (contrast == Contrast::high)
         return paletteOf(isDark ? highContrastDarkColors() : highContrastLightColors());
-    }
     return paletteOf(isDark ? darkColors() : lightColors());
 }
 

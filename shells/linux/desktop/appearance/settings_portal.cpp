@@ -37,9 +37,8 @@ AppearanceSettings settingsIn(const QVariantMap& values) {
     default:
         break;
     }
-    if (numberIn(values, QLatin1String("contrast")) == 1) {
+    if (numberIn(values, QLatin1String("contrast")) == 1)
         settings.contrast = Contrast::high;
-    }
     return settings;
 }
 
@@ -50,9 +49,8 @@ AppearanceSettings settingsIn(const QVariantMap& values) {
 SettingsPortal::SettingsPortal(const QDBusConnection& bus)
     : bus_(bus), watcher_(portalService, bus, QDBusServiceWatcher::WatchForRegistration) {
     qDBusRegisterMetaType<Namespaces>();
-    if (!bus_.isConnected()) {
+    if (!bus_.isConnected())
         return;
-    }
     connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this, &SettingsPortal::ask);
     bus_.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"),
                  {appearanceNamespace}, QString(), this, SLOT(ask()));
@@ -75,9 +73,8 @@ void SettingsPortal::watchAnswer(const QDBusPendingCall& call) {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<Namespaces> reply = *answer;
-        if (!reply.isError()) {
+        if (!reply.isError())
             setSettings(settingsIn(reply.value().value(appearanceNamespace)));
-        }
     });
 }
 

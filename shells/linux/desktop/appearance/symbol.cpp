@@ -15,9 +15,8 @@ namespace kestrel::linux_shell {
 namespace {
 
 QPixmap render(const QString& path, int extent, const QColor& color, qreal devicePixelRatio) {
-    if (!QFile::exists(path)) {
+    if (!QFile::exists(path))
         return {};
-    }
     QSvgRenderer renderer(path);
     const int side = static_cast<int>(std::lround(extent * devicePixelRatio));
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -58,9 +57,8 @@ QPixmap symbolPixmap(std::string_view name, int extent, const QColor& color,
 void drawSymbol(QPainter& painter, QPoint position, std::string_view name, int extent,
                 const QColor& color) {
     const QPixmap pixmap = symbolPixmap(name, extent, color, painter.device()->devicePixelRatioF());
-    if (!pixmap.isNull()) {
+    if (!pixmap.isNull())
         painter.drawPixmap(QRect(position, QSize(extent, extent)), pixmap);
-    }
 }
 
 } // namespace kestrel::linux_shell

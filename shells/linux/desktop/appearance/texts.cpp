@@ -7,9 +7,8 @@
 namespace kestrel::linux_shell {
 
 QString textFor(const style::Text& text) {
-    if (text.lookup == style::Text::Lookup::verbatim) {
+    if (text.lookup == style::Text::Lookup::verbatim)
         return toQString(text.english);
-    }
     const std::string key(text.english);
     return QCoreApplication::translate("Kestrel", key.c_str());
 }

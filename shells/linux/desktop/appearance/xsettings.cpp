@@ -86,21 +86,18 @@ std::optional<std::string> stringSetting(std::span<const std::uint8_t> property,
                                          std::string_view name) {
     ByteReader reader(property);
     const auto order = reader.number(1);
-    if (order > static_cast<std::uint32_t>(ByteOrder::mostFirst)) {
+    if (order > static_cast<std::uint32_t>(ByteOrder::mostFirst))
         return std::nullopt;
-    }
     reader.setOrder(static_cast<ByteOrder>(order));
     reader.bytes(3);
     reader.bytes(4); // when any of them changed last
     // A false count ends with the bytes.
     for (auto count = reader.number(4); count > 0; --count) {
         const auto setting = nextSetting(reader);
-        if (!setting) {
+        if (!setting)
             return std::nullopt;
-        }
-        if (setting->name == name) {
+        if (setting->name == name)
             return setting->text ? std::optional(std::string(*setting->text)) : std::nullopt;
-        }
     }
     return std::nullopt;
 }

@@ -13,9 +13,8 @@ constexpr const char* roleProperty = "kestrelAccessibleRole";
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
     const QVariant role = object == nullptr ? QVariant() : object->property(roleProperty);
     auto* widget = qobject_cast<QWidget*>(object);
-    if (widget == nullptr || !role.isValid()) {
+    if (widget == nullptr || !role.isValid())
         return nullptr;
-    }
     return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
 }
 

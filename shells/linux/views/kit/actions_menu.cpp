@@ -24,14 +24,12 @@ QAction* ActionsMenu::addDestructiveAction(const QString& title) {
 
 void ActionsMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
     QMenu::initStyleOption(option, action);
-    if (action == nullptr || !action->property(destructiveProperty).toBool()) {
+    if (action == nullptr || !action->property(destructiveProperty).toBool())
         return;
-    }
     // Styles differ in which of the three they take a menu's text from.
     const QColor color = colorFor(style::ColorLevel::destructive, palette());
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
         option->palette.setColor(role, color);
-    }
 }
 
 } // namespace kestrel::linux_shell

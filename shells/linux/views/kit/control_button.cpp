@@ -22,9 +22,8 @@ void ControlButton::drawBackground(QPainter& painter, const QRectF& area) const 
         fillRounded(painter, area, controlRadius,
                     washColor(palette(), isDown() ? pressedOpacity : hoverOpacity));
     }
-    if (showsFocus()) {
+    if (showsFocus())
         drawFocusRing(painter, area, controlRadius, palette());
-    }
 }
 
 void ControlButton::focusInEvent(QFocusEvent* event) {

@@ -35,11 +35,10 @@ class AccessibleEllipsisButton : public QAccessibleWidget {
     }
 
     void doAction(const QString& name) override {
-        if (name == showMenuAction() && widget()->isEnabled()) {
+        if (name == showMenuAction() && widget()->isEnabled())
             QMetaObject::invokeMethod(widget(), "showMenu", Qt::QueuedConnection);
-        } else if (name != showMenuAction()) {
+        else if (name != showMenuAction())
             QAccessibleWidget::doAction(name);
-        }
     }
 };
 
@@ -74,17 +73,14 @@ QSize EllipsisButton::sizeHint() const {
 }
 
 void EllipsisButton::paintEvent(QPaintEvent* /*event*/) {
-    if (shownOpacity() == 0) {
+    if (shownOpacity() == 0)
         return;
-    }
     QPainter painter(this);
     painter.setOpacity(shownOpacity());
-    if (underMouse() || isDown()) {
+    if (underMouse() || isDown())
         fillRounded(painter, rect(), controlRadius, washColor(palette(), hoverWash));
-    }
-    if (hasFocus()) {
+    if (hasFocus())
         drawFocusRing(painter, rect(), controlRadius, palette());
-    }
     drawSymbol(painter, QPoint(sidePadding, sidePadding), symbol_.name,
                symbolExtent(symbol_.font.size), colorFor(symbol_.color, palette()));
 }
@@ -94,11 +90,10 @@ void EllipsisButton::paintEvent(QPaintEvent* /*event*/) {
 void EllipsisButton::keyPressEvent(QKeyEvent* event) {
     const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
                          event->key() == Qt::Key_Enter;
-    if (presses) {
+    if (presses)
         showMenu();
-    } else {
+    else
         event->ignore();
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -23,17 +23,15 @@ void ListRow::setState(const State& state) {
 
 void ListRow::giveFocusToList() {
     RowList* list = this->list();
-    if (list != nullptr && isAncestorOf(QApplication::focusWidget())) {
+    if (list != nullptr && isAncestorOf(QApplication::focusWidget()))
         list->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 // The pointer can come in over one of the row's own controls, which keeps the moves to itself.
 void ListRow::enterEvent(QEnterEvent* event) {
     QWidget::enterEvent(event);
-    if (RowList* list = this->list()) {
+    if (RowList* list = this->list())
         list->pointerAt(mapToParent(event->position().toPoint()));
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -14,25 +14,20 @@ void MenuList::cancelGesture() {
 
 // A screen reader that spoke along with the pointer would never be silent.
 void MenuList::currentRowChanged() {
-    if (lastInput() == LastInput::keyboard) {
+    if (lastInput() == LastInput::keyboard)
         RowList::currentRowChanged();
-    }
 }
 
 void MenuList::reportPointer(int row) {
-    if (lastInput() == LastInput::keyboard) {
+    if (lastInput() == LastInput::keyboard)
         return;
-    }
     const int left = std::exchange(reportedRow_, row);
-    if (row == left) {
+    if (row == left)
         return;
-    }
-    if (left >= 0) {
+    if (left >= 0)
         Q_EMIT pointerLeft(left);
-    }
-    if (row >= 0) {
+    if (row >= 0)
         Q_EMIT pointerEntered(row);
-    }
 }
 
 void MenuList::mousePressEvent(QMouseEvent* event) {
@@ -40,14 +35,12 @@ void MenuList::mousePressEvent(QMouseEvent* event) {
 }
 
 void MenuList::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
+    if (event->button() != Qt::LeftButton)
         return;
-    }
     const QPoint position = event->position().toPoint();
     const int pressed = std::exchange(pressedRow_, -1);
-    if (pressed >= 0 && pressed == rowAt(position) && viewport()->rect().contains(position)) {
+    if (pressed >= 0 && pressed == rowAt(position) && viewport()->rect().contains(position))
         Q_EMIT activated(pressed);
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -42,16 +42,14 @@ QColor PushButton::fill() const {
     const QColor background = isDark(colors)
                                   ? mixed(colors.color(QPalette::Window), text, 0.12)
                                   : mixed(colors.color(QPalette::Window), Qt::white, 0.75);
-    if (!isEnabled()) {
+    if (!isEnabled())
         return mixed(colors.color(QPalette::Window), text, 0.06);
-    }
     return mixed(background, text, isDown() ? 0.12 : showsHover() ? 0.05 : 0);
 }
 
 QColor PushButton::titleColor() const {
-    if (!isEnabled()) {
+    if (!isEnabled())
         return colorFor(style::ColorLevel::tertiaryLabel, palette());
-    }
     return look_ == Look::prominent ? palette().color(QPalette::Active, QPalette::HighlightedText)
                                     : colorFor(style::ColorLevel::primary, palette());
 }

@@ -28,17 +28,15 @@ bool isInput(QEvent::Type type) {
 } // namespace
 
 void RedrawSchedule::request() {
-    if (std::exchange(isDue_, true)) {
+    if (std::exchange(isDue_, true))
         return;
-    }
     QMetaObject::invokeMethod(this, &RedrawSchedule::catchUp, Qt::QueuedConnection);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 void RedrawSchedule::catchUp() {
-    if (!std::exchange(isDue_, false)) {
+    if (!std::exchange(isDue_, false))
         return;
-    }
     QCoreApplication::instance()->removeEventFilter(this);
     redraw_();
 }
@@ -46,9 +44,8 @@ void RedrawSchedule::catchUp() {
 // The window gets an event before it looks for the widget that has the focus, and a redraw may
 // give that to another.
 bool RedrawSchedule::eventFilter(QObject* receiver, QEvent* event) {
-    if (receiver->isWindowType() && isInput(event->type())) {
+    if (receiver->isWindowType() && isInput(event->type()))
         catchUp();
-    }
     return false;
 }
 

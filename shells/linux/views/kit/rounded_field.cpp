@@ -28,22 +28,19 @@ RoundedField::RoundedField(const style::Font& font, const QString& placeholder, 
     setMaxLength(std::numeric_limits<int>::max()); // a shown text is never cut
     setOwnColors();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& changed) {
-        if (!isShowing_) {
+        if (!isShowing_)
             Q_EMIT edited(changed);
-        }
     });
 }
 
 void RoundedField::show(const QString& text) {
-    if (text == this->text()) {
+    if (text == this->text())
         return;
-    }
     isShowing_ = true;
     setText(text);
     isShowing_ = false;
-    if (!hasFocus()) {
+    if (!hasFocus())
         setCursorPosition(0); // a long text shows its beginning
-    }
 }
 
 QSize RoundedField::sizeHint() const { return {160, controlHeight}; }
@@ -58,9 +55,8 @@ void RoundedField::setOwnColors() {
     own.setColor(QPalette::Base, Qt::transparent);
     own.setColor(QPalette::PlaceholderText, placeholderColor(QApplication::palette(this)));
     if (own.color(QPalette::PlaceholderText) != palette().color(QPalette::PlaceholderText) ||
-        palette().color(QPalette::Base) != Qt::transparent) {
+        palette().color(QPalette::Base) != Qt::transparent)
         setPalette(own);
-    }
 }
 
 void RoundedField::paintEvent(QPaintEvent* event) {
@@ -79,9 +75,8 @@ void RoundedField::paintEvent(QPaintEvent* event) {
 
 void RoundedField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
+    if (event->type() == QEvent::PaletteChange)
         setOwnColors();
-    }
 }
 
 } // namespace kestrel::linux_shell

@@ -63,9 +63,8 @@ class Target : public QWidget {
 
 RowDrag::RowDrag(SelectionList& list) : list_(list) {
     connect(list.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
-        if (row_ >= 0) {
+        if (row_ >= 0)
             showTarget();
-        }
     });
 }
 
@@ -80,28 +79,24 @@ void RowDrag::move(QPoint position) {
     pointer_ = position;
     if (row_ < 0) {
         const int distance = (position - pressed_).manhattanLength();
-        if (pressedRow_ < 0 || distance < QApplication::startDragDistance()) {
+        if (pressedRow_ < 0 || distance < QApplication::startDragDistance())
             return;
-        }
         begin();
     }
-    if (row_ < 0) {
+    if (row_ < 0)
         return;
-    }
     const bool nearEdge = position.y() < edge || position.y() > list_.viewport()->height() - edge;
-    if (!nearEdge) {
+    if (!nearEdge)
         scrolling_.stop();
-    } else if (!scrolling_.isActive()) {
+    else if (!scrolling_.isActive())
         scrolling_.start(scrollInterval, this);
-    }
     showTarget();
 }
 
 void RowDrag::begin() {
     ListRow* row = list_.realisedRow(pressedRow_);
-    if (row == nullptr) {
+    if (row == nullptr)
         return;
-    }
     row_ = std::exchange(pressedRow_, -1);
     grip_ = pressed_.y() - row->y();
     QPixmap image(row->size() * row->devicePixelRatio());
@@ -125,9 +120,8 @@ void RowDrag::showTarget() {
 }
 
 void RowDrag::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != scrolling_.timerId() || row_ < 0) {
+    if (event->timerId() != scrolling_.timerId() || row_ < 0)
         return;
-    }
     QScrollBar* bar = list_.verticalScrollBar();
     bar->setValue(bar->value() + (pointer_.y() < edge ? -scrollStep : scrollStep));
 }
@@ -136,9 +130,8 @@ void RowDrag::drop() {
     const int row = row_;
     const int destination = row < 0 ? -1 : this->destination();
     cancel();
-    if (row >= 0 && destination != row && destination != row + 1) {
+    if (row >= 0 && destination != row && destination != row + 1)
         Q_EMIT list_.moveRequested(row, destination);
-    }
 }
 
 void RowDrag::cancel() {

@@ -81,24 +81,20 @@ void RowList::layoutRows(Binding binding) {
             it = rows_.erase(it);
             continue;
         }
-        if (binding == Binding::anew) {
+        if (binding == Binding::anew)
             source_.bindRow(*row, index);
-        }
         ++it;
     }
-    for (int index = range.first; index <= range.last; ++index) {
+    for (int index = range.first; index <= range.last; ++index)
         realise(index);
-    }
-    for (const auto& [index, row] : rows_) {
+    for (const auto& [index, row] : rows_)
         row->setGeometry(rowRect(index));
-    }
     updateStates();
 }
 
 void RowList::realise(int row) {
-    if (rows_.contains(row)) {
+    if (rows_.contains(row))
         return;
-    }
     ListRow* widget = nullptr;
     if (spare_.empty()) {
         widget = source_.makeRow(viewport());
@@ -139,30 +135,26 @@ int RowList::gapTop(int gap) const { return geometry_.top(gap) - scrollOffset();
 
 void RowList::updateStates() {
     const int hovered = pointer_ ? rowAt(*pointer_) : -1;
-    for (const auto& [index, row] : rows_) {
+    for (const auto& [index, row] : rows_)
         row->setState({.hovered = index == hovered, .current = index == currentRow_});
-    }
     viewport()->update();
     reportPointer(hovered);
 }
 
 void RowList::setCurrentRow(int row) {
     const int valid = row < geometry_.count() ? std::max(row, -1) : -1;
-    if (valid == currentRow_) {
+    if (valid == currentRow_)
         return;
-    }
     currentRow_ = valid;
-    if (lastInput_ == LastInput::keyboard) {
+    if (lastInput_ == LastInput::keyboard)
         ensureVisible(valid);
-    }
     updateStates();
     currentRowChanged();
 }
 
 void RowList::currentRowChanged() {
-    if (hasFocus() && currentRow_ >= 0) {
+    if (hasFocus() && currentRow_ >= 0)
         announceRowFocused(*this, currentRow_);
-    }
 }
 
 std::vector<RowAction> RowList::rowActions() {
@@ -175,18 +167,16 @@ std::vector<RowAction> RowList::rowActions() {
 }
 
 void RowList::ensureVisible(int row) {
-    if (row < 0 || row >= geometry_.count()) {
+    if (row < 0 || row >= geometry_.count())
         return;
-    }
     // The padding belongs to the outermost rows, so that going to an end scrolls all the way.
     const int top = row == 0 ? 0 : geometry_.top(row);
     const int bottom =
         row == geometry_.count() - 1 ? geometry_.contentHeight() : geometry_.top(row + 1);
-    if (top < scrollOffset()) {
+    if (top < scrollOffset())
         verticalScrollBar()->setValue(top);
-    } else if (bottom > scrollOffset() + viewport()->height()) {
+    else if (bottom > scrollOffset() + viewport()->height())
         verticalScrollBar()->setValue(bottom - viewport()->height());
-    }
 }
 
 bool RowList::viewportEvent(QEvent* event) {
@@ -212,9 +202,8 @@ void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) { layoutRows(); }
 void RowList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     updateStates();
-    if (currentRow_ >= 0) {
+    if (currentRow_ >= 0)
         announceRowFocused(*this, currentRow_);
-    }
 }
 
 void RowList::focusOutEvent(QFocusEvent* event) {

@@ -38,9 +38,8 @@ class RowInterface : public Base {
 
     QStringList actionNames() const override {
         QStringList names;
-        for (const RowAction& action : actions()) {
+        for (const RowAction& action : actions())
             names << action.name;
-        }
         return names;
     }
 
@@ -192,28 +191,23 @@ class ListInterface : public QAccessibleWidget {
     int childCount() const override { return list_.count(); }
 
     QAccessibleInterface* child(int index) const override {
-        if (index < 0 || index >= childCount()) {
+        if (index < 0 || index >= childCount())
             return nullptr;
-        }
-        if (ListRow* row = list_.realisedRow(index)) {
+        if (ListRow* row = list_.realisedRow(index))
             return QAccessible::queryAccessibleInterface(row);
-        }
         const auto known = distantRows_.find(index);
-        if (known != distantRows_.end()) {
+        if (known != distantRows_.end())
             return QAccessible::accessibleInterface(known->second);
-        }
         auto* row = new DistantRowInterface(list_, index);
         distantRows_.emplace(index, QAccessible::registerAccessibleInterface(row));
         return row;
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override {
-        if (child == nullptr) {
+        if (child == nullptr)
             return -1;
-        }
-        if (const auto* row = qobject_cast<ListRow*>(child->object())) {
+        if (const auto* row = qobject_cast<ListRow*>(child->object()))
             return row->row();
-        }
         const auto* distant = dynamic_cast<const DistantRowInterface*>(child);
         return distant == nullptr ? -1 : distant->row();
     }
@@ -229,9 +223,8 @@ class ListInterface : public QAccessibleWidget {
     }
 
     void forgetDistantRows() {
-        for (const auto& [row, id] : distantRows_) {
+        for (const auto& [row, id] : distantRows_)
             QAccessible::deleteAccessibleInterface(id);
-        }
         distantRows_.clear();
     }
 
@@ -241,9 +234,8 @@ class ListInterface : public QAccessibleWidget {
 };
 
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
-    if (auto* list = qobject_cast<RowList*>(object)) {
+    if (auto* list = qobject_cast<RowList*>(object))
         return new ListInterface(*list);
-    }
     auto* row = qobject_cast<ListRow*>(object);
     return row == nullptr || row->list() == nullptr ? nullptr : new NearRowInterface(*row);
 }
@@ -256,21 +248,18 @@ void installRowListAccessibility() {
 }
 
 void announceRowsChanged(RowList& list) {
-    if (!QAccessible::isActive()) {
+    if (!QAccessible::isActive())
         return;
-    }
     if (auto* interface =
-            dynamic_cast<ListInterface*>(QAccessible::queryAccessibleInterface(&list))) {
+            dynamic_cast<ListInterface*>(QAccessible::queryAccessibleInterface(&list)))
         interface->forgetDistantRows();
-    }
     QAccessibleEvent event(&list, QAccessible::ObjectReorder);
     QAccessible::updateAccessibility(&event);
 }
 
 void announceRowFocused(RowList& list, int row) {
-    if (!QAccessible::isActive()) {
+    if (!QAccessible::isActive())
         return;
-    }
     QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&list);
     QAccessibleInterface* child = interface == nullptr ? nullptr : interface->child(row);
     if (child != nullptr) {

@@ -22,9 +22,8 @@ bool hasSoundPixelDelta(const QWheelEvent& event) {
 }
 
 double pixelsOf(const QWheelEvent& event, int pixelsPerLine) {
-    if (hasSoundPixelDelta(event)) {
+    if (hasSoundPixelDelta(event))
         return event.pixelDelta().y();
-    }
     return event.angleDelta().y() / wheelUnitsPerNotch * QApplication::wheelScrollLines() *
            pixelsPerLine;
 }
@@ -85,9 +84,8 @@ void RowList::wheelEvent(QWheelEvent* event) {
 }
 
 void RowList::keyPressEvent(QKeyEvent* event) {
-    if (count() == 0 || !takeKey(*event)) {
+    if (count() == 0 || !takeKey(*event))
         event->ignore();
-    }
 }
 
 bool RowList::takeKey(const QKeyEvent& event) {
@@ -98,9 +96,8 @@ bool RowList::takeKey(const QKeyEvent& event) {
         return true;
     }
     if (isReturn(event)) {
-        if (currentRow_ >= 0) {
+        if (currentRow_ >= 0)
             Q_EMIT activated(currentRow_);
-        }
         return true;
     }
     return typeLetter(event);
@@ -110,9 +107,8 @@ bool RowList::typeLetter(const QKeyEvent& event) {
     const QString text = event.text();
     const Qt::KeyboardModifiers modifiers = modifiersOf(event) & ~Qt::ShiftModifier;
     const bool command = modifiers != Qt::NoModifier && modifiers != Qt::GroupSwitchModifier;
-    if (command || text.isEmpty() || !text.at(0).isPrint()) {
+    if (command || text.isEmpty() || !text.at(0).isPrint())
         return false;
-    }
     lastInput_ = LastInput::keyboard;
     Q_EMIT typed(text);
     return true;

@@ -38,14 +38,12 @@ class Segment : public ControlButton {
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
         const double radius = controlRadius - 1.5;
-        if (isChecked()) {
+        if (isChecked())
             paintThumb(painter, radius);
-        } else if (isDown() || showsHover()) {
+        else if (isDown() || showsHover())
             fillRounded(painter, rect(), radius, washColor(palette(), isDown() ? 0.1 : 0.05));
-        }
-        if (showsFocus()) {
+        if (showsFocus())
             drawFocusRing(painter, rect(), radius, palette());
-        }
         painter.setFont(fontFor(isChecked() ? chosenFont : plainFont));
         painter.setPen(
             colorFor(isEnabled() ? style::ColorLevel::primary : style::ColorLevel::tertiaryLabel,
@@ -87,9 +85,8 @@ SegmentedControl::SegmentedControl(const QStringList& titles, const QString& nam
         // Not the click: assistive technology checks a segment without one.
         connect(segment, &QAbstractButton::toggled, this, [this, index](bool checked) {
             update();
-            if (checked) {
+            if (checked)
                 Q_EMIT chosen(index);
-            }
         });
         layout->addWidget(segment, 1);
         segments_.push_back(segment);
@@ -97,11 +94,9 @@ SegmentedControl::SegmentedControl(const QStringList& titles, const QString& nam
 }
 
 int SegmentedControl::currentIndex() const {
-    for (std::size_t index = 0; index < segments_.size(); ++index) {
-        if (segments_[index]->isChecked()) {
+    for (std::size_t index = 0; index < segments_.size(); ++index)
+        if (segments_[index]->isChecked())
             return static_cast<int>(index);
-        }
-    }
     return -1;
 }
 

@@ -1,7 +1,7 @@
 #include "shells/linux/views/kit/selection_list.h"
 
-#include "views/accessible_texts.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "views/accessible_texts.h"
 
 #include <QAccessible>
 #include <QContextMenuEvent>
@@ -32,11 +32,10 @@ std::vector<RowAction> SelectionList::rowActions() {
 }
 
 void SelectionList::moveRow(int row, RowDirection direction) {
-    if (direction == RowDirection::up && row > 0) {
+    if (direction == RowDirection::up && row > 0)
         Q_EMIT moveRequested(row, row - 1);
-    } else if (direction == RowDirection::down && row < count() - 1) {
+    else if (direction == RowDirection::down && row < count() - 1)
         Q_EMIT moveRequested(row, row + 2);
-    }
 }
 
 void SelectionList::pick(int row, LastInput input) {
@@ -94,9 +93,8 @@ void SelectionList::mousePressEvent(QMouseEvent* event) {
     const QPoint position = event->position().toPoint();
     const int row = rowAt(position);
     pressedSinceReload_ = true;
-    if (event->button() == Qt::LeftButton && row >= 0) {
+    if (event->button() == Qt::LeftButton && row >= 0)
         drag_.press(row, position);
-    }
     pick(row, LastInput::pointer);
 }
 
@@ -115,22 +113,19 @@ void SelectionList::mouseReleaseEvent(QMouseEvent* event) {
 // A second click on a row that has only just come under the pointer is the first on that row.
 void SelectionList::mouseDoubleClickEvent(QMouseEvent* event) {
     const int row = rowAt(event->position().toPoint());
-    if (!pressedSinceReload_) {
+    if (!pressedSinceReload_)
         mousePressEvent(event);
-    } else if (event->button() == Qt::LeftButton && row >= 0) {
+    else if (event->button() == Qt::LeftButton && row >= 0)
         Q_EMIT activated(row);
-    }
 }
 
 void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     const int row = byKeyboard ? currentRow() : rowAt(event->pos());
-    if (row < 0) {
+    if (row < 0)
         return;
-    }
-    if (byKeyboard) {
+    if (byKeyboard)
         ensureVisible(row);
-    }
     const QPoint position = byKeyboard ? rowRect(row).center() : event->pos();
     Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(position));
 }

@@ -62,13 +62,11 @@ Sheet::~Sheet() = default;
 
 void Sheet::close() {
     hide();
-    if (QWidget* behind = behind_.data()) {
+    if (QWidget* behind = behind_.data())
         behind->setEnabled(true);
-    }
     QWidget* focusBefore = focusBefore_.data();
-    if (focusBefore != nullptr && focusBefore->isVisible()) {
+    if (focusBefore != nullptr && focusBefore->isVisible())
         focusBefore->setFocus(Qt::OtherFocusReason);
-    }
     deleteLater();
 }
 
@@ -79,11 +77,10 @@ void Sheet::place() {
 }
 
 bool Sheet::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == parent() && event->type() == QEvent::Resize) {
+    if (watched == parent() && event->type() == QEvent::Resize)
         resize(parentWidget()->size());
-    } else if (watched == &content_ && event->type() == QEvent::LayoutRequest) {
+    else if (watched == &content_ && event->type() == QEvent::LayoutRequest)
         place();
-    }
     return QWidget::eventFilter(watched, event);
 }
 

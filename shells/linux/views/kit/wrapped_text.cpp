@@ -39,9 +39,8 @@ int wrappedHeight(const QString& text, const QFont& font, int width) {
     const QString lines = withLineSeparators(text);
     const bool oneLine =
         !lines.contains(QChar(QChar::LineSeparator)) && metrics.horizontalAdvance(lines) <= width;
-    if (oneLine) {
+    if (oneLine)
         return metrics.height();
-    }
     QTextLayout layout(lines, font);
     return static_cast<int>(std::ceil(layOut(layout, width)));
 }

@@ -30,9 +30,8 @@ TEST(AppearanceSettingsTest, NamesOfThemesTellWhatTheyCan) {
         {"HighContrast", {.scheme = std::nullopt, .contrast = Contrast::high}},
         {"HighContrastInverse", {.scheme = ColorScheme::dark, .contrast = Contrast::high}},
     };
-    for (const auto& [name, settings] : table) {
+    for (const auto& [name, settings] : table)
         EXPECT_EQ(settingsOfTheme(QString::fromLatin1(name)), settings) << name;
-    }
 }
 
 TEST(AppearanceSettingsTest, FirstSchemeCountsAndHighContrastOfAny) {

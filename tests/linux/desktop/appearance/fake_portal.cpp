@@ -28,9 +28,8 @@ void FakePortal::set(const QString& key, const QVariant& value) {
 
 FakePortal::Namespaces FakePortal::ReadAll(const QStringList& namespaces) {
     ++calls;
-    if (!answers) {
+    if (!answers)
         setDelayedReply(true);
-    }
     return namespaces.contains(appearanceKeys) ? Namespaces{{appearanceKeys, settings}}
                                                : Namespaces();
 }

@@ -98,9 +98,8 @@ PaletteColors grayColors(const QColor& placeholder) {
 }
 
 TEST(PalettesTest, PlaceholderThatCannotBeReadIsReplaced) {
-    for (const QColor& unreadable : {QColor(), QColor(Qt::black), QColor(0x30, 0x30, 0x30)}) {
+    for (const QColor& unreadable : {QColor(), QColor(Qt::black), QColor(0x30, 0x30, 0x30)})
         expectReadable(paletteOf(grayColors(unreadable)), qPrintable(unreadable.name()));
-    }
     const QColor readable(0xA1, 0xA9, 0xB1);
     EXPECT_EQ(paletteOf(grayColors(readable)).color(QPalette::PlaceholderText), readable);
 }

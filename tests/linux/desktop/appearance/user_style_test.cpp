@@ -36,9 +36,8 @@ TEST(UserStyleTest, ThemeThatTheDesktopWouldGetAnywayIsNoChoice) {
         {"gtk3", true, true},         {"lxqt", false, true},
         {"qt6ct", true, true},        {"gtk3:qt6ct", false, true},
     };
-    for (const auto& [name, isPlasma, own] : table) {
+    for (const auto& [name, isPlasma, own] : table)
         EXPECT_EQ(isUsersOwn(fusion(name, isPlasma)), own) << name << (isPlasma ? " Plasma" : "");
-    }
 }
 
 TEST(UserStyleTest, StyleOfTheUsersIsAChoice) {

@@ -11,9 +11,8 @@ class Variables {
   public:
     Variables() = default;
     ~Variables() {
-        for (const QByteArray& name : names_) {
+        for (const QByteArray& name : names_)
             before_.value(name).isNull() ? qunsetenv(name) : qputenv(name, before_.value(name));
-        }
     }
     Variables(const Variables&) = delete;
     Variables& operator=(const Variables&) = delete;

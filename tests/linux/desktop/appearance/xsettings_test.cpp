@@ -120,9 +120,8 @@ TEST(XSettingsTest, MalformedPropertiesAreNoAnswer) {
         {"a name longer than the rest",
          Property(false).header(1).number(1, 1).number(0, 1).number(0xFFFF, 2).text("A").bytes()},
     };
-    for (const auto& [what, bytes] : table) {
+    for (const auto& [what, bytes] : table)
         EXPECT_EQ(stringSetting(bytes, "A"), std::nullopt) << what;
-    }
 }
 
 } // namespace
