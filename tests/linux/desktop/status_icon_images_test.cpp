@@ -6,7 +6,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 /// A square that fills all that it is given.
-QList<QImage> filled(const QColor& color) {
+QList<QImage> filledIcons(const QColor& color) {
     return statusIconImages(
         [](int pixels) {
             QImage square(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
@@ -22,7 +22,7 @@ TEST(StatusIconImagesTest, HasNoneWithoutADrawing) {
 
 TEST(StatusIconImagesTest, DrawsTheSizesThatPanelsShow) {
     QList<int> sides;
-    for (const QImage& image : filled(Qt::white)) {
+    for (const QImage& image : filledIcons(Qt::white)) {
         EXPECT_EQ(image.width(), image.height());
         sides.append(image.width());
     }
@@ -30,7 +30,7 @@ TEST(StatusIconImagesTest, DrawsTheSizesThatPanelsShow) {
 }
 
 TEST(StatusIconImagesTest, LargerOnesHaveABorderAsTheirNeighboursHave) {
-    for (const QImage& image : filled(Qt::white)) {
+    for (const QImage& image : filledIcons(Qt::white)) {
         const bool isSmallest = image.width() == 16;
         EXPECT_EQ(image.pixelColor(0, 0).alpha() != 0, isSmallest) << image.width();
         EXPECT_NE(image.pixelColor(image.width() / 2, image.width() / 2).alpha(), 0);
@@ -38,7 +38,7 @@ TEST(StatusIconImagesTest, LargerOnesHaveABorderAsTheirNeighboursHave) {
 }
 
 TEST(StatusIconImagesTest, TheShapeTakesTheColour) {
-    EXPECT_EQ(filled(Qt::white).first().pixelColor(8, 8), QColor(Qt::white));
+    EXPECT_EQ(filledIcons(Qt::white).first().pixelColor(8, 8), QColor(Qt::white));
 }
 
 } // namespace
