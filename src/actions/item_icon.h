@@ -26,7 +26,7 @@ struct SymbolIcon {
 
 using ItemIcon = std::variant<FileIcon, SymbolIcon>;
 
-/// The icon for `item`; decided anew at every call.
+/// The icon for `item`; decided at every call.
 ItemIcon iconFor(const LauncherItem& item, Terminal& terminal);
 
 } // namespace kestrel

@@ -30,11 +30,11 @@ class Cloud {
   public:
     virtual ~Cloud() = default;
 
-    /// True exactly while an account is signed in and usable by the program. Cheap: asked anew at
+    /// True exactly while an account is signed in and usable by the program. Cheap: asked again at
     /// every use.
     virtual bool hasIdentityToken() = 0;
 
-    /// The program's cloud store, or null where the platform has none. Asked for anew at every
+    /// The program's cloud store, or null where the platform has none. Asked for again at every
     /// use; the object belongs to the platform and lives until the process ends.
     virtual CloudKeyValueStore* defaultStore() = 0;
 

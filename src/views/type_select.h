@@ -27,7 +27,7 @@ class TypeSelect {
     std::optional<std::size_t> typed(std::string_view text, const ItemList& items,
                                      std::optional<std::size_t> current);
 
-    /// What is typed next begins anew.
+    /// What is typed next starts over.
     void reset() { prefix_.clear(); }
 
   private:

@@ -28,7 +28,7 @@ class InputShield final : public QWidget {
     void cover(const QRect& hole);
 
     /// Covers the screens and calls `found` once: with the pointer's true position, or with nothing
-    /// when that has not come to light within a second. Hiding the window calls it off.
+    /// when it is not known within a second. Hiding the window calls it off.
     void find(std::function<void(std::optional<QPoint>)> found);
 
   protected:

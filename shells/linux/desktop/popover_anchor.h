@@ -28,10 +28,10 @@ class PopoverAnchorSource {
   public:
     virtual ~PopoverAnchorSource() = default;
 
-    /// Asked anew at each opening.
+    /// Asked at each opening.
     virtual PopoverAnchor anchor() const = 0;
 
-    /// The hidden pointer of the last click has come to light.
+    /// The hidden pointer of the last click has been found.
     virtual void setClickedPoint(QPoint point) = 0;
 };
 

@@ -24,7 +24,7 @@ QList<QRect> keptFree(const ScreenArea& screen);
 
 /// What an icon takes up that was clicked at `pointer`, on a panel or in something that the panel
 /// has folded out: there, or at the same height or width of the nearest panel. As `iconAround`
-/// where the screen has no panel that is told of.
+/// where no panel of the screen is known.
 QRect iconOnPanel(QPoint pointer, const ScreenArea& screen);
 
 /// What an icon under `pointer` takes up, as far as that can be told: the pointer alone inside a

@@ -30,7 +30,7 @@ class SettingsWindow::Frame final : public QWidget {
         setMinimumSize(content_->minimumSizeHint().expandedTo(content_->minimumSize()));
     }
 
-    /// Nobody is told of its closing from now on.
+    /// Its closing is reported to nobody from now on.
     void leaveWindow() { onClosed_ = nullptr; }
 
   protected:

@@ -1,5 +1,5 @@
 #pragma once
-// What whoever has started this process said of its start: a launcher of the desktop hands over
+// What the starter of this process said about the start: a launcher of the desktop hands over
 // what lets the new program's window come to the front. So such a start is a user's own doing,
 // unlike one with the session.
 

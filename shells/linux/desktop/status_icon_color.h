@@ -37,7 +37,7 @@ class StatusIconColor final : public QObject {
     /// The panel is another one, of which nothing is known yet.
     void forgetPanel() { panelColor_.reset(); }
 
-    /// Looks at the panel in a moment: it paints its background some time after the icon, and anew
+    /// Looks at the panel in a moment: it paints its background some time after the icon, and again
     /// when its theme changes.
     void lookSoon() { settling_.start(); }
 

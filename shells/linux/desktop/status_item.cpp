@@ -66,7 +66,7 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, const QString& name
     connect(&notifier_, &StatusNotifierItem::menuWanted, this,
             &LinuxStatusItem::notifierMenuWanted);
     updateIcon();
-    // Where it comes first, it need not wait until a panel has told of itself.
+    // Where this protocol comes first, it is offered before any panel is known.
     notifier_.setOffered(first_ == Protocol::notifier);
     choosePanel();
 }
@@ -85,7 +85,7 @@ LinuxStatusItem::Protocol LinuxStatusItem::offered() const {
 void LinuxStatusItem::choosePanel() {
     const Protocol best = offered();
     if (best == protocol_)
-        color_.lookSoon(); // it may have begun anew, in another colour
+        color_.lookSoon(); // the panel may have restarted in another colour
     else if (best == Protocol::none || best == first_)
         use(best);
     else if (!headStart_.isActive())

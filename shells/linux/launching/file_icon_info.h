@@ -1,5 +1,5 @@
 #pragma once
-// What the file system tells of the icon that a desktop shows for a file: its names in a theme.
+// What the file system says about the icon that a desktop shows for a file: its names in a theme.
 // Needs no toolkit, may be asked on any thread, and blocks for as long as the file system does.
 
 #include <sys/types.h>

@@ -46,7 +46,7 @@ class PathWatch {
     /// Takes in everything that has happened so far, without waiting for more.
     PathChange readChanges();
 
-    /// Follows the path anew, as after a change that sends no event. True when the value's
+    /// Follows the path again, as after a change that sends no event. True when the value's
     /// directory is another one than before, or has come or gone.
     bool followPath();
 
@@ -79,7 +79,8 @@ class PathWatch {
     /// The events that the system has been asked for, at least those in `watches_`.
     std::map<int, std::uint32_t> asked_;
     /// The watches from the value's directory on, -1 for one that was refused; empty without such
-    /// a directory. A directory made anew gets a new watch, so this tells it from the old one.
+    /// a directory. A directory that is made again gets a new watch, so this tells it from the old
+    /// one.
     std::vector<int> valueWatches_;
     /// Of an own temporary's rename whose second half is still to come.
     std::optional<std::uint32_t> ownRename_;

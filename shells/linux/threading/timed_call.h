@@ -22,8 +22,8 @@ class TimedCall {
 
     /// Runs `job` on the other thread and waits for its end, but no longer than `timeout`. False
     /// when it has not ended in time: it is then left alone with its thread and may outlive
-    /// everything here, so it must own what it uses. `late`, likewise, is called on that thread
-    /// behind such a job, and behind no other. The next job gets a new thread.
+    /// everything here, so it must own what it uses. `late`, of which the same is true, is called
+    /// on that thread behind such a job, and behind no other. The next job gets a new thread.
     [[nodiscard]] bool run(std::function<void()> job, std::chrono::milliseconds timeout,
                            std::function<void()> late = {});
 

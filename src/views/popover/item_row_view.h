@@ -1,5 +1,5 @@
 #pragma once
-// One row of the popover's list, as a value that is made anew for each drawing.
+// One row of the popover's list, as a value that is made for each drawing.
 
 #include "model/launcher_item.h"
 

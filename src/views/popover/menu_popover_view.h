@@ -58,7 +58,7 @@ class MenuPopoverView {
     /// Highlights the row that the letters typed so far name; see TypeSelect.
     void typed(std::string_view text);
 
-    /// The popover opens or closes: no row is highlighted any more, and letters begin anew.
+    /// The popover opens or closes: no row is highlighted any more, and typed letters start over.
     void resetHighlight();
 
   private:

@@ -25,7 +25,7 @@ class AddEditItemView {
     /// Fires before every change of the four editable values.
     WillChangeSignal objectWillChange;
 
-    /// Closes the sheet; set by whoever presents the form. May destroy the form.
+    /// Closes the sheet; set by the presenter of the form. May destroy the form.
     std::function<void()> dismiss;
 
     const std::string& title() const { return title_; }

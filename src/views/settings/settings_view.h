@@ -1,7 +1,7 @@
 #pragma once
 // The content of the settings window: a strip of three buttons, the list of items, and the sheets
 // in which an item is added or edited. Every change goes straight into the item store and is saved
-// at once. Made anew for each window and owned by the controller that hosts it; the store outlives
+// at once. Made for each window and owned by the controller that hosts it; the store outlives
 // it.
 
 #include "platform/clock.h"
@@ -54,7 +54,7 @@ class SettingsView {
     /// a deletion clears it.
     const std::optional<Uuid>& committedID() const { return committedID_; }
 
-    /// The first item with the committed id, looked up anew; null when there is none.
+    /// The first item with the committed id, looked up at each call; null when there is none.
     const LauncherItem* committedItem() const;
 
     void addClicked();

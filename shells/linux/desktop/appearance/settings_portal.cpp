@@ -44,8 +44,8 @@ AppearanceSettings settingsIn(const QVariantMap& values) {
 
 } // namespace
 
-// The signal only says when to ask: the owner of the portal's name is asked, not whoever
-// sent the signal.
+// The signal only says when to ask: the owner of the portal's name is asked, not the
+// sender of the signal.
 SettingsPortal::SettingsPortal(const QDBusConnection& bus)
     : bus_(bus), watcher_(portalService, bus, QDBusServiceWatcher::WatchForRegistration) {
     qDBusRegisterMetaType<Namespaces>();

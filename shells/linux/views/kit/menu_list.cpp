@@ -6,7 +6,7 @@
 
 namespace kestrel::linux_shell {
 
-// Where the pointer rests is told anew after a reload.
+// After a reload the owner is told again where the pointer is.
 void MenuList::cancelGesture() {
     pressedRow_ = -1;
     reportedRow_ = -1;

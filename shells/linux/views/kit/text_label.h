@@ -1,6 +1,6 @@
 #pragma once
-// A text of the program's own in one of the core's styles, and a symbol likewise. Both follow the
-// desktop's palette and font by themselves.
+// A text of the program's own in one of the core's styles, and the same for a symbol. Both follow
+// the desktop's palette and font by themselves.
 
 #include "views/style.h"
 
