@@ -1,6 +1,7 @@
 #include "shells/linux/linux_desktop.h"
 
 #include "shells/linux/desktop/appearance/symbol.h"
+#include "shells/linux/desktop/appearance/texts.h"
 #include "shells/linux/desktop/settings_window.h"
 #include "shells/linux/views/menu_popover_widget.h"
 #include "shells/linux/views/settings_widget.h"
@@ -28,9 +29,8 @@ std::unique_ptr<StatusItem> LinuxDesktop::makeStatusItem(std::string_view symbol
     const auto draw = [symbol = std::string(symbol)](int pixels) {
         return symbolPixmap(symbol, pixels, Qt::black, 1).toImage();
     };
-    auto item = std::make_unique<LinuxStatusItem>(
-        bus_, QString::fromUtf8(description.data(), static_cast<qsizetype>(description.size())),
-        draw, std::move(onClick));
+    auto item =
+        std::make_unique<LinuxStatusItem>(bus_, toQString(description), draw, std::move(onClick));
     statusItem_ = item.get();
     return item;
 }
