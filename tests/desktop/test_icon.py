@@ -99,6 +99,18 @@ class IconTest(DesktopTest):
         self.icon = self.desktop.icon_rect()
         self.assert_toggles(SHORT)
 
+    def test_icon_has_the_colour_that_a_tray_names_late(self):
+        self.start("tint2")
+        color = (0, 200, 255)
+        self.desktop.set_tray_color(color)
+        left, top, width, height = self.icon
+
+        def has_color():
+            screen = self.desktop.screenshot()
+            return any(screen.pixel(x, y) == color for x in range(left, left + width)
+                       for y in range(top, top + height))
+        self.wait_until(has_color, "an icon of that colour")
+
     def test_icon_comes_back_when_tint2_restarts(self):
         self.assert_survives_a_restart_of("tint2")
 

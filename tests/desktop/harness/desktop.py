@@ -31,6 +31,7 @@ from harness.processes import DEFAULT_TIMEOUT, ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
+TRAY_SELECTION = "_NET_SYSTEM_TRAY_S0"
 SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
 SERVICES = "/usr/share/dbus-1/services/"
 # The installed services that a test's bus may start. Whatever else a machine has, a desktop's own
@@ -102,6 +103,17 @@ class _Xlib:
         with self.connection() as connection:
             atom = self.library.XInternAtom(connection, selection.encode(), 0)
             return bool(self.library.XGetSelectionOwner(connection, atom))
+
+    def set_numbers(self, selection, name, numbers):
+        """Sets a property of the window that owns a selection."""
+        xa_cardinal, replace = 6, 0
+        lib = self.library
+        with self.connection() as connection:
+            owner = lib.XGetSelectionOwner(
+                connection, lib.XInternAtom(connection, selection.encode(), 0))
+            lib.XChangeProperty(connection, owner, lib.XInternAtom(connection, name.encode(), 0),
+                                xa_cardinal, 32, replace,
+                                (ctypes.c_ulong * len(numbers))(*numbers), len(numbers))
 
     def fill_root(self, pixel, width, height):
         """Paints the bare desktop as wallpaper programs do, so that compositors show it too."""
@@ -362,7 +374,12 @@ class Desktop(Session):
         return self._xlib.has_selection_owner(selection)
 
     def has_xembed_tray(self):
-        return self.has_selection_owner("_NET_SYSTEM_TRAY_S0")
+        return self.has_selection_owner(TRAY_SELECTION)
+
+    def set_tray_color(self, color):
+        """The panel wants icons in this colour (red, green, blue)."""
+        self._xlib.set_numbers(TRAY_SELECTION, "_NET_SYSTEM_TRAY_COLORS",
+                               [channel * 0x101 for channel in color] * 4)
 
     def fill_background(self, color):
         """Gives the bare desktop a colour (red, green, blue)."""
