@@ -154,7 +154,7 @@ class StartTest(DesktopTest):
     def test_without_a_panel_the_popover_opens_in_the_corner(self):
         self.start_desktop()
         self.start_kestrel()
-        rect = self.kestrel.wait_for_popover(limit=15).rect
+        rect = self.kestrel.wait_for_popover().rect
         screen = self.desktop.bounds
         self.assertEqual(rect[2:], (POPOVER_WIDTH, popover_height(0)))
         corner = Rect(screen.width - rect.width - 16, 0, rect.width + 16, rect.height + 40)

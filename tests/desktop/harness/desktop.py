@@ -298,7 +298,7 @@ class Session:
             return []
         watcher = self.bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
         return [str(item) for item in watcher.Get(
-            WATCHER, "RegisteredStatusNotifierItems", timeout=5,
+            WATCHER, "RegisteredStatusNotifierItems", timeout=DEFAULT_TIMEOUT,
             dbus_interface=dbus.PROPERTIES_IFACE)]
 
     def status_item(self):
@@ -307,13 +307,14 @@ class Session:
         return self.bus.get_object(name, "/" + (path or "StatusNotifierItem"), introspect=False)
 
     def status_item_properties(self):
-        found = self.status_item().GetAll(ITEM, dbus_interface=dbus.PROPERTIES_IFACE, timeout=5)
+        found = self.status_item().GetAll(ITEM, dbus_interface=dbus.PROPERTIES_IFACE,
+                                         timeout=DEFAULT_TIMEOUT)
         return {str(key): value for key, value in found.items()}
 
     def call_status_item(self, method, x=0, y=0):
         """Activate, SecondaryActivate or ContextMenu, as a host calls it."""
         call = self.status_item().get_dbus_method(method, ITEM)
-        call(dbus.Int32(x), dbus.Int32(y), timeout=5)
+        call(dbus.Int32(x), dbus.Int32(y), timeout=DEFAULT_TIMEOUT)
 
 
 class Desktop(Session):
@@ -368,7 +369,7 @@ class Desktop(Session):
                    "xfwm4": ["xfwm4", "--compositor=" + ("on" if compositor else "off")]}[name]
         self.start_service(command)
         wait_for(lambda: "window id #" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                 15, name)
+                 what=name)
 
     def has_selection_owner(self, selection):
         return self._xlib.has_selection_owner(selection)
@@ -449,7 +450,7 @@ class Desktop(Session):
             return image if image == self.screenshot().cut(rect) else None
         return wait_for(settled, what="a screen that does not change")
 
-    def icon_rect(self, limit=10):
+    def icon_rect(self, limit=DEFAULT_TIMEOUT):
         """Where the status icon is, waited for until it stays there: from the fake host, which says
         so; from the window of Xfce's tray, which is off the screen while it is empty; else from
         the icon's own window, which XEmbed gives it."""
