@@ -62,9 +62,11 @@ void SettingsList::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), background);
     const QWidget* const focused = QApplication::focusWidget();
     const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
+    if (currentRow() >= 0 && currentRow() == carriedRow())
+        return;
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
-        fillRounded(painter, rowRect(currentRow()), highlightRadius,
+        fillRounded(painter, shownRect(currentRow()), highlightRadius,
                     active ? mixed(background, accent, selectedShare)
                            : washColor(palette(), inactiveSelectedOpacity));
     } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
