@@ -220,10 +220,10 @@ TEST_F(SettingsWidgetTest, TheHighlightIsPaintedWholeWhenTheFocusGoesThroughTheR
         if (leaves)
             button->setFocus(Qt::TabFocusReason);
         turnEventLoop();
-        PaintLog log(*list().viewport());
+        PaintLog paints(*list().viewport());
         (leaves ? widget->toolbarButtons()[0] : button)->setFocus(Qt::TabFocusReason);
         turnEventLoop();
-        EXPECT_TRUE(row.subtracted(log.painted).isEmpty()) << leaves;
+        EXPECT_TRUE(row.subtracted(paints.painted).isEmpty()) << leaves;
     }
 }
 
@@ -333,6 +333,7 @@ TEST_F(SettingsWidgetTest, AnAddedRowIsScrolledToAndOneFromElsewhereIsNot) {
     view().addClicked();
     turnEventLoop();
     widget->form()->view().setTitle("Added");
+    turnEventLoop();
     widget->form()->confirmButton().click();
     turnEventLoop();
     EXPECT_GT(bar.maximum(), 0);

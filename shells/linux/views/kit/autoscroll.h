@@ -6,7 +6,7 @@ namespace kestrel::linux_shell {
 
 inline constexpr int autoscrollInterval = 16; ///< milliseconds from one step to the next
 inline constexpr int autoscrollZone = 48;     ///< pixels inside the edge; less in a low viewport
-inline constexpr int autoscrollFastest = 36;  ///< pixels a step: some fifty rows in a second
+inline constexpr int autoscrollFastest = 30;  ///< pixels a step: some fifty rows in a second
 
 /// The pixels of one step, negative upwards, with the pointer at `y` in a viewport of `height`
 /// pixels; 0 between the zones.

@@ -10,13 +10,13 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr double cardRadius = 6;
-constexpr int shadowReach = 8;           // pixels around the card
-constexpr int shadowDrop = 2;            // pixels by which the shadow lies lower
-constexpr float shadowOpacity = 0.035F;  // of each of the layers, one for each pixel of its reach
-constexpr double cardShare = 0.14;       // of the accent colour in the card
-constexpr double outlineOpacity = 0.2;   // of the text colour
-constexpr double homelessOpacity = 0.45; // of the card where it would not land
-constexpr double slotOpacity = 0.05;     // of the text colour
+constexpr int shadowReach = 8;          // pixels around the card
+constexpr int shadowDrop = 2;           // pixels by which the shadow lies lower
+constexpr float shadowOpacity = 0.028F; // of each of the layers, one for each pixel of its reach
+constexpr double cardShare = 0.14;      // of the accent colour in the card
+constexpr double outlineOpacity = 0.2;  // of the text colour
+constexpr double homelessOpacity = 0.4; // of the image where it would not land
+constexpr double slotOpacity = 0.05;    // of the text colour
 
 void drawShadow(QPainter& painter, const QRectF& card) {
     QColor shade = Qt::black;
@@ -45,14 +45,14 @@ void RowGhost::setLands(bool lands) {
 
 void RowGhost::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setOpacity(lands_ ? 1 : homelessOpacity);
     const QRectF card =
         QRectF(rect()).adjusted(shadowReach, shadowReach, -shadowReach, -shadowReach);
     drawShadow(painter, card);
     fillRounded(painter, card, cardRadius,
                 mixed(palette().color(QPalette::Active, QPalette::Base),
-                      colorFor(style::ColorLevel::accent, palette()), cardShare));
+                      colorFor(style::ColorLevel::accent, palette()), lands_ ? cardShare : 0));
     strokeRounded(painter, card, cardRadius, outlineColor(palette(), outlineOpacity), 1);
+    painter.setOpacity(lands_ ? 1 : homelessOpacity);
     painter.drawPixmap(card.topLeft(), image_);
 }
 

@@ -17,7 +17,7 @@ class RowGhost : public QWidget {
     /// Where the row's image is, in the parent.
     void moveImage(QPoint topLeft);
 
-    /// Whether letting go now would put the row somewhere; fades it otherwise.
+    /// Whether letting go now would put the row somewhere; the card pales otherwise.
     void setLands(bool lands);
 
   protected:
