@@ -5,7 +5,7 @@
 #include "tests/linux/views/row_list_fixture.h"
 
 #include <QContextMenuEvent>
-#include <QPushButton>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTest>
 
@@ -171,6 +171,14 @@ TEST_F(RowDragTest, AMoveWithTheButtonUpEndsADragWhoeverGotItsRelease) {
 TEST_F(RowDragTest, ADragEndsWhenTheListLosesTheFocus) {
     carryRowOne();
     list->clearFocus();
+    expectNoDrag();
+}
+
+TEST_F(RowDragTest, AMenuThatPopsUpEndsADrag) {
+    carryRowOne();
+    QMenu menu;
+    menu.addAction(QStringLiteral("Edit"));
+    menu.popup(QPoint(10, 10));
     expectNoDrag();
 }
 

@@ -15,7 +15,7 @@ constexpr int shadowDrop = 2;           // pixels by which the shadow lies lower
 constexpr float shadowOpacity = 0.028F; // of each of the layers, one for each pixel of its reach
 constexpr double cardShare = 0.14;      // of the accent colour in the card
 constexpr double outlineOpacity = 0.2;  // of the text colour
-constexpr double homelessOpacity = 0.4; // of the image where it would not land
+constexpr double homelessOpacity = 0.5; // of the image where it would not land
 constexpr double slotOpacity = 0.05;    // of the text colour
 
 void drawShadow(QPainter& painter, const QRectF& card) {
