@@ -5,29 +5,33 @@
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr int height = 400;
+constexpr int viewportHeight = 400;
 
 TEST(AutoscrollTest, AListStandsStillBetweenItsZones) {
-    for (const int y : {autoscrollZone, height / 2, height - 1 - autoscrollZone})
-        EXPECT_EQ(autoscrollStep(y, height), 0) << y;
+    for (const int y : {autoscrollZone, viewportHeight / 2, viewportHeight - 1 - autoscrollZone})
+        EXPECT_EQ(autoscrollStep(y, viewportHeight), 0) << y;
 }
 
 TEST(AutoscrollTest, ItIsFasterTheNearerToTheEdgeAndFastestThereAndBeyond) {
     int last = 0;
     for (int depth = 1; depth <= autoscrollZone; ++depth) {
-        const int step = autoscrollStep(height - 1 - autoscrollZone + depth, height);
+        const int step =
+            autoscrollStep(viewportHeight - 1 - autoscrollZone + depth, viewportHeight);
         EXPECT_GE(step, last) << depth;
         EXPECT_GE(step, 1) << depth;
         last = step;
     }
-    EXPECT_EQ(autoscrollStep(height - autoscrollZone, height), 1);
+    EXPECT_EQ(autoscrollStep(viewportHeight - autoscrollZone, viewportHeight), 1);
     for (const int beyond : {0, 1, 100, 5000})
-        EXPECT_EQ(autoscrollStep(height - 1 + beyond, height), autoscrollFastest) << beyond;
+        EXPECT_EQ(autoscrollStep(viewportHeight - 1 + beyond, viewportHeight), autoscrollFastest)
+            << beyond;
 }
 
 TEST(AutoscrollTest, UpwardsIsTheMirrorOfDownwards) {
-    for (int y = -10; y < height / 2; ++y)
-        EXPECT_EQ(autoscrollStep(y, height), -autoscrollStep(height - 1 - y, height)) << y;
+    for (int y = -10; y < viewportHeight / 2; ++y)
+        EXPECT_EQ(autoscrollStep(y, viewportHeight),
+                  -autoscrollStep(viewportHeight - 1 - y, viewportHeight))
+            << y;
 }
 
 TEST(AutoscrollTest, ALowListHasAMiddleToo) {

@@ -59,6 +59,7 @@ class RowDragTest : public ListFixture<SelectionList> {
 
     std::vector<int> tops() const {
         std::vector<int> result;
+        result.reserve(static_cast<std::size_t>(source.rows));
         for (int row = 0; row < source.rows; ++row)
             result.push_back(list->realisedRow(row)->y());
         return result;
