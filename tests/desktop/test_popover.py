@@ -138,12 +138,12 @@ class PopoverTest(DesktopTest):
         self.kestrel.wait_for_no_popover()
 
     def test_open_popover_follows_the_list_and_stays_at_its_icon(self):
-        self.start_desktop(panel="fake")
+        self.start_desktop(panel="fake", panel_options=["--bar=dock"])
         self.show_from_outside(0)
         self.start([])
         self.assert_follows("top")
         self.desktop.kill_panel("fake")
-        self.desktop.start_panel("fake", edge="bottom")
+        self.desktop.start_panel("fake", ["--bar=dock"], edge="bottom")
         self.assert_follows("bottom")
 
     def test_own_list_goes_to_an_empty_cloud_folder(self):
