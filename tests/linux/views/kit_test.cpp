@@ -166,6 +166,23 @@ TEST(PushButtonTest, ReturnThatIsLeftToOthersPressesNothing) {
     EXPECT_THAT(log.take(), ElementsAre("clicked"));
 }
 
+TEST(PushButtonTest, NoMarkIsLeftOnOneThatWasHiddenMeanwhile) {
+    QWidget window;
+    PushButton button(QStringLiteral("Add"), PushButton::Look::bordered, &window);
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    button.setFocus(Qt::PopupFocusReason);
+    const QImage plain = grab(button);
+    keyClick(button, Qt::Key_Escape);
+    EXPECT_NE(grab(button), plain);
+    button.hide();
+    button.show();
+    button.setFocus(Qt::PopupFocusReason);
+    EXPECT_TRUE(button.hasFocus());
+    EXPECT_EQ(grab(button), plain);
+}
+
 TEST(ToolbarButtonTest, TheWholeRectangleReactsWhileEnabled) {
     ToolbarButton button(QStringLiteral("Add"), "plus");
     EXPECT_EQ(button.size(), QSize(52, 42));

@@ -140,23 +140,6 @@ TEST_F(MenuPopoverWidgetTest, OneMarkAtATimeShowsWhereTheKeysGo) {
     EXPECT_EQ(widget->list().currentRow(), 2);
 }
 
-TEST_F(MenuPopoverWidgetTest, NoMarkIsLeftOnAButtonWhenItIsShownAgain) {
-    setItems({});
-    show();
-    const QImage before = widget->grab().toImage();
-    key(Qt::Key_Tab);
-    key(Qt::Key_Backtab);
-    EXPECT_NE(widget->grab().toImage(), before);
-    widget->hide();
-    turnEventLoop();
-    widget->show();
-    widget->activateWindow();
-    widget->setFocus(Qt::PopupFocusReason);
-    turnEventLoop();
-    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
-    EXPECT_EQ(widget->grab().toImage(), before);
-}
-
 TEST_F(MenuPopoverWidgetTest, WithoutItemsTheKeysReachTheFooterAllTheSame) {
     setItems({});
     show();
