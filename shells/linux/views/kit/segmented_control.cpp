@@ -29,6 +29,7 @@ constexpr style::Font chosenFont = style::body.withWeight(FontWeight::medium);
 /// Each gets what it needs as long as it needs no more than its share of the space.
 std::vector<int> sharedEvenly(std::vector<int> needs, int space) {
     std::vector<int*> smallestFirst;
+    smallestFirst.reserve(needs.size());
     for (int& need : needs)
         smallestFirst.push_back(&need);
     std::ranges::sort(smallestFirst, {}, [](const int* need) { return *need; });
@@ -202,6 +203,7 @@ std::vector<int> SegmentedControl::segmentWidths() const {
     const int count = static_cast<int>(segments_.size());
     const int space = width() - (count + 1) * trackPadding;
     std::vector<int> needs;
+    needs.reserve(segments_.size());
     for (const Segment* const segment : segments_)
         needs.push_back(segment->titleWidth() + 2 * leastPadding);
     std::vector<int> widths(needs.size(), space / count);
