@@ -48,7 +48,7 @@ ItemRowView MenuPopoverView::row(std::size_t position) const {
                         call(view->callbacks_.onClose);
                 });
             },
-        .isHovered = hoveredRow_ == position,
+        .isHovered = hoveredRow() == position,
     };
 }
 
@@ -67,17 +67,27 @@ void MenuPopoverView::pointerLeft(std::size_t position) {
 }
 
 void MenuPopoverView::moveHighlight(Step step) {
+    typeSelect_.reset();
     if (!items().empty())
         setHoveredRow(rowAfter(step, {.row = hoveredRow_}, items().size(), pageLength));
 }
 
+void MenuPopoverView::setFooterHasFocus(bool has) {
+    if (footerHasFocus_ == has)
+        return;
+    objectWillChange.fire();
+    footerHasFocus_ = has;
+}
+
 void MenuPopoverView::activateHighlighted() const {
-    if (hoveredRow_)
-        row(*hoveredRow_).onTap();
+    if (const auto highlighted = hoveredRow())
+        row(*highlighted).onTap();
 }
 
 void MenuPopoverView::typed(std::string_view text) {
-    if (const auto match = typeSelect_.typed(text, items(), hoveredRow_))
+    if (text == " " && !typeSelect_.isUnderWay())
+        activateHighlighted();
+    else if (const auto match = typeSelect_.typed(text, items(), hoveredRow_))
         setHoveredRow(match);
 }
 

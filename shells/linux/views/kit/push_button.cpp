@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/push_button.h"
 
+#include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
@@ -29,6 +30,11 @@ QSize PushButton::sizeHint() const {
     // Measured in the heavier font, so that both looks of a title are as wide.
     const int title = QFontMetrics(fontFor(prominentFont)).horizontalAdvance(text());
     return {std::max(title + 2 * titlePadding, minimumTitleWidth), controlHeight};
+}
+
+void PushButton::setMark(int mark) {
+    mark_ = mark;
+    update();
 }
 
 QColor PushButton::fill() const {
@@ -73,7 +79,7 @@ void PushButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setFont(fontFor(look_ == Look::prominent ? prominentFont : plainFont));
     painter.setPen(titleColor());
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    drawMarked(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, text(), mark_);
 }
 
 } // namespace kestrel::linux_shell

@@ -2,8 +2,10 @@
 
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/accessible_role.h"
+#include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -21,7 +23,26 @@ void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setPen(colorFor(style_.color, palette()));
     const int wrap = wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine;
-    painter.drawText(rect(), static_cast<int>(alignment()) | wrap, text());
+    drawMarked(painter, rect(), static_cast<int>(alignment()) | wrap, text(), mark_);
+}
+
+void TextLabel::setMark(int mark) {
+    mark_ = mark;
+    update();
+}
+
+// The focus shows, and the text of a field is selected, as if the keyboard had led there: the click
+// was not on the control.
+void TextLabel::focusBuddy() {
+    if (QWidget* const control = buddy())
+        control->setFocus(Qt::ShortcutFocusReason);
+}
+
+void TextLabel::mousePressEvent(QMouseEvent* event) {
+    if (buddy() != nullptr && event->button() == Qt::LeftButton)
+        focusBuddy();
+    else
+        QLabel::mousePressEvent(event);
 }
 
 int TextLabel::heightForWidth(int width) const {

@@ -19,11 +19,19 @@ class TextLabel : public QLabel {
     /// In no more than the maximum width: a layout asks for the whole width that it has to give.
     int heightForWidth(int width) const override;
 
+    /// As a click on the label does; nothing without a buddy.
+    void focusBuddy();
+
+    /// Underlines the character at `mark`; -1 for none.
+    void setMark(int mark);
+
   protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
     style::TextStyle style_;
+    int mark_ = -1;
 };
 
 class SymbolLabel : public QWidget {
