@@ -104,11 +104,13 @@ void SettingsView::deleteRows(const Positions& positions) {
 }
 
 void SettingsView::removeAndSave(const Positions& positions) {
+    announcement_ = announcementOfDeleted(items(), positions);
     manager_.items.remove(positions);
     manager_.save();
 }
 
 void SettingsView::moveRows(const Positions& positions, std::size_t destination) {
+    announcement_ = announcementOfMoved(positions, destination, items().size());
     manager_.items.move(positions, destination);
     manager_.save();
 }
@@ -142,6 +144,10 @@ void SettingsView::typed(std::string_view text) {
         setSelectedID(items()[*match].id);
 }
 
+std::optional<Announcement> SettingsView::nextAnnouncement() {
+    return std::exchange(announcement_, std::nullopt);
+}
+
 std::unique_ptr<AddEditItemView> SettingsView::nextSheet() {
     if (shownSheet_ != Sheet::none)
         return nullptr;
@@ -169,6 +175,7 @@ std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
         const auto self = weak.lock();
         if (!self)
             return;
+        self->announcement_ = announcementOfAdded(item);
         self->manager_.items.append(std::move(item));
         self->manager_.save();
     };
