@@ -11,7 +11,6 @@ enum class Modality { none, modal };
 
 /// To be called before an assistive program can see `widget`. Its name is its accessibleName, a
 /// window's without one its title. A modal one keeps the user from the rest of its window.
-void setAccessibleRole(QWidget& widget, QAccessible::Role role,
-                       Modality modality = Modality::none);
+void setAccessibleRole(QWidget& widget, QAccessible::Role role, Modality modality = Modality::none);
 
 } // namespace kestrel::linux_shell

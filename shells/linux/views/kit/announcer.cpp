@@ -1,7 +1,7 @@
 #include "shells/linux/views/kit/announcer.h"
 
-#include "shells/linux/desktop/appearance/texts.h"
 #include "shells/linux/desktop/accessible_role.h"
+#include "shells/linux/desktop/appearance/texts.h"
 
 #include <QAccessible>
 #include <QLocale>
@@ -31,13 +31,18 @@ Announcer::Announcer(QWidget& window) : QWidget(&window) {
     hide();
 }
 
-// A screen reader says a notification when it comes into sight.
+// Later, because a row that gets the focus by the same change is reported later too, and what is
+// reported last interrupts the rest.
 void Announcer::announce(const Announcement& announcement) {
     if (!QAccessible::isActive())
         return;
-    setAccessibleName(textFor(announcement));
-    QAccessibleEvent shown(this, QAccessible::ObjectShow);
-    QAccessible::updateAccessibility(&shown);
+    const auto say = [this, text = textFor(announcement)] {
+        setAccessibleName(text);
+        // A screen reader says a notification when it comes into sight.
+        QAccessibleEvent shown(this, QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&shown);
+    };
+    QMetaObject::invokeMethod(this, say, Qt::QueuedConnection);
 }
 
 } // namespace kestrel::linux_shell

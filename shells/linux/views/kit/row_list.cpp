@@ -154,7 +154,7 @@ void RowList::setCurrentRow(int row) {
 
 void RowList::currentRowChanged() {
     if (hasFocus() && currentRow_ >= 0)
-        announceRowFocused(*this, currentRow_);
+        announceFocusedRow(*this);
 }
 
 std::vector<RowAction> RowList::rowActions() {
@@ -203,7 +203,7 @@ void RowList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     updateStates();
     if (currentRow_ >= 0)
-        announceRowFocused(*this, currentRow_);
+        announceFocusedRow(*this);
 }
 
 void RowList::focusOutEvent(QFocusEvent* event) {
