@@ -39,7 +39,8 @@ frame 'Kestrel'
         graphic
         label 'No items yet'
         label 'Add apps, command files, or shell commands to your launcher.'
-        push button 'Add First Item' focused
+        push button 'Add First Item' \
+(Add apps, command files, or shell commands to your launcher.) focused
 """
 
 BEHIND_THE_SHEET = """
@@ -55,7 +56,8 @@ frame 'Kestrel'
         graphic disabled
         label 'No items yet' disabled
         label 'Add apps, command files, or shell commands to your launcher.' disabled
-        push button 'Add First Item' disabled
+        push button 'Add First Item' \
+(Add apps, command files, or shell commands to your launcher.) disabled
 """
 
 SHEET_FOR_AN_APP = BEHIND_THE_SHEET + """

@@ -92,6 +92,7 @@ QWidget* SettingsWidget::makePlaceholder() {
     column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addSpacing(pixels(style_of::buttonTopPadding));
     auto* button = new PushButton(textFor(style_of::button), PushButton::Look::prominent);
+    button->setAccessibleDescription(hint->text());
     connect(button, &QAbstractButton::clicked, this, [this] { view_->addClicked(); });
     column->addWidget(button, 0, Qt::AlignHCenter);
     column->addStretch(1);

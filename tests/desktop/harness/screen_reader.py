@@ -1,18 +1,23 @@
 """Debian's screen reader on a test's desktop, and all that it says.
 
-Orca hands its speech to a speech server over a socket. The one here has no voice: it writes down
-each text with the moment's order, so what a blind user would hear is what a test reads.
+Orca hands its speech to a speech server over a socket. The one here has no voice but
+writes all down in its order, so a test reads what a blind user would hear.
 """
 import html
-import os
+import json
 import re
 import shutil
 import socket
 import threading
 
-from harness.processes import wait_for
+from harness.processes import Timeout, wait_for
 
 PROGRAM = "/usr/bin/orca"
+# It does not repeat what is typed.
+PROFILE = {"profile": ["Default", "default"], "enableKeyEcho": False, "pronunciations": {},
+           "keybindings": {}}
+SETTINGS = {"general": PROFILE, "pronunciations": {}, "keybindings": {},
+            "profiles": {"default": PROFILE}}
 
 
 def is_installed():
@@ -65,23 +70,41 @@ class SpeechServer:
 
     @staticmethod
     def _text(stream):
-        """The text up to the line with a single point, without its markup."""
+        """The text up to the line with a single point, without its markup and the point that marks
+        a pause."""
         lines = iter(stream.readline, b".\r\n")
-        text = b"".join(lines).decode().strip()
-        return html.unescape(re.sub(r"<[^>]*>", "", text)).strip()
+        text = re.sub(r"<[^>]*>", "", b"".join(lines).decode())
+        return html.unescape(text).strip().rstrip(".")
 
 
 class ScreenReader:
     """One run of Orca, which speaks from when this is made."""
 
     def __init__(self, desktop):
+        desktop.write("data/orca/user-settings.conf", json.dumps(SETTINGS))
         path = desktop.path("speech")
         self._server = SpeechServer(path)
-        self._process = desktop.start_service(
-            [PROGRAM, "--replace", "--debug-file=" + desktop.path("orca.log")],
-            {"SPEECHD_ADDRESS": "unix_socket:" + path})
-        self._heard = 0
-        wait_for(lambda: self._server.spoken, what="the screen reader to greet")
+        self._heard = 0     # of what was spoken, by the test
+        desktop.start_service([PROGRAM], {"SPEECHD_ADDRESS": "unix_socket:" + path})
+        self.hear_until("Screen reader on")
 
     def close(self):
         self._server.close()
+
+    def hear(self, count):
+        """The next texts that are spoken, waited for."""
+        end = self._heard + count
+        try:
+            wait_for(lambda: len(self._server.spoken) >= end)
+        except Timeout:
+            pass    # what is missing shows in the comparison
+        self._heard, begin = min(end, len(self._server.spoken)), self._heard
+        return self._server.spoken[begin:self._heard]
+
+    def hear_until(self, text):
+        """All that is spoken up to that text, waited for."""
+        begin = self._heard
+        wait_for(lambda: text in self._server.spoken[begin:],
+                 what=f"{text!r} after {self._server.spoken}")
+        self._heard = self._server.spoken.index(text, begin) + 1
+        return self._server.spoken[begin:self._heard]
