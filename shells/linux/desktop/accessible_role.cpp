@@ -17,8 +17,7 @@ class WidgetWithRole final : public QAccessibleWidget {
 
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
-        // A widget that passes the focus on has it itself, to the toolkit; only one can have it
-        // here.
+        // The toolkit says so of a widget that passes the focus on as well.
         state.focused = state.focused && widget()->focusProxy() == nullptr;
         state.modal = widget()->property(modalProperty).toBool();
         return state;
