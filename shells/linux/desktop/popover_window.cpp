@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/popover_window.h"
 
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/desktop/popover_frame.h"
 #include "shells/linux/desktop/popover_placement.h"
 #include "shells/linux/desktop/x11.h"
@@ -82,6 +83,7 @@ PopoverWindow::PopoverWindow(std::unique_ptr<QWidget> content, PopoverAnchorSour
     setAttribute(Qt::WA_NoMouseReplay);
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_TranslucentBackground);
+    setAccessibleRole(*this, QAccessible::Dialog);
     setWindowTitle(QStringLiteral("Kestrel"));
     setWindowRole(QStringLiteral("popover"));
     fade_.setTargetObject(this);

@@ -1,5 +1,7 @@
 #include "shells/linux/desktop/settings_window.h"
 
+#include "shells/linux/desktop/accessible_role.h"
+
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
@@ -66,6 +68,7 @@ void SettingsWindow::DeleteLater::operator()(Frame* frame) const {
 SettingsWindow::SettingsWindow(std::unique_ptr<QWidget> content, QSize contentSize,
                                const QIcon& icon, std::function<void()> onClosed)
     : frame_(new Frame(std::move(content), std::move(onClosed))) {
+    setAccessibleRole(*frame_, QAccessible::Window);
     frame_->setWindowTitle(QStringLiteral("Kestrel"));
     frame_->setWindowRole(QStringLiteral("settings"));
     frame_->setWindowIcon(icon);

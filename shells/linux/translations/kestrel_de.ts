@@ -83,5 +83,17 @@
         <source>Move Down</source>
         <translation>Nach unten bewegen</translation>
     </message>
+    <message>
+        <source>Added %1</source>
+        <translation>„%1“ hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Moved to %1 of %2</source>
+        <translation>Verschoben auf Platz %1 von %2</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>„%1“ gelöscht</translation>
+    </message>
 </context>
 </TS>

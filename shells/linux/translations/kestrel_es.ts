@@ -83,5 +83,17 @@
         <source>Move Down</source>
         <translation>Mover hacia abajo</translation>
     </message>
+    <message>
+        <source>Added %1</source>
+        <translation>«%1» añadido</translation>
+    </message>
+    <message>
+        <source>Moved to %1 of %2</source>
+        <translation>Movido a la posición %1 de %2</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>«%1» eliminado</translation>
+    </message>
 </context>
 </TS>

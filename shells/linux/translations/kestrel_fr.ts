@@ -83,5 +83,17 @@
         <source>Move Down</source>
         <translation>Déplacer vers le bas</translation>
     </message>
+    <message>
+        <source>Added %1</source>
+        <translation>« %1 » ajouté</translation>
+    </message>
+    <message>
+        <source>Moved to %1 of %2</source>
+        <translation>Déplacé en position %1 sur %2</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>« %1 » supprimé</translation>
+    </message>
 </context>
 </TS>

@@ -83,5 +83,17 @@
         <source>Move Down</source>
         <translation>下へ移動</translation>
     </message>
+    <message>
+        <source>Added %1</source>
+        <translation>「%1」を追加しました</translation>
+    </message>
+    <message>
+        <source>Moved to %1 of %2</source>
+        <translation>%2 件中 %1 番目に移動しました</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>「%1」を削除しました</translation>
+    </message>
 </context>
 </TS>

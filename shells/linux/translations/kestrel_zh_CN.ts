@@ -83,5 +83,17 @@
         <source>Move Down</source>
         <translation>下移</translation>
     </message>
+    <message>
+        <source>Added %1</source>
+        <translation>已添加“%1”</translation>
+    </message>
+    <message>
+        <source>Moved to %1 of %2</source>
+        <translation>已移至第 %1 位，共 %2 项</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>已删除“%1”</translation>
+    </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "shells/linux/views/menu_popover_widget.h"
 
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
 #include "shells/linux/views/popover_row.h"
@@ -61,6 +62,7 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
       settings_(popover::footer::settings, this),
       quit_(popover::footer::quit, this),
       willChange_(view_->objectWillChange.subscribe([this] { redraw_.request(); })) {
+    setAccessibleRole(*this, QAccessible::Client);
     list_.setAccessibleName(textFor(accessible_texts::itemList));
     connectList();
     connect(&fileIcons, &FileIconSource::changed, &list_, &MenuList::refresh);

@@ -2,6 +2,7 @@
 
 #include "shells/linux/views/item_editor_form.h"
 #include "shells/linux/views/item_row_widget.h"
+#include "shells/linux/views/kit/announcer.h"
 #include "shells/linux/views/kit/divider.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/sheet.h"
@@ -39,6 +40,7 @@ SettingsWidget::SettingsWidget(std::unique_ptr<SettingsView> view, const FileIco
     list_ = new SettingsList(*rows_);
     list_->setAccessibleName(textFor(accessible_texts::itemList));
     column->addWidget(list_, 1);
+    announcer_ = new Announcer(*this);
     placeholder_ = makePlaceholder();
     column->addWidget(placeholder_, 1);
 
@@ -90,6 +92,7 @@ QWidget* SettingsWidget::makePlaceholder() {
     column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addSpacing(pixels(style_of::buttonTopPadding));
     auto* button = new PushButton(textFor(style_of::button), PushButton::Look::prominent);
+    button->setAccessibleDescription(hint->text());
     connect(button, &QAbstractButton::clicked, this, [this] { view_->addClicked(); });
     column->addWidget(button, 0, Qt::AlignHCenter);
     column->addStretch(1);
@@ -160,6 +163,8 @@ void SettingsWidget::redraw() {
     showAddedRow();
     if (auto form = view_->nextSheet())
         present(std::move(form));
+    if (const auto announcement = view_->nextAnnouncement())
+        announcer_->announce(*announcement);
 }
 
 void SettingsWidget::redrawToolbar() {

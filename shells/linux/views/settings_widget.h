@@ -17,6 +17,7 @@
 
 namespace kestrel::linux_shell {
 
+class Announcer;
 class ItemEditorForm;
 class SettingsList;
 class SettingsRows;
@@ -72,6 +73,7 @@ class SettingsWidget : public QWidget {
     QWidget* placeholder_ = nullptr;
     QWidget* placeholderButton_ = nullptr;
     QPointer<Sheet> sheet_;
+    Announcer* announcer_ = nullptr;
     RedrawSchedule redraw_{[this] { redraw(); }};
     std::optional<std::uint64_t> shownRevision_; ///< of the items
     Subscription willChange_;

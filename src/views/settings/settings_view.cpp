@@ -112,6 +112,7 @@ void SettingsView::deleteRows(const Positions& positions) {
 
 void SettingsView::removeAndSave(const Positions& positions) {
     const auto selected = selectedRow();
+    announcement_ = announcementOfDeleted(items(), positions);
     manager_.items.remove(positions);
     manager_.save();
     if (selected && positions.contains(*selected)) {
@@ -121,6 +122,7 @@ void SettingsView::removeAndSave(const Positions& positions) {
 }
 
 void SettingsView::moveRows(const Positions& positions, std::size_t destination) {
+    announcement_ = announcementOfMoved(positions, destination, items().size());
     manager_.items.move(positions, destination);
     manager_.save();
 }
@@ -169,6 +171,10 @@ std::optional<std::size_t> SettingsView::nextRowToShow() {
     return positionOf(std::exchange(addedID_, std::nullopt));
 }
 
+std::optional<Announcement> SettingsView::nextAnnouncement() {
+    return std::exchange(announcement_, std::nullopt);
+}
+
 std::unique_ptr<AddEditItemView> SettingsView::nextSheet() {
     if (shownSheet_ != Sheet::none)
         return nullptr;
@@ -197,6 +203,7 @@ std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
         if (!self)
             return;
         self->addedID_ = item.id;
+        self->announcement_ = announcementOfAdded(item);
         self->manager_.items.append(std::move(item));
         self->manager_.save();
     };

@@ -9,6 +9,7 @@
 #include "store/items_manager.h"
 #include "views/row_step.h"
 #include "views/settings/add_edit_item_view.h"
+#include "views/settings/announcement.h"
 #include "views/settings/item_row.h"
 #include "views/type_select.h"
 
@@ -93,6 +94,10 @@ class SettingsView {
     /// was.
     std::optional<std::size_t> nextRowToShow();
 
+    /// What a screen reader is to say now of the last change that was made here, once; nothing when
+    /// there is nothing to say.
+    std::optional<Announcement> nextAnnouncement();
+
     /// The sheets that are asked for. Both may be; each has its own state.
     bool showAddSheet() const { return showAddSheet_; }
     const std::optional<LauncherItem>& itemToEdit() const { return itemToEdit_; }
@@ -126,6 +131,7 @@ class SettingsView {
     bool showAddSheet_ = false;
     std::optional<LauncherItem> itemToEdit_;
     Sheet shownSheet_ = Sheet::none;
+    std::optional<Announcement> announcement_; ///< not said yet
     TypeSelect typeSelect_;
     Subscription itemsWillChange_;
     WeakAnchor<SettingsView> anchor_{*this};

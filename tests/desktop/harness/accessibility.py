@@ -21,6 +21,7 @@ STATES = (
     "visible manages-descendants indeterminate required truncated animated invalid-entry "
     "supports-autocompletion selectable-text is-default visited checkable has-popup "
     "read-only").split()
+OUTLINED_STATES = ("modal", "focused", "selected", "checked")
 
 
 class Node:
@@ -101,6 +102,20 @@ class Node:
                 yield from child.walk(depth + 1)
             except dbus.DBusException:
                 continue    # it went away while we looked
+
+    def outline(self):
+        """All that is shown below it, for a test to compare: a line for each node, indented by
+        depth, with its role, its name, its description in brackets, and its states that matter."""
+        lines = []
+        for depth, node in self.walk():
+            parts = [node.role]
+            parts += [f"'{node.name}'"] if node.name else []
+            parts += [f"({node.description})"] if node.description else []
+            states = node.states
+            parts += [state for state in OUTLINED_STATES if state in states]
+            parts += [] if "sensitive" in states else ["disabled"]
+            lines.append("  " * depth + " ".join(parts))
+        return "\n".join(lines)
 
     def find_all(self, role=None, name=None):
         """The shown nodes below it with that role and a name that matches the whole pattern."""

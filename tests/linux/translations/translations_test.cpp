@@ -42,7 +42,10 @@ std::set<std::string> localizableTexts() {
                                     accessible::itemList,
                                     accessible::rowActions,
                                     accessible::moveRowUp,
-                                    accessible::moveRowDown}) {
+                                    accessible::moveRowDown,
+                                    accessible::added,
+                                    accessible::moved,
+                                    accessible::deleted}) {
         EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
         texts.emplace(text.english);
     }

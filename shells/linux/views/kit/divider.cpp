@@ -1,6 +1,6 @@
 #include "shells/linux/views/kit/divider.h"
 
-#include "shells/linux/views/kit/accessible_role.h"
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
 #include <QPainter>

@@ -163,7 +163,7 @@ void RowList::setCurrentRow(int row) {
 
 void RowList::currentRowChanged() {
     if (hasFocus() && currentRow_ >= 0)
-        announceRowFocused(*this, currentRow_);
+        announceFocusedRow(*this);
 }
 
 std::vector<RowAction> RowList::rowActions() {
@@ -212,7 +212,7 @@ void RowList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     updateStates();
     if (currentRow_ >= 0)
-        announceRowFocused(*this, currentRow_);
+        announceFocusedRow(*this);
 }
 
 void RowList::focusOutEvent(QFocusEvent* event) {

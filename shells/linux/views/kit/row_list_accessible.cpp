@@ -240,6 +240,16 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
     return row == nullptr || row->list() == nullptr ? nullptr : new NearRowInterface(*row);
 }
 
+void reportFocusedRow(RowList& list) {
+    QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(&list);
+    if (interface == nullptr || !list.hasFocus() || list.currentRow() < 0)
+        return;
+    if (QAccessibleInterface* const row = interface->child(list.currentRow())) {
+        QAccessibleEvent event(row, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
 } // namespace
 
 void installRowListAccessibility() {
@@ -257,15 +267,13 @@ void announceRowsChanged(RowList& list) {
     QAccessible::updateAccessibility(&event);
 }
 
-void announceRowFocused(RowList& list, int row) {
+void announceFocusedRow(RowList& list) {
     if (!QAccessible::isActive())
         return;
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&list);
-    QAccessibleInterface* child = interface == nullptr ? nullptr : interface->child(row);
-    if (child != nullptr) {
-        QAccessibleEvent event(child, QAccessible::Focus);
-        QAccessible::updateAccessibility(&event);
-    }
+    // Later, because the toolkit reports the focus of a list after the list itself has heard of it,
+    // and the last that is reported is what a screen reader takes for the focus.
+    QMetaObject::invokeMethod(
+        &list, [&list] { reportFocusedRow(list); }, Qt::QueuedConnection);
 }
 
 } // namespace kestrel::linux_shell

@@ -9,6 +9,8 @@ class RowList;
 void installRowListAccessibility();
 
 void announceRowsChanged(RowList& list);
-void announceRowFocused(RowList& list, int row);
+
+/// The current row has the focus; nothing when the list has not or has no such row.
+void announceFocusedRow(RowList& list);
 
 } // namespace kestrel::linux_shell

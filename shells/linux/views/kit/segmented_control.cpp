@@ -1,7 +1,7 @@
 #include "shells/linux/views/kit/segmented_control.h"
 
 #include "shells/linux/desktop/appearance/palettes.h"
-#include "shells/linux/views/kit/accessible_role.h"
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/views/kit/control_button.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"

@@ -1,6 +1,6 @@
 #include "shells/linux/views/kit/sheet.h"
 
-#include "shells/linux/views/kit/accessible_role.h"
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
@@ -44,7 +44,7 @@ Sheet::Sheet(QWidget& content, const QString& name, QWidget& behind, QWidget& wi
       content_(content),
       behind_(&behind),
       focusBefore_(QApplication::focusWidget()) {
-    setAccessibleRole(*this, QAccessible::Dialog);
+    setAccessibleRole(*this, QAccessible::Dialog, Modality::modal);
     setAccessibleName(name);
     setFocusPolicy(Qt::NoFocus);
     content_.setParent(this);

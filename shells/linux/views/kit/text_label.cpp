@@ -1,7 +1,7 @@
 #include "shells/linux/views/kit/text_label.h"
 
+#include "shells/linux/desktop/accessible_role.h"
 #include "shells/linux/desktop/appearance/symbol.h"
-#include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
