@@ -36,7 +36,4 @@ QPalette paletteFor(ColorScheme scheme, Contrast contrast);
 /// nothing faint.
 bool isHighContrast(const QPalette& palette);
 
-/// From 1 to 21, as the Web Content Accessibility Guidelines define it for opaque colours.
-double contrastRatio(const QColor& one, const QColor& other);
-
 } // namespace kestrel::linux_shell

@@ -20,9 +20,6 @@ class PushButton : public ControlButton {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QColor fill() const;
-    QColor titleColor() const;
-
     Look look_;
 };
 
