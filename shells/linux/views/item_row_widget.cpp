@@ -28,6 +28,8 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
     QAction* edit = menu_->addAction(textFor(row_style::editAction));
     menu_->addSeparator();
     QAction* remove = menu_->addDestructiveAction(textFor(row_style::deleteAction));
+    menu_->showKeys(*edit, Qt::Key_Return);
+    menu_->showKeys(*remove, Qt::Key_Delete);
     connect(menu_, &QMenu::aboutToShow, this, [this] { menuItem_ = item_; });
     connect(menu_, &QMenu::aboutToHide, actions_, qOverload<>(&QWidget::update));
     // Copies, because the callback may bind this row to another item or take it away.

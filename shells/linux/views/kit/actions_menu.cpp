@@ -2,14 +2,25 @@
 
 #include "shells/linux/views/kit/style_bridge.h"
 
+#include <QEvent>
+#include <QGuiApplication>
+#include <QStyleHints>
 #include <QStyleOptionMenuItem>
 #include <QVariant>
+
+#include <algorithm>
 
 namespace kestrel::linux_shell {
 
 namespace {
+
 constexpr const char* destructiveProperty = "kestrelDestructive";
-}
+constexpr const char* keysProperty = "kestrelKeys";
+constexpr int keysSpacing = 28; // pixels between the longest title and the keys
+
+QString keysOf(const QAction& action) { return action.property(keysProperty).toString(); }
+
+} // namespace
 
 // Assistive technology triggers an action without the click that closes the menu.
 ActionsMenu::ActionsMenu(QWidget* parent) : QMenu(parent) {
@@ -22,9 +33,39 @@ QAction* ActionsMenu::addDestructiveAction(const QString& title) {
     return action;
 }
 
+void ActionsMenu::showKeys(QAction& action, const QKeySequence& keys) {
+    if (QGuiApplication::styleHints()->showShortcutsInContextMenus())
+        action.setProperty(keysProperty, keys.toString(QKeySequence::NativeText));
+}
+
+int ActionsMenu::keysWidth() const {
+    int width = 0;
+    const QList<QAction*> all = actions();
+    for (const QAction* action : all)
+        width = std::max(width, fontMetrics().horizontalAdvance(keysOf(*action)));
+    return width;
+}
+
+// The menu reckons with the keys of shortcuts only.
+bool ActionsMenu::event(QEvent* event) {
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange ||
+        event->type() == QEvent::FontChange || event->type() == QEvent::ActionChanged) {
+        setMinimumWidth(0);
+        if (const int keys = keysWidth(); keys > 0)
+            setMinimumWidth(sizeHint().width() + keysSpacing + keys);
+    }
+    return QMenu::event(event);
+}
+
 void ActionsMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
     QMenu::initStyleOption(option, action);
-    if (action == nullptr || !action->property(destructiveProperty).toBool())
+    if (action == nullptr)
+        return;
+    if (const QString keys = keysOf(*action); !keys.isEmpty()) {
+        option->text += QLatin1Char('\t') + keys;
+        option->reservedShortcutWidth = keysWidth();
+    }
+    if (!action->property(destructiveProperty).toBool())
         return;
     // Styles differ in which of the three they take a menu's text from.
     const QColor color = colorFor(style::ColorLevel::destructive, palette());
