@@ -43,6 +43,9 @@ class Appearance final : public QObject {
     /// desktop's panel need not follow it.
     std::optional<ColorScheme> colorScheme() const { return settings_.scheme; }
 
+    /// True where the user has chosen how widgets look (see user_style.h).
+    bool isStyleUsersOwn() const { return isUsersOwn_; }
+
   Q_SIGNALS:
     void colorSchemeChanged();
 
