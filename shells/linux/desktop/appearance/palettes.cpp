@@ -19,10 +19,14 @@ QColor blend(const QColor& under, const QColor& over, double share) {
             channel(under.blue(), over.blue())};
 }
 
+QColor readablePlaceholder(const QColor& wanted, const QColor& base, const QColor& text) {
+    const bool isReadable = wanted.isValid() && contrastRatio(blend(base, wanted, wanted.alphaF()),
+                                                              base) >= visibleShape;
+    return isReadable ? wanted : blend(base, text, placeholderShare);
+}
+
 QColor placeholderOf(const PaletteColors& colors) {
-    const bool isReadable = colors.placeholder.isValid() &&
-                            contrastRatio(colors.placeholder, colors.base) >= visibleShape;
-    return isReadable ? colors.placeholder : blend(colors.base, colors.text, placeholderShare);
+    return readablePlaceholder(colors.placeholder, colors.base, colors.text);
 }
 
 PaletteColors lightColors() {
@@ -139,6 +143,19 @@ QPalette paletteFor(ColorScheme scheme, Contrast contrast) {
     if (contrast == Contrast::high)
         return paletteOf(isDark ? highContrastDarkColors() : highContrastLightColors());
     return paletteOf(isDark ? darkColors() : lightColors());
+}
+
+QPalette withReadablePlaceholder(const QPalette& palette) {
+    const auto color = [&palette](QPalette::ColorRole role) {
+        return palette.color(QPalette::Active, role);
+    };
+    const QColor theirs = color(QPalette::PlaceholderText);
+    const QColor readable =
+        readablePlaceholder(theirs, color(QPalette::Base), color(QPalette::Text));
+    QPalette result = palette;
+    if (readable != theirs)
+        result.setColor(QPalette::PlaceholderText, readable);
+    return result;
 }
 
 bool isHighContrast(const QPalette& palette) {

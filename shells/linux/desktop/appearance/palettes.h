@@ -32,6 +32,10 @@ QPalette paletteOf(const PaletteColors& colors);
 
 QPalette paletteFor(ColorScheme scheme, Contrast contrast);
 
+/// The palette itself where its placeholders can be read in fields; else with some made of the
+/// text's colour, and nothing else of it set anew.
+QPalette withReadablePlaceholder(const QPalette& palette);
+
 /// True of plain black and white, be it of this program's or of a desktop's making: the user wants
 /// nothing faint.
 bool isHighContrast(const QPalette& palette);
