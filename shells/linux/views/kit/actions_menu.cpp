@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* destructiveProperty = "kestrelDestructive";
 constexpr const char* keysProperty = "kestrelKeys";
-constexpr int keysSpacing = 28; // pixels between the longest title and the keys
+constexpr int shownKeysSpacing = 24; // pixels between the longest title and the keys
 
 QString keysOf(const QAction& action) { return action.property(keysProperty).toString(); }
 
@@ -36,6 +36,7 @@ QAction* ActionsMenu::addDestructiveAction(const QString& title) {
 void ActionsMenu::showKeys(QAction& action, const QKeySequence& keys) {
     if (QGuiApplication::styleHints()->showShortcutsInContextMenus())
         action.setProperty(keysProperty, keys.toString(QKeySequence::NativeText));
+    reserveKeys();
 }
 
 int ActionsMenu::keysWidth() const {
@@ -47,14 +48,28 @@ int ActionsMenu::keysWidth() const {
 }
 
 // The menu reckons with the keys of shortcuts only.
+void ActionsMenu::reserveKeys() {
+    const int keys = keysWidth();
+    if (keys == 0)
+        return;
+    setMinimumWidth(0);
+    layOutAnew();
+    setMinimumWidth(sizeHint().width() + shownKeysSpacing + keys);
+    layOutAnew();
+}
+
+// Its lines are measured once for each style and font.
+void ActionsMenu::layOutAnew() {
+    QEvent fontChange(QEvent::FontChange);
+    QMenu::changeEvent(&fontChange);
+}
+
 bool ActionsMenu::event(QEvent* event) {
+    const bool isHandled = QMenu::event(event);
     if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange ||
-        event->type() == QEvent::FontChange || event->type() == QEvent::ActionChanged) {
-        setMinimumWidth(0);
-        if (const int keys = keysWidth(); keys > 0)
-            setMinimumWidth(sizeHint().width() + keysSpacing + keys);
-    }
-    return QMenu::event(event);
+        event->type() == QEvent::FontChange)
+        reserveKeys();
+    return isHandled;
 }
 
 void ActionsMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {

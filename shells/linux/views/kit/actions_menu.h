@@ -25,6 +25,10 @@ class ActionsMenu : public QMenu {
   protected:
     bool event(QEvent* event) override;
     void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
+
+  private:
+    void reserveKeys();
+    void layOutAnew();
 };
 
 } // namespace kestrel::linux_shell

@@ -23,7 +23,7 @@ constexpr double secondaryStep = 0.25;
 
 constexpr double wantedPlaceholder = 0.62;
 
-constexpr double pressedWash = 0.12;
+constexpr double strongestWash = 0.12;
 
 constexpr QRgb redOnLight = 0xFFC01C28;
 constexpr QRgb redOnDark = 0xFFFF7A70;
@@ -32,7 +32,7 @@ QColor activeColor(const QPalette& palette, QPalette::ColorRole role) {
     return palette.color(QPalette::Active, role);
 }
 
-QColor over(const QColor& background, const QColor& wash) {
+QColor washed(const QColor& background, const QColor& wash) {
     return mixed(background, wash, wash.alphaF());
 }
 
@@ -46,16 +46,17 @@ std::vector<QColor> backgroundsOfRows(const QPalette& palette) {
     // Under high contrast a selection has a palette of its own.
     if (isHighContrast(palette))
         return {base};
-    return {base, selectionColor(palette), over(base, inactiveSelectionColor(palette))};
+    return {base, selectionColor(palette), washed(base, inactiveSelectionColor(palette))};
 }
 
 /// Everything that a text of the secondary level stands on.
 std::vector<QColor> secondaryBackgrounds(const QPalette& palette) {
     std::vector<QColor> all = plainBackgrounds(palette);
-    all.push_back(over(activeColor(palette, QPalette::Window), washColor(palette, pressedWash)));
+    all.push_back(
+        washed(activeColor(palette, QPalette::Window), washColor(palette, strongestWash)));
     for (const QColor& row : backgroundsOfRows(palette)) {
         all.push_back(row);
-        all.push_back(over(row, colorFor(style::ColorLevel::quaternary, palette)));
+        all.push_back(washed(row, colorFor(style::ColorLevel::quaternary, palette)));
     }
     return all;
 }
@@ -82,7 +83,7 @@ QColor destructiveOf(const QPalette& palette) {
     const QColor window = activeColor(palette, QPalette::Window);
     const auto wash = washColor(palette, menu_popover_style::row::highlightOpacity);
     return strengthened(QColor::fromRgb(isDark(palette) ? redOnDark : redOnLight), palette,
-                        {window, over(window, wash), activeColor(palette, QPalette::Base)},
+                        {window, washed(window, wash), activeColor(palette, QPalette::Base)},
                         readableText);
 }
 

@@ -13,16 +13,16 @@
 namespace kestrel::linux_shell {
 namespace {
 
-namespace row = menu_popover_style::row;
+namespace popover_row = menu_popover_style::row;
 
 // All in pixels.
-constexpr int textPadding = 10;
-constexpr int markWidth = 18; // of a check mark, or of the arrow to a further menu
-constexpr int keysSpacing = 28;
-constexpr int separatorHeight = 9;
-constexpr int leastHeight = 26;
-constexpr int leastWidth = 120;
-constexpr double markSize = 8;
+constexpr int itemTextPadding = 10;
+constexpr int itemMarkWidth = 18; // of a check mark, or of the arrow to a further menu
+constexpr int itemKeysSpacing = 28;
+constexpr int itemSeparatorHeight = 9;
+constexpr int leastItemHeight = 26;
+constexpr int leastItemWidth = 120;
+constexpr double itemMarkSize = 8;
 
 bool isSeparator(const QStyleOptionMenuItem& option) {
     return option.menuItemType == QStyleOptionMenuItem::Separator;
@@ -32,23 +32,23 @@ bool hasFurtherMenu(const QStyleOptionMenuItem& option) {
     return option.menuItemType == QStyleOptionMenuItem::SubMenu;
 }
 
-bool isSelected(const QStyleOptionMenuItem& option) {
+bool isHighlightedItem(const QStyleOptionMenuItem& option) {
     return option.state.testFlag(QStyle::State_Selected) &&
            option.state.testFlag(QStyle::State_Enabled);
 }
 
 /// Something at the start or the end of a line that is read in the option's direction.
-QRect placed(const QStyleOptionMenuItem& option, const QRect& rect) {
+QRect placedInItem(const QStyleOptionMenuItem& option, const QRect& rect) {
     return QStyle::visualRect(option.direction, option.rect, rect);
 }
 
 void drawSeparator(QPainter& painter, const QStyleOptionMenuItem& option) {
-    const QRect line(option.rect.left() + textPadding, option.rect.center().y(),
-                     option.rect.width() - 2 * textPadding, 1);
+    const QRect line(option.rect.left() + itemTextPadding, option.rect.center().y(),
+                     option.rect.width() - 2 * itemTextPadding, 1);
     painter.fillRect(line, separatorColor(option.palette));
 }
 
-void drawLine(QPainter& painter, const QList<QPointF>& points, const QColor& color) {
+void drawMark(QPainter& painter, const QList<QPointF>& points, const QColor& color) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -57,39 +57,39 @@ void drawLine(QPainter& painter, const QList<QPointF>& points, const QColor& col
 }
 
 QRectF markSquare(const QRect& rect) {
-    QRectF square(0, 0, markSize, markSize);
+    QRectF square(0, 0, itemMarkSize, itemMarkSize);
     square.moveCenter(QRectF(rect).center());
     return square;
 }
 
 void drawCheckMark(QPainter& painter, const QStyleOptionMenuItem& option, const QColor& color) {
-    const QRect place(option.rect.left() + textPadding - 2, option.rect.top(), markWidth - 2,
-                      option.rect.height());
-    const QRectF mark = markSquare(placed(option, place));
-    drawLine(painter,
+    const QRect place(option.rect.left() + itemTextPadding - 2, option.rect.top(),
+                      itemMarkWidth - 2, option.rect.height());
+    const QRectF mark = markSquare(placedInItem(option, place));
+    drawMark(painter,
              {{mark.left(), mark.center().y() + 0.5},
               {mark.left() + 3, mark.bottom() - 0.5},
               {mark.right(), mark.top() + 0.5}},
              color);
 }
 
-void drawArrow(QPainter& painter, const QStyleOptionMenuItem& option, const QColor& color) {
-    const QRect place(option.rect.right() - textPadding - markWidth / 2, option.rect.top(),
-                      markWidth / 2, option.rect.height());
-    const QRectF mark = markSquare(placed(option, place));
+void drawSubmenuArrow(QPainter& painter, const QStyleOptionMenuItem& option, const QColor& color) {
+    const QRect place(option.rect.right() - itemTextPadding - itemMarkWidth / 2, option.rect.top(),
+                      itemMarkWidth / 2, option.rect.height());
+    const QRectF mark = markSquare(placedInItem(option, place));
     const double towards = option.direction == Qt::RightToLeft ? -1 : 1;
     const QPointF middle = mark.center();
-    drawLine(painter,
+    drawMark(painter,
              {{middle.x() - 2 * towards, middle.y() - 4},
               {middle.x() + 2 * towards, middle.y()},
               {middle.x() - 2 * towards, middle.y() + 4}},
              color);
 }
 
-void drawText(QPainter& painter, const QStyleOptionMenuItem& option, const QString& text,
-              Qt::Alignment alignment, int flags) {
-    const int left = textPadding + (option.menuHasCheckableItems ? markWidth : 0);
-    const QRect area = placed(option, option.rect.adjusted(left, 0, -textPadding, 0));
+void drawItemTextAt(QPainter& painter, const QStyleOptionMenuItem& option, const QString& text,
+                    Qt::Alignment alignment, int flags) {
+    const int left = itemTextPadding + (option.menuHasCheckableItems ? itemMarkWidth : 0);
+    const QRect area = placedInItem(option, option.rect.adjusted(left, 0, -itemTextPadding, 0));
     const auto absolute = QStyle::visualAlignment(option.direction, alignment);
     painter.drawText(area,
                      static_cast<int>(absolute | Qt::AlignVCenter | Qt::AlignAbsolute) |
@@ -101,12 +101,12 @@ void drawText(QPainter& painter, const QStyleOptionMenuItem& option, const QStri
 
 QSize menuItemSize(const QStyleOptionMenuItem& option, QSize contents) {
     if (isSeparator(option))
-        return {contents.width(), separatorHeight};
-    int width = contents.width() + 2 * textPadding;
-    width += option.menuHasCheckableItems ? markWidth : 0;
-    width += hasFurtherMenu(option) ? markWidth : 0;
-    width += option.text.contains(QLatin1Char('\t')) ? keysSpacing : 0;
-    return {std::max(width, leastWidth), std::max(contents.height(), leastHeight)};
+        return {contents.width(), itemSeparatorHeight};
+    int width = contents.width() + 2 * itemTextPadding;
+    width += option.menuHasCheckableItems ? itemMarkWidth : 0;
+    width += hasFurtherMenu(option) ? itemMarkWidth : 0;
+    width += option.text.contains(QLatin1Char('\t')) ? itemKeysSpacing : 0;
+    return {std::max(width, leastItemWidth), std::max(contents.height(), leastItemHeight)};
 }
 
 void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemonics mnemonics) {
@@ -115,12 +115,12 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemoni
         return;
     }
     const QPalette onSelection = paletteOnSelection(option.palette);
-    const bool isFull = isSelected(option) && onSelection != option.palette;
+    const bool isFull = isHighlightedItem(option) && onSelection != option.palette;
     const QPalette& colors = isFull ? onSelection : option.palette;
-    if (isSelected(option)) {
-        fillRounded(painter, option.rect, row::highlightRadius,
+    if (isHighlightedItem(option)) {
+        fillRounded(painter, option.rect, popover_row::highlightRadius,
                     isFull ? selectionColor(option.palette)
-                           : washColor(option.palette, row::highlightOpacity));
+                           : washColor(option.palette, popover_row::highlightOpacity));
     }
     const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
     // The text's own colour may be that of things that delete.
@@ -130,13 +130,14 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemoni
     if (option.checkType != QStyleOptionMenuItem::NotCheckable && option.checked)
         drawCheckMark(painter, option, color);
     if (hasFurtherMenu(option))
-        drawArrow(painter, option, color);
+        drawSubmenuArrow(painter, option, color);
     painter.setFont(option.font);
     painter.setPen(color);
-    drawText(painter, option, option.text.section(QLatin1Char('\t'), 0, 0), Qt::AlignLeft,
-             mnemonics == Mnemonics::shown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+    drawItemTextAt(painter, option, option.text.section(QLatin1Char('\t'), 0, 0), Qt::AlignLeft,
+                   mnemonics == Mnemonics::shown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
     painter.setPen(keysColor);
-    drawText(painter, option, option.text.section(QLatin1Char('\t'), 1, 1), Qt::AlignRight, 0);
+    drawItemTextAt(painter, option, option.text.section(QLatin1Char('\t'), 1, 1), Qt::AlignRight,
+                   0);
 }
 
 } // namespace kestrel::linux_shell

@@ -27,20 +27,23 @@ constexpr int leastButtonWidth = 104;
 constexpr int toolTipPadding = 6;
 constexpr double toolTipRadius = 6;
 
-constexpr double hoverWash = 0.06;
-constexpr double pressedWash = 0.12;
+constexpr double frameOpacity = 0.2;
+constexpr double toolHoverWash = 0.06;
+constexpr double toolPressedWash = 0.12;
 
-bool isEnabled(const QStyleOption& option) { return option.state.testFlag(QStyle::State_Enabled); }
-
-bool isHovered(const QStyleOption& option) {
-    return isEnabled(option) && option.state.testFlag(QStyle::State_MouseOver);
+bool isOptionEnabled(const QStyleOption& option) {
+    return option.state.testFlag(QStyle::State_Enabled);
 }
 
-bool isDown(const QStyleOption& option) {
+bool isOptionHovered(const QStyleOption& option) {
+    return isOptionEnabled(option) && option.state.testFlag(QStyle::State_MouseOver);
+}
+
+bool isOptionDown(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_Sunken) || option.state.testFlag(QStyle::State_On);
 }
 
-bool showsFocus(const QStyleOption& option) {
+bool showsOptionFocus(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_HasFocus) &&
            option.state.testFlag(QStyle::State_KeyboardFocusChange);
 }
@@ -53,18 +56,28 @@ ButtonFace faceOf(const QStyleOption& option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     return {.isProminent =
                 button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton),
-            .isEnabled = isEnabled(option),
-            .isHovered = isHovered(option),
-            .isDown = isDown(option),
-            .showsFocus = showsFocus(option)};
+            .isEnabled = isOptionEnabled(option),
+            .isHovered = isOptionHovered(option),
+            .isDown = isOptionDown(option),
+            .showsFocus = showsOptionFocus(option)};
 }
 
 void drawToolButton(QPainter& painter, const QStyleOption& option) {
-    if (isDown(option) || isHovered(option))
-        fillRounded(painter, option.rect, controlRadius,
-                    washColor(option.palette, isDown(option) ? pressedWash : hoverWash));
-    if (showsFocus(option))
+    if (isOptionDown(option) || isOptionHovered(option))
+        fillRounded(
+            painter, option.rect, controlRadius,
+            washColor(option.palette, isOptionDown(option) ? toolPressedWash : toolHoverWash));
+    if (showsOptionFocus(option))
         drawFocusRing(painter, option.rect, controlRadius, option.palette);
+}
+
+// Around lists, which fill their corners.
+void drawFrame(QPainter& painter, const QStyleOption& option) {
+    painter.save();
+    painter.setPen(outlineColor(option.palette, frameOpacity));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.restore();
 }
 
 void drawToolTip(QPainter& painter, const QStyleOption& option) {
@@ -90,7 +103,7 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const QRect
     painter.fillRect(bar.rect, backgroundBehind(bar, widget));
     if (bar.maximum <= bar.minimum)
         return;
-    const bool isLit = isHovered(bar) || bar.state.testFlag(QStyle::State_Sunken);
+    const bool isLit = isOptionHovered(bar) || bar.state.testFlag(QStyle::State_Sunken);
     const int inset = isLit ? scrollBarInset - 1 : scrollBarInset;
     const bool isUpright = bar.orientation == Qt::Vertical;
     const QRectF shape =
@@ -144,8 +157,8 @@ void drawComboArrow(QPainter& painter, const QStyleOption& option, const QRect& 
     const QPointF middle = QRectF(area).center();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colorFor(isEnabled(option) ? style::ColorLevel::secondary
-                                                   : style::ColorLevel::tertiaryLabel,
+    painter.setPen(QPen(colorFor(isOptionEnabled(option) ? style::ColorLevel::secondary
+                                                         : style::ColorLevel::tertiaryLabel,
                                  option.palette),
                         1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QList<QPointF>{{middle.x() - 4, middle.y() - 2},
@@ -196,11 +209,14 @@ void FallbackStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
         if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             frame != nullptr && frame->lineWidth > 0) {
             drawFieldFace(*painter, option->rect, option->palette,
-                          {.isHovered = isHovered(*option),
+                          {.isHovered = isOptionHovered(*option),
                            .hasFocus = option->state.testFlag(State_HasFocus)});
             return;
         }
         break;
+    case PE_Frame:
+        drawFrame(*painter, *option);
+        return;
     case PE_PanelTipLabel:
         drawToolTip(*painter, *option);
         return;

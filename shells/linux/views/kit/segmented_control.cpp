@@ -1,6 +1,5 @@
 #include "shells/linux/views/kit/segmented_control.h"
 
-#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/control_button.h"
 #include "shells/linux/views/kit/painting.h"
@@ -15,10 +14,10 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr int trackPadding = 2;  // pixels between the track's edge and the chosen segment
-constexpr int titlePadding = 10; // pixels beside a title
-constexpr style::Font plainFont = style::body;
-constexpr style::Font chosenFont = style::body.withWeight(FontWeight::medium);
+constexpr int trackPadding = 2;         // pixels between the track's edge and the chosen segment
+constexpr int segmentTitlePadding = 10; // pixels beside a title
+constexpr style::Font plainSegmentFont = style::body;
+constexpr style::Font chosenSegmentFont = style::body.withWeight(FontWeight::medium);
 
 class Segment : public ControlButton {
   public:
@@ -29,10 +28,10 @@ class Segment : public ControlButton {
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     }
 
-    QSize sizeHint() const override { return sizeWithPadding(titlePadding); }
+    QSize sizeHint() const override { return sizeWithPadding(segmentTitlePadding); }
 
     /// All segments are as wide while every title fits; then the long ones take from the short.
-    QSize minimumSizeHint() const override { return sizeWithPadding(titlePadding / 2); }
+    QSize minimumSizeHint() const override { return sizeWithPadding(segmentTitlePadding / 2); }
 
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
@@ -44,7 +43,7 @@ class Segment : public ControlButton {
             fillRounded(painter, rect(), radius, washColor(palette(), isDown() ? 0.1 : 0.05));
         if (showsFocus())
             drawFocusRing(painter, rect(), radius, palette());
-        painter.setFont(fontFor(isChecked() ? chosenFont : plainFont));
+        painter.setFont(fontFor(isChecked() ? chosenSegmentFont : plainSegmentFont));
         painter.setPen(
             colorFor(isEnabled() ? style::ColorLevel::primary : style::ColorLevel::tertiaryLabel,
                      palette()));
@@ -53,7 +52,7 @@ class Segment : public ControlButton {
 
   private:
     QSize sizeWithPadding(int padding) const {
-        const int title = QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text());
+        const int title = QFontMetrics(fontFor(chosenSegmentFont)).horizontalAdvance(text());
         return {title + 2 * padding, controlHeight - 2 * trackPadding};
     }
 
@@ -63,9 +62,8 @@ class Segment : public ControlButton {
         const QColor thumb = isDark(palette()) ? mixed(background, text, 0.27) : QColor(Qt::white);
         fillRounded(painter, QRectF(rect()).translated(0, 0.75), radius, QColor(0, 0, 0, 40));
         fillRounded(painter, rect(), radius, thumb);
-        strokeRounded(painter, rect(), radius,
-                      isHighContrast(palette()) ? text
-                                                : QColor(0, 0, 0, isDark(palette()) ? 60 : 28));
+        // By it alone the chosen segment is known.
+        strokeRounded(painter, rect(), radius, fieldOutlineColor(palette()));
     }
 };
 
