@@ -8,7 +8,10 @@
 #include "tests/linux/views/events.h"
 #include "views/popover/menu_popover_style.h"
 
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QImage>
 #include <QLineEdit>
 #include <QMenu>
@@ -20,6 +23,8 @@
 #include <QStyleOptionSlider>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -143,6 +148,16 @@ TEST_F(FallbackStyleTest, MenusHaveThePopoversCorners) {
     EXPECT_EQ(image.pixelColor(image.width() / 2, 2), soft.palette().color(QPalette::Window));
 }
 
+/// That of the pixel that differs most from the first one.
+double greatestContrast(const QImage& image) {
+    double greatest = 1;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            greatest =
+                std::max(greatest, contrastRatio(image.pixelColor(x, y), image.pixelColor(0, 0)));
+    return greatest;
+}
+
 QImage highlightedAction(const QMenu& menu, const FallbackStyle& style) {
     QStyleOptionMenuItem option;
     option.initFrom(&menu);
@@ -201,6 +216,21 @@ TEST_F(FallbackStyleTest, ButtonsOfDialogsAreAsTallAsTheFormsAndWithoutIcons) {
     EXPECT_EQ(button.sizeHint().height(), controlHeight);
     EXPECT_EQ(
         style.styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons, nullptr, nullptr, nullptr), 0);
+}
+
+TEST_F(FallbackStyleTest, ListOfAComboBoxHasLinesOfAMenu) {
+    QComboBox combo;
+    use(combo);
+    combo.addItems({QStringLiteral("first"), QStringLiteral("second")});
+    combo.show();
+    combo.showPopup();
+    QAbstractItemView& list = *combo.view();
+    const QRect line = list.visualRect(list.model()->index(1, 0));
+    EXPECT_GE(line.height(), 24);
+    EXPECT_LE(line.height(), 32);
+    const QImage image = list.viewport()->grab(line).toImage();
+    EXPECT_GT(greatestContrast(image), 4.5) << "there is a text";
+    combo.hidePopup();
 }
 
 TEST_F(FallbackStyleTest, FieldsOfDialogsLookLikeTheForms) {

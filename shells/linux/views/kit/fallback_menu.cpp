@@ -20,6 +20,7 @@ constexpr int itemTextPadding = 10;
 constexpr int itemMarkWidth = 18; // of a check mark, or of the arrow to a further menu
 constexpr int itemKeysSpacing = 28;
 constexpr int itemSeparatorHeight = 9;
+constexpr int itemLinePadding = 8;
 constexpr int leastItemHeight = 26;
 constexpr int leastItemWidth = 120;
 constexpr double itemMarkSize = 8;
@@ -106,7 +107,9 @@ QSize menuItemSize(const QStyleOptionMenuItem& option, QSize contents) {
     width += option.menuHasCheckableItems ? itemMarkWidth : 0;
     width += hasFurtherMenu(option) ? itemMarkWidth : 0;
     width += option.text.contains(QLatin1Char('\t')) ? itemKeysSpacing : 0;
-    return {std::max(width, leastItemWidth), std::max(contents.height(), leastItemHeight)};
+    // The list of a combo box says no height.
+    const int height = option.fontMetrics.height() + itemLinePadding;
+    return {std::max(width, leastItemWidth), std::max(height, leastItemHeight)};
 }
 
 void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemonics mnemonics) {

@@ -8,7 +8,7 @@ class QPainter;
 
 namespace kestrel::linux_shell {
 
-/// `contents` is what the item's text and icon take.
+/// `contents` is as wide as the item's text.
 QSize menuItemSize(const QStyleOptionMenuItem& option, QSize contents);
 
 enum class Mnemonics { shown, hidden };
