@@ -3,12 +3,14 @@
 #include "shells/linux/views/kit/contrast_levels.h"
 
 #include "shells/linux/desktop/appearance/contrast.h"
+#include "shells/linux/views/item_row_widget.h"
+#include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
-#include "tests/linux/views/events.h"
 #include "tests/linux/views/theme_palettes.h"
+#include "tests/linux/views/widget_fixture.h"
 #include "views/popover/menu_popover_style.h"
 #include "views/settings/item_row_style.h"
 
@@ -17,6 +19,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -180,6 +183,66 @@ TEST(ContrastLevelsTest, FieldDrawsAPlaceholderThatThePaletteLeavesUnset) {
         EXPECT_GE(greatestContrast(field, base, QRect(8, 3, 100, 24)), 3) << name;
     }
     QApplication::setPalette(QPalette());
+}
+
+class HighContrastSelectionTest : public SettingsFixture {
+  protected:
+    void SetUp() override {
+        QApplication::setPalette(palette);
+        SettingsFixture::SetUp();
+    }
+
+    void TearDown() override {
+        widget.reset();
+        QApplication::setPalette(QPalette());
+    }
+
+    ItemRowWidget& row(int index) {
+        return *qobject_cast<ItemRowWidget*>(list().realisedRow(index));
+    }
+
+    /// What is drawn in a part of a row stands out from the part's first pixel.
+    bool isReadable(int index, const QRect& part) {
+        const QImage image =
+            list().viewport()->grab(part.translated(list().rowRect(index).topLeft())).toImage();
+        const QColor background = image.pixelColor(0, 0);
+        double greatest = 1;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                greatest = std::max(greatest, contrastRatio(image.pixelColor(x, y), background));
+        return greatest >= 4.5;
+    }
+
+    const QPalette palette = paletteFor(ColorScheme::dark, Contrast::high);
+};
+
+TEST_F(HighContrastSelectionTest, EverythingInTheSelectedRowCanBeSeen) {
+    clickRow(1);
+    const QRect line = list().rowRect(1);
+    const QImage image = list().viewport()->grab(line).toImage();
+    EXPECT_EQ(image.pixelColor(line.width() / 2, 2), active(palette, QPalette::Highlight));
+    const ItemRowWidget::Layout parts = row(1).layoutOfParts();
+    EXPECT_TRUE(isReadable(1, parts.title));
+    EXPECT_TRUE(isReadable(1, parts.detail));
+    EXPECT_TRUE(isReadable(1, parts.badge.adjusted(4, 1, -4, -1)));
+    EXPECT_TRUE(isReadable(1, parts.actions));
+    EXPECT_TRUE(isReadable(0, row(0).layoutOfParts().title));
+}
+
+TEST_F(HighContrastSelectionTest, ButtonOfARowHasTheSelectionsColorsOnlyWhileSelected) {
+    const auto symbol = [this] {
+        return active(row(1).actionsButton().palette(), QPalette::WindowText);
+    };
+    EXPECT_EQ(symbol(), active(palette, QPalette::WindowText));
+    clickRow(1);
+    EXPECT_EQ(symbol(), active(palette, QPalette::HighlightedText));
+    clickRow(0);
+    EXPECT_EQ(symbol(), active(palette, QPalette::WindowText));
+    clickRow(1);
+    const QPalette plain = paletteFor(ColorScheme::light, Contrast::normal);
+    QApplication::setPalette(plain);
+    turnEventLoop();
+    EXPECT_EQ(symbol(), active(plain, QPalette::WindowText));
 }
 
 } // namespace

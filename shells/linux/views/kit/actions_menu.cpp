@@ -18,8 +18,6 @@ constexpr const char* destructiveProperty = "kestrelDestructive";
 constexpr const char* keysProperty = "kestrelKeys";
 constexpr int shownKeysSpacing = 24; // pixels between the longest title and the keys
 
-QString keysOf(const QAction& action) { return action.property(keysProperty).toString(); }
-
 } // namespace
 
 // Assistive technology triggers an action without the click that closes the menu.
@@ -39,11 +37,15 @@ void ActionsMenu::showKeys(QAction& action, const QKeySequence& keys) {
     reserveKeys();
 }
 
+QString ActionsMenu::shownKeys(const QAction& action) {
+    return action.property(keysProperty).toString();
+}
+
 int ActionsMenu::keysWidth() const {
     int width = 0;
     const QList<QAction*> all = actions();
     for (const QAction* action : all)
-        width = std::max(width, fontMetrics().horizontalAdvance(keysOf(*action)));
+        width = std::max(width, fontMetrics().horizontalAdvance(shownKeys(*action)));
     return width;
 }
 
@@ -76,7 +78,7 @@ void ActionsMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* a
     QMenu::initStyleOption(option, action);
     if (action == nullptr)
         return;
-    if (const QString keys = keysOf(*action); !keys.isEmpty()) {
+    if (const QString keys = shownKeys(*action); !keys.isEmpty()) {
         option->text += QLatin1Char('\t') + keys;
         option->reservedShortcutWidth = keysWidth();
     }

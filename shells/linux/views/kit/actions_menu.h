@@ -19,6 +19,9 @@ class ActionsMenu : public QMenu {
     /// Shows them beside the action, where the desktop wants keys shown in menus.
     void showKeys(QAction& action, const QKeySequence& keys);
 
+    /// Empty for an action without any.
+    static QString shownKeys(const QAction& action);
+
     /// The width of the widest keys; 0 without any.
     int keysWidth() const;
 

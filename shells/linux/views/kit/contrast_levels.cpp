@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <vector>
 
 namespace kestrel::linux_shell {
@@ -128,13 +129,14 @@ const ContrastLevels& contrastLevelsOf(const QPalette& palette) {
     };
     const Key key{rgb(QPalette::Window), rgb(QPalette::WindowText), rgb(QPalette::Base),
                   rgb(QPalette::Text),   rgb(QPalette::Highlight),  rgb(QPalette::HighlightedText)};
-    static Key known{};
-    static ContrastLevels levels;
-    if (key != known) {
-        known = key;
-        levels = computed(palette);
-    }
-    return levels;
+    constexpr std::size_t mostPalettes = 8; // of those that widgets have at a time
+    static std::map<Key, ContrastLevels> known;
+    if (known.size() >= mostPalettes && !known.contains(key))
+        known.clear();
+    const auto [found, isNew] = known.try_emplace(key);
+    if (isNew)
+        found->second = computed(palette);
+    return found->second;
 }
 
 } // namespace kestrel::linux_shell

@@ -18,7 +18,8 @@ struct ContrastLevels {
     QColor destructive;    ///< text in menus
 };
 
-/// Those of this palette, computed once for several questions in a row. Main thread only.
+/// Those of this palette, computed once for many questions. Main thread only; valid until the next
+/// call.
 const ContrastLevels& contrastLevelsOf(const QPalette& palette);
 
 } // namespace kestrel::linux_shell
