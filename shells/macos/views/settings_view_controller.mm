@@ -146,6 +146,7 @@ using namespace kestrel::macos_shell;
     } else {
         [_tableController refresh];
     }
+    [_tableController showAddedRow];
     [self presentSheet];
 }
 

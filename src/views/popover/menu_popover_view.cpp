@@ -1,8 +1,8 @@
 #include "views/popover/menu_popover_view.h"
 
 #include "views/popover/menu_popover_style.h"
+#include "views/row_place.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace kestrel {
@@ -67,29 +67,8 @@ void MenuPopoverView::pointerLeft(std::size_t position) {
 }
 
 void MenuPopoverView::moveHighlight(Step step) {
-    if (items().empty())
-        return;
-    const std::size_t last = items().size() - 1;
-    switch (step) {
-    case Step::previous:
-        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min<std::size_t>(*hoveredRow_, 1) : last);
-        break;
-    case Step::next:
-        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + 1, last) : 0);
-        break;
-    case Step::pageUp:
-        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min(*hoveredRow_, pageLength) : last);
-        break;
-    case Step::pageDown:
-        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + pageLength, last) : 0);
-        break;
-    case Step::first:
-        setHoveredRow(0);
-        break;
-    case Step::last:
-        setHoveredRow(last);
-        break;
-    }
+    if (!items().empty())
+        setHoveredRow(rowAfter(step, {.row = hoveredRow_}, items().size(), pageLength));
 }
 
 void MenuPopoverView::activateHighlighted() const {
