@@ -1,8 +1,10 @@
 #include "shells/linux/shell.h"
 
 #include "shells/linux/desktop/startup_notification.h"
+#include "shells/linux/desktop/x11.h"
 #include "shells/linux/launching/launch_environment.h"
 #include "shells/linux/storage/data_directory.h"
+#include "shells/linux/views/kit/fallback_style.h"
 
 #include <QDBusConnection>
 #include <QLocale>
@@ -50,6 +52,8 @@ Shell::Shell(QApplication& application)
                  .desktop = desktop_}) {
     initResources();
     forgetOwnStart();
+    if (!appearance_.isStyleUsersOwn())
+        QApplication::setStyle(new FallbackStyle(x11::isCompositing));
     // A language without a translation shows the English texts.
     if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
                          QStringLiteral(":/kestrel/translations")))

@@ -7,7 +7,7 @@ import dbus
 
 from harness import fake_portal
 from harness.case import DesktopTest
-from harness.program import popover_content
+from harness.program import item, popover_content, store_before_start
 
 GNOME = "org.gnome.desktop.interface"
 LIGHT, DARK, BLACK, WHITE = range(180, 255), range(1, 80), range(0, 1), range(255, 256)
@@ -113,3 +113,24 @@ class AppearanceTest(DesktopTest):
         self.wait_for_background(LIGHT)
         self.switch("contrast", 1)
         self.assert_stays(lambda: self.background() in LIGHT)
+
+    def has_scroll_buttons(self, **environment):
+        """Whether the settings list's scroll bar has something at its lower end, where the thumb of
+        a long list is not."""
+        items = [item("Inline Command", f"Item {i}", "true", f"00000000-0000-4000-8000-{i:012X}")
+                 for i in range(30)]
+        store_before_start(self.desktop, items)
+        self.start_kestrel(environment)
+        x, y, width, height = self.kestrel.open_settings().rect
+        self.kestrel.accessible.find("list item", "Item 0")
+        end = [(x + width - 12 + column, y + height - 12 + line)
+               for column in range(11) for line in range(11)]
+        image = self.desktop.settled_screenshot(self.desktop.bounds)
+        colors = {image.pixel(*point) for point in end}
+        self.kestrel.quit()
+        return len(colors) > 1
+
+    def test_scroll_bars_are_the_programs_own_unless_the_user_chose_a_style(self):
+        self.start_desktop(panel="fake")
+        self.assertFalse(self.has_scroll_buttons())
+        self.assertTrue(self.has_scroll_buttons(QT_STYLE_OVERRIDE="fusion"))

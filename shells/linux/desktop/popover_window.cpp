@@ -1,7 +1,7 @@
 #include "shells/linux/desktop/popover_window.h"
 
 #include "shells/linux/desktop/accessible_role.h"
-#include "shells/linux/desktop/popover_frame.h"
+#include "shells/linux/desktop/appearance/popover_frame.h"
 #include "shells/linux/desktop/popover_placement.h"
 #include "shells/linux/desktop/x11.h"
 

@@ -10,6 +10,7 @@
 #include "views/accessible_texts.h"
 #include "views/settings/item_row_style.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -27,6 +28,8 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
     QAction* edit = menu_->addAction(textFor(row_style::editAction));
     menu_->addSeparator();
     QAction* remove = menu_->addDestructiveAction(textFor(row_style::deleteAction));
+    menu_->showKeys(*edit, Qt::Key_Return);
+    menu_->showKeys(*remove, Qt::Key_Delete);
     connect(menu_, &QMenu::aboutToShow, this, [this] { menuItem_ = item_; });
     connect(menu_, &QMenu::aboutToHide, actions_, qOverload<>(&QWidget::update));
     // Copies, because the callback may bind this row to another item or take it away.
@@ -36,13 +39,14 @@ ItemRowWidget::ItemRowWidget(QWidget* parent)
     updateActions();
 }
 
-void ItemRowWidget::bind(ItemRow row, const QPixmap& icon) {
+void ItemRowWidget::bind(ItemRow row, const QPixmap& icon, const QPixmap& selectedIcon) {
     if (row.item.id != item_.item.id)
         giveFocusToList();
     item_ = std::move(row);
     title_ = toQString(item_.item.title);
     badge_ = toQString(item_.badge());
     icon_ = icon;
+    selectedIcon_ = selectedIcon;
     setAccessibleDescription(toQString(item_.accessibleDescription()));
     updateActions();
     placeActions();
@@ -83,6 +87,11 @@ void ItemRowWidget::updateActions() {
     actions_->setOpacity(item_.actionsOpacity());
     // One stop for Tab in the whole list; the other rows' menus open with the menu key.
     actions_->setFocusPolicy(state().current ? Qt::TabFocus : Qt::NoFocus);
+    // The inherited palette goes on following the application's.
+    const QPalette onSelection = paletteOnSelection(palette());
+    const bool hasOwn = state().current && onSelection != palette();
+    if (hasOwn || actions_->testAttribute(Qt::WA_SetPalette))
+        actions_->setPalette(hasOwn ? onSelection : QPalette());
 }
 
 void ItemRowWidget::popUpMenu(QPoint globalPosition) { menu_->popup(globalPosition); }
@@ -90,6 +99,12 @@ void ItemRowWidget::popUpMenu(QPoint globalPosition) { menu_->popup(globalPositi
 void ItemRowWidget::stateChanged() {
     updateActions();
     ListRow::stateChanged();
+}
+
+void ItemRowWidget::changeEvent(QEvent* event) {
+    ListRow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        updateActions();
 }
 
 void ItemRowWidget::resizeEvent(QResizeEvent* event) {
@@ -101,20 +116,22 @@ void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Layout parts = layoutOfParts();
-    if (!icon_.isNull())
-        painter.drawPixmap(parts.icon, icon_);
-    painter.setPen(colorFor(row_style::title.color, palette()));
+    const QPalette colors = state().current ? paletteOnSelection(palette()) : palette();
+    const QPixmap& icon = state().current ? selectedIcon_ : icon_;
+    if (!icon.isNull())
+        painter.drawPixmap(parts.icon, icon);
+    painter.setPen(colorFor(row_style::title.color, colors));
     drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font));
     const QFont font = fontFor(row_style::detail.font);
     const QString detail = QFontMetrics(font).elidedText(toQString(item_.detail()), Qt::ElideMiddle,
                                                          parts.detail.width());
     painter.setFont(font);
-    painter.setPen(colorFor(row_style::detail.color, palette()));
+    painter.setPen(colorFor(row_style::detail.color, colors));
     // Some fonts draw an underscore below their own height.
     painter.drawText(parts.detail,
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
                      detail);
-    drawBadge(painter, parts.badge.topLeft(), badge_, palette());
+    drawBadge(painter, parts.badge.topLeft(), badge_, colors);
 }
 
 } // namespace kestrel::linux_shell

@@ -6,6 +6,8 @@
 
 #include <QPixmap>
 
+#include <utility>
+
 namespace kestrel::linux_shell {
 
 class ActionsMenu;
@@ -26,8 +28,10 @@ class ItemRowWidget : public ListRow {
 
     explicit ItemRowWidget(QWidget* parent = nullptr);
 
-    /// `icon` has the size and the pixel ratio in which it is drawn.
-    void bind(ItemRow row, const QPixmap& icon);
+    /// The icons have the size and the pixel ratio in which they are drawn; `selectedIcon` is the
+    /// selected row's, in the colours that paletteOnSelection gives.
+    void bind(ItemRow row, const QPixmap& icon, const QPixmap& selectedIcon);
+    void bind(ItemRow row, const QPixmap& icon) { bind(std::move(row), icon, icon); }
 
     const ItemRow& item() const { return item_; }
     EllipsisButton& actionsButton() const { return *actions_; }
@@ -40,6 +44,7 @@ class ItemRowWidget : public ListRow {
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void stateChanged() override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void placeActions();
@@ -50,6 +55,7 @@ class ItemRowWidget : public ListRow {
     QString title_;
     QString badge_;
     QPixmap icon_;
+    QPixmap selectedIcon_;
     EllipsisButton* actions_;
     ActionsMenu* menu_;
 };

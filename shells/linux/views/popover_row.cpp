@@ -44,15 +44,28 @@ void PopoverRow::updatePixmap() {
     if (pixmapRatio_ != devicePixelRatioF()) {
         pixmapRatio_ = devicePixelRatioF();
         pixmap_ = itemIconPixmap(icon_, fileIcons_, sizeFor(row::iconSize), pixmapRatio_,
-                                 colorFor(row::title.color, palette()));
+                                 colorFor(row::title.color, colors()));
     }
+}
+
+QPalette PopoverRow::colors() const {
+    return state().current ? paletteOnSelection(palette()) : palette();
+}
+
+void PopoverRow::stateChanged() {
+    if (paletteOnSelection(palette()) != palette())
+        pixmapRatio_ = 0; // a symbol has another colour then
+    ListRow::stateChanged();
 }
 
 void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (state().current) {
+        const bool isFull = colors() != palette();
         fillRounded(painter, QRectF(rect().marginsRemoved(marginsFor(row::highlightInsets))),
-                    row::highlightRadius, washColor(palette(), row::highlightOpacity));
+                    row::highlightRadius,
+                    isFull ? selectionColor(palette())
+                           : washColor(palette(), row::highlightOpacity));
     }
     const QRect content = rect().marginsRemoved(marginsFor(row::padding));
     const QSize iconSize = sizeFor(row::iconSize);
@@ -64,7 +77,7 @@ void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
     const int left = content.left() + iconSize.width() + pixels(row::spacing);
     const QRect text(left, 0, content.left() + content.width() - left, height());
     painter.setFont(font);
-    painter.setPen(colorFor(row::title.color, palette()));
+    painter.setPen(colorFor(row::title.color, colors()));
     painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      oneLine(title_, QFontMetrics(font), text.width()));
 }

@@ -23,9 +23,11 @@ class PopoverRow final : public ListRow {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void stateChanged() override;
 
   private:
     void updatePixmap();
+    QPalette colors() const;
 
     const FileIconSource& fileIcons_;
     QString title_;

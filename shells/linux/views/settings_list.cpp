@@ -19,8 +19,6 @@ namespace {
 
 constexpr int listInset = 8; // pixels around the rows
 constexpr double highlightRadius = 6;
-constexpr double selectedShare = 0.22; // of the accent colour, while the list has the keys
-constexpr double inactiveSelectedOpacity = 0.09; // of the text colour, while it has not
 
 } // namespace
 
@@ -46,11 +44,18 @@ ListRow* SettingsRows::makeRow(QWidget* parent) { return new ItemRowWidget(paren
 
 void SettingsRows::bindRow(ListRow& row, int index) {
     ItemRow item = view_.row(static_cast<std::size_t>(index));
+    const ItemIcon icon = view_.manager().icon(item.item);
+    const auto drawnIn = [&](const QPalette& palette) {
+        return itemIconPixmap(icon, fileIcons_, sizeFor(item_row_style::iconSize),
+                              row.devicePixelRatioF(),
+                              colorFor(style::ColorLevel::primary, palette));
+    };
     // The application's palette, which on a change is there before a row's own.
-    const QPixmap picture = itemIconPixmap(
-        view_.manager().icon(item.item), fileIcons_, sizeFor(item_row_style::iconSize),
-        row.devicePixelRatioF(), colorFor(style::ColorLevel::primary, QApplication::palette(&row)));
-    static_cast<ItemRowWidget&>(row).bind(std::move(item), picture);
+    const QPalette palette = QApplication::palette(&row);
+    const QPalette onSelection = paletteOnSelection(palette);
+    const QPixmap plain = drawnIn(palette);
+    static_cast<ItemRowWidget&>(row).bind(std::move(item), plain,
+                                          onSelection == palette ? plain : drawnIn(onSelection));
 }
 
 SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
@@ -75,10 +80,8 @@ void SettingsList::paintEvent(QPaintEvent* event) {
     if (currentRow() >= 0 && currentRow() == carriedRow())
         return;
     if (currentRow() >= 0) {
-        const QColor accent = colorFor(style::ColorLevel::accent, palette());
         fillRounded(painter, shownRect(currentRow()), highlightRadius,
-                    active ? mixed(background, accent, selectedShare)
-                           : washColor(palette(), inactiveSelectedOpacity));
+                    active ? selectionColor(palette()) : inactiveSelectionColor(palette()));
     } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
         drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
                       palette());

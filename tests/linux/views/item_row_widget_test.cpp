@@ -2,6 +2,7 @@
 
 #include "shells/linux/views/badge.h"
 #include "shells/linux/views/item_row_metrics.h"
+#include "shells/linux/views/kit/actions_menu.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/wrapped_text.h"
@@ -123,6 +124,12 @@ TEST_F(ItemRowWidgetTest, TheMenuOffersEditALineAndDelete) {
     EXPECT_EQ(actions[0]->text(), QStringLiteral("Edit"));
     EXPECT_TRUE(actions[1]->isSeparator());
     EXPECT_EQ(actions[2]->text(), QStringLiteral("Delete"));
+}
+
+TEST_F(ItemRowWidgetTest, TheMenuShowsTheKeysThatDoTheSame) {
+    const auto text = [](int key) { return QKeySequence(key).toString(QKeySequence::NativeText); };
+    EXPECT_EQ(ActionsMenu::shownKeys(*menuOf(0)[0]), text(Qt::Key_Return));
+    EXPECT_EQ(ActionsMenu::shownKeys(*menuOf(0)[2]), text(Qt::Key_Delete));
 }
 
 TEST_F(ItemRowWidgetTest, TheMenuActsOnTheItemForWhichItOpened) {

@@ -1,3 +1,4 @@
+#include "shells/linux/desktop/appearance/contrast.h"
 #include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/badge.h"

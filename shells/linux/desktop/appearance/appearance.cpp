@@ -9,6 +9,7 @@
 #include "shells/linux/desktop/current_desktop.h"
 
 #include <QApplication>
+#include <QEvent>
 
 #include <utility>
 
@@ -18,6 +19,10 @@ Appearance::Appearance(const QDBusConnection& bus) : isUsersOwn_(isUsersOwn(styl
     add(std::make_unique<SettingsPortal>(bus));
     addThoseOfTheDesktop(bus);
     update();
+    if (isUsersOwn_) {
+        mendPlaceholders();
+        qApp->installEventFilter(this);
+    }
 }
 
 Appearance::~Appearance() = default;
@@ -60,6 +65,19 @@ std::optional<QPalette> Appearance::wantedPalette() const {
     if (!settings_.scheme && settings_.contrast == Contrast::normal)
         return std::nullopt;
     return paletteFor(settings_.scheme.value_or(ColorScheme::light), settings_.contrast);
+}
+
+void Appearance::mendPlaceholders() {
+    const QPalette used = QApplication::palette();
+    if (const QPalette mended = withReadablePlaceholder(used); mended != used)
+        QApplication::setPalette(mended);
+}
+
+// A platform theme may follow a switch of its own.
+bool Appearance::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange)
+        mendPlaceholders();
+    return QObject::eventFilter(watched, event);
 }
 
 void Appearance::apply(const std::optional<QPalette>& palette) {

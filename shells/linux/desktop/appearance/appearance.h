@@ -12,7 +12,8 @@
 // High contrast is on when any of them says so.
 //
 // Without any preference the toolkit's palette stays. It stays as well where it is the user's own
-// choice (see user_style.h); what the desktop wants is told all the same.
+// choice (see user_style.h), but for placeholders that nobody can read, which platform themes
+// without a colour for them leave behind; what the desktop wants is told all the same.
 
 #include "shells/linux/desktop/appearance/appearance_settings.h"
 
@@ -43,6 +44,11 @@ class Appearance final : public QObject {
     /// desktop's panel need not follow it.
     std::optional<ColorScheme> colorScheme() const { return settings_.scheme; }
 
+    /// True where the user has chosen how widgets look (see user_style.h).
+    bool isStyleUsersOwn() const { return isUsersOwn_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   Q_SIGNALS:
     void colorSchemeChanged();
 
@@ -51,6 +57,7 @@ class Appearance final : public QObject {
     void addThoseOfTheDesktop(const QDBusConnection& bus);
     void update();
     std::optional<QPalette> wantedPalette() const;
+    static void mendPlaceholders();
     void apply(const std::optional<QPalette>& palette);
 
     std::vector<std::unique_ptr<AppearanceSource>> sources_; ///< in the order in which they count

@@ -1,6 +1,7 @@
 #include "shells/linux/desktop/appearance/palettes.h"
 
-#include <algorithm>
+#include "shells/linux/desktop/appearance/contrast.h"
+
 #include <cmath>
 
 namespace kestrel::linux_shell {
@@ -8,7 +9,6 @@ namespace {
 
 constexpr double placeholderShare = 0.62; // of the text colour, where there is no readable one
 constexpr double disabledShare = 0.45;
-constexpr double leastPlaceholderContrast = 3;
 constexpr double leastHighContrast = 20; // black on white has 21
 
 QColor blend(const QColor& under, const QColor& over, double share) {
@@ -19,11 +19,14 @@ QColor blend(const QColor& under, const QColor& over, double share) {
             channel(under.blue(), over.blue())};
 }
 
+QColor readablePlaceholder(const QColor& wanted, const QColor& base, const QColor& text) {
+    const bool isReadable = wanted.isValid() && contrastRatio(blend(base, wanted, wanted.alphaF()),
+                                                              base) >= visibleShape;
+    return isReadable ? wanted : blend(base, text, placeholderShare);
+}
+
 QColor placeholderOf(const PaletteColors& colors) {
-    const bool isReadable =
-        colors.placeholder.isValid() &&
-        contrastRatio(colors.placeholder, colors.base) >= leastPlaceholderContrast;
-    return isReadable ? colors.placeholder : blend(colors.base, colors.text, placeholderShare);
+    return readablePlaceholder(colors.placeholder, colors.base, colors.text);
 }
 
 PaletteColors lightColors() {
@@ -94,15 +97,6 @@ PaletteColors highContrastDarkColors() {
             .placeholder = QColor(0xBE, 0xBE, 0xBE)};
 }
 
-/// The share of light that a colour sends back, from 0 to 1.
-double luminance(const QColor& color) {
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
 void setDisabledTexts(QPalette& palette, const PaletteColors& colors) {
     const auto set = [&palette](QPalette::ColorRole role, const QColor& under, const QColor& over) {
         palette.setColor(QPalette::Disabled, role, blend(under, over, disabledShare));
@@ -151,14 +145,22 @@ QPalette paletteFor(ColorScheme scheme, Contrast contrast) {
     return paletteOf(isDark ? darkColors() : lightColors());
 }
 
+QPalette withReadablePlaceholder(const QPalette& palette) {
+    const auto color = [&palette](QPalette::ColorRole role) {
+        return palette.color(QPalette::Active, role);
+    };
+    const QColor theirs = color(QPalette::PlaceholderText);
+    const QColor readable =
+        readablePlaceholder(theirs, color(QPalette::Base), color(QPalette::Text));
+    QPalette result = palette;
+    if (readable != theirs)
+        result.setColor(QPalette::PlaceholderText, readable);
+    return result;
+}
+
 bool isHighContrast(const QPalette& palette) {
     return contrastRatio(palette.color(QPalette::Active, QPalette::Window),
                          palette.color(QPalette::Active, QPalette::WindowText)) > leastHighContrast;
-}
-
-double contrastRatio(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
 }
 
 } // namespace kestrel::linux_shell

@@ -32,11 +32,12 @@ QPalette paletteOf(const PaletteColors& colors);
 
 QPalette paletteFor(ColorScheme scheme, Contrast contrast);
 
+/// The palette itself where its placeholders can be read in fields; else with some made of the
+/// text's colour, and nothing else of it set anew.
+QPalette withReadablePlaceholder(const QPalette& palette);
+
 /// True of plain black and white, be it of this program's or of a desktop's making: the user wants
 /// nothing faint.
 bool isHighContrast(const QPalette& palette);
-
-/// From 1 to 21, as the Web Content Accessibility Guidelines define it for opaque colours.
-double contrastRatio(const QColor& one, const QColor& other);
 
 } // namespace kestrel::linux_shell

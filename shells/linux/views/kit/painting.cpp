@@ -35,7 +35,7 @@ void strokeRounded(QPainter& painter, const QRectF& rect, double radius, const Q
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QPalette& palette) {
-    strokeRounded(painter, rect, radius, colorFor(style::ColorLevel::accent, palette), 2);
+    strokeRounded(painter, rect, radius, focusColor(palette), 2);
 }
 
 } // namespace kestrel::linux_shell

@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/push_button.h"
 
+#include "shells/linux/views/kit/control_faces.h"
 #include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -37,48 +38,16 @@ void PushButton::setMark(int mark) {
     update();
 }
 
-QColor PushButton::fill() const {
-    const QPalette& colors = palette();
-    const QColor text = colorFor(style::ColorLevel::primary, colors);
-    if (look_ == Look::prominent && isEnabled()) {
-        const QColor accent = colorFor(style::ColorLevel::accent, colors);
-        const QColor shade = isDown() ? Qt::black : Qt::white;
-        return mixed(accent, shade, isDown() ? 0.15 : showsHover() ? 0.1 : 0);
-    }
-    const QColor background = isDark(colors)
-                                  ? mixed(colors.color(QPalette::Window), text, 0.12)
-                                  : mixed(colors.color(QPalette::Window), Qt::white, 0.75);
-    if (!isEnabled())
-        return mixed(colors.color(QPalette::Window), text, 0.06);
-    return mixed(background, text, isDown() ? 0.12 : showsHover() ? 0.05 : 0);
-}
-
-QColor PushButton::titleColor() const {
-    if (!isEnabled())
-        return colorFor(style::ColorLevel::tertiaryLabel, palette());
-    return look_ == Look::prominent ? palette().color(QPalette::Active, QPalette::HighlightedText)
-                                    : colorFor(style::ColorLevel::primary, palette());
-}
-
 void PushButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    fillRounded(painter, rect(), controlRadius, fill());
-    if (look_ == Look::bordered || !isEnabled()) {
-        strokeRounded(painter, rect(), controlRadius,
-                      outlineColor(palette(), isEnabled() ? 0.2 : 0.1));
-    }
-    if (showsFocus()) {
-        // On the accent colour the ring stands off the edge to be seen.
-        const double inset = look_ == Look::prominent ? 2 : 0;
-        const QRectF ring = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
-        const QColor color = look_ == Look::prominent
-                                 ? titleColor()
-                                 : colorFor(style::ColorLevel::accent, palette());
-        strokeRounded(painter, ring, controlRadius - inset, color,
-                      look_ == Look::prominent ? 1.5 : 2);
-    }
+    const ButtonFace face{.isProminent = look_ == Look::prominent,
+                          .isEnabled = isEnabled(),
+                          .isHovered = showsHover(),
+                          .isDown = isDown(),
+                          .showsFocus = showsFocus()};
+    drawButtonFace(painter, rect(), palette(), face);
     painter.setFont(fontFor(look_ == Look::prominent ? prominentFont : plainFont));
-    painter.setPen(titleColor());
+    painter.setPen(buttonTitleColor(palette(), face));
     drawMarked(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, text(), mark_);
 }
 

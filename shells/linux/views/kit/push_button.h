@@ -23,9 +23,6 @@ class PushButton : public ControlButton {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QColor fill() const;
-    QColor titleColor() const;
-
     Look look_;
     int mark_ = -1;
 };

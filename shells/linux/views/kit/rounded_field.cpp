@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/rounded_field.h"
 
+#include "shells/linux/views/kit/control_faces.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
@@ -61,14 +62,8 @@ void RoundedField::setOwnColors() {
 
 void RoundedField::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    const QPalette colors = QApplication::palette(this);
-    fillRounded(painter, rect(), controlRadius, colors.color(QPalette::Active, QPalette::Base));
-    if (hasFocus()) {
-        drawFocusRing(painter, rect(), controlRadius, colors);
-    } else {
-        strokeRounded(painter, rect(), controlRadius,
-                      outlineColor(colors, underMouse() ? 0.3 : 0.2));
-    }
+    drawFieldFace(painter, rect(), QApplication::palette(this),
+                  {.isHovered = underMouse(), .hasFocus = hasFocus()});
     painter.end();
     QLineEdit::paintEvent(event);
 }

@@ -1,7 +1,7 @@
 #include "shells/linux/views/kit/segmented_control.h"
 
-#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/desktop/accessible_role.h"
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/control_button.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -20,11 +20,11 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr int trackPadding = 2;  // pixels between the track's edge and the chosen segment
-constexpr int titlePadding = 10; // pixels beside a title
-constexpr int leastPadding = 8;  // the same where space is short
-constexpr style::Font plainFont = style::body;
-constexpr style::Font chosenFont = style::body.withWeight(FontWeight::medium);
+constexpr int trackPadding = 2;         // pixels between the track's edge and the chosen segment
+constexpr int segmentTitlePadding = 10; // pixels beside a title
+constexpr int leastTitlePadding = 8;    // the same where space is short
+constexpr style::Font plainSegmentFont = style::body;
+constexpr style::Font chosenSegmentFont = style::body.withWeight(FontWeight::medium);
 
 /// Each gets what it needs as long as it needs no more than its share of the space.
 std::vector<int> sharedEvenly(std::vector<int> needs, int space) {
@@ -54,7 +54,9 @@ class SegmentedControl::Segment final : public ControlButton {
         setReturnKey(ReturnKey::leftToOthers);
     }
 
-    int titleWidth() const { return QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text()); }
+    int titleWidth() const {
+        return QFontMetrics(fontFor(chosenSegmentFont)).horizontalAdvance(text());
+    }
 
   protected:
     // The toolkit's own steps need a neighbour in the arrow's direction, so that up and down lead
@@ -76,7 +78,7 @@ class SegmentedControl::Segment final : public ControlButton {
 
     void resizeEvent(QResizeEvent* event) override {
         ControlButton::resizeEvent(event);
-        setToolTip(titleWidth() > width() - 2 * leastPadding ? text() : QString());
+        setToolTip(titleWidth() > width() - 2 * leastTitlePadding ? text() : QString());
     }
 
     void paintEvent(QPaintEvent* /*event*/) override {
@@ -88,13 +90,13 @@ class SegmentedControl::Segment final : public ControlButton {
             fillRounded(painter, rect(), radius, washColor(palette(), isDown() ? 0.1 : 0.05));
         if (showsFocus())
             drawFocusRing(painter, rect(), radius, palette());
-        const QFont font = fontFor(isChecked() ? chosenFont : plainFont);
+        const QFont font = fontFor(isChecked() ? chosenSegmentFont : plainSegmentFont);
         painter.setFont(font);
         painter.setPen(
             colorFor(isEnabled() ? style::ColorLevel::primary : style::ColorLevel::tertiaryLabel,
                      palette()));
         const QString title =
-            QFontMetrics(font).elidedText(text(), Qt::ElideRight, width() - 2 * leastPadding);
+            QFontMetrics(font).elidedText(text(), Qt::ElideRight, width() - 2 * leastTitlePadding);
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, title);
     }
 
@@ -121,9 +123,8 @@ class SegmentedControl::Segment final : public ControlButton {
         const QColor thumb = isDark(palette()) ? mixed(background, text, 0.27) : QColor(Qt::white);
         fillRounded(painter, QRectF(rect()).translated(0, 0.75), radius, QColor(0, 0, 0, 40));
         fillRounded(painter, rect(), radius, thumb);
-        strokeRounded(painter, rect(), radius,
-                      isHighContrast(palette()) ? text
-                                                : QColor(0, 0, 0, isDark(palette()) ? 60 : 28));
+        // By it alone the chosen segment is known.
+        strokeRounded(painter, rect(), radius, fieldOutlineColor(palette()));
     }
 
     SegmentedControl& control_;
@@ -192,11 +193,13 @@ int SegmentedControl::widthWithPadding(int padding) const {
     return width;
 }
 
-QSize SegmentedControl::sizeHint() const { return {widthWithPadding(titlePadding), controlHeight}; }
+QSize SegmentedControl::sizeHint() const {
+    return {widthWithPadding(segmentTitlePadding), controlHeight};
+}
 
 QSize SegmentedControl::minimumSizeHint() const {
     const int count = static_cast<int>(segments_.size());
-    return {(count + 1) * trackPadding + count * 4 * leastPadding, controlHeight};
+    return {(count + 1) * trackPadding + count * 4 * leastTitlePadding, controlHeight};
 }
 
 std::vector<int> SegmentedControl::segmentWidths() const {
@@ -205,7 +208,7 @@ std::vector<int> SegmentedControl::segmentWidths() const {
     std::vector<int> needs;
     needs.reserve(segments_.size());
     for (const Segment* const segment : segments_)
-        needs.push_back(segment->titleWidth() + 2 * leastPadding);
+        needs.push_back(segment->titleWidth() + 2 * leastTitlePadding);
     std::vector<int> widths(needs.size(), space / count);
     const int left = space - std::accumulate(needs.begin(), needs.end(), 0);
     if (left < 0)

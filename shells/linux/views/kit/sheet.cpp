@@ -21,11 +21,6 @@ constexpr int shadowDrop = 4;   // pixels
 constexpr double dimOnLight = 0.16;
 constexpr double dimOnDark = 0.4;
 
-QColor panelColor(const QPalette& palette) {
-    const QColor window = palette.color(QPalette::Active, QPalette::Window);
-    return isDark(palette) ? mixed(window, Qt::white, 0.05) : window;
-}
-
 // Rings of falling strength; the eye takes them for a soft edge.
 void paintShadow(QPainter& painter, const QRectF& panel, bool dark) {
     const double strength = dark ? 0.09 : 0.035;

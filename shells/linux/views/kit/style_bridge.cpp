@@ -1,6 +1,8 @@
 #include "shells/linux/views/kit/style_bridge.h"
 
 #include "shells/linux/desktop/appearance/palettes.h"
+#include "shells/linux/views/kit/contrast_levels.h"
+#include "shells/linux/views/kit/painting.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -12,22 +14,21 @@ namespace kestrel::linux_shell {
 
 namespace {
 
-// How strong the levels of text are next to the palette's full text colour.
-constexpr float secondaryOpacity = 0.64F;
-constexpr float tertiaryOpacity = 0.42F;
+// How strong the faintest levels are next to the palette's full text colour; ContrastLevels has the
+// others.
 constexpr float quaternaryOpacity = 0.11F;
 constexpr float disabledLabelOpacity = 0.3F;
 constexpr float separatorOpacity = 0.14F;
 
-constexpr float placeholderOpacity = 0.62F;
+// How much of the accent colour, or of the text's while the keys go elsewhere, a selected row has.
+constexpr double selectedShare = 0.22;
+constexpr double inactiveSelectedOpacity = 0.09;
+
+constexpr float hoveredOutlineStep = 0.25F; // of what lies between the outline and the text
 
 // Under high contrast the faint is only half as faint, and what lies under a text is seen.
 constexpr float leastHighContrastOpacity = 0.5F;
 constexpr float highContrastWash = 2;
-
-// Reds that keep a contrast of 4.5 to 1 against light and dark menus.
-constexpr QRgb redOnLight = 0xFFC01C28;
-constexpr QRgb redOnDark = 0xFFFF7A70;
 
 QFont::Weight weightOf(FontWeight weight) {
     switch (weight) {
@@ -77,9 +78,9 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
     case style::ColorLevel::primary:
         return palette.color(QPalette::Active, QPalette::WindowText);
     case style::ColorLevel::secondary:
-        return fadedLine(palette, secondaryOpacity);
+        return fadedLine(palette, contrastLevelsOf(palette).secondary);
     case style::ColorLevel::tertiary:
-        return fadedLine(palette, tertiaryOpacity);
+        return fadedLine(palette, contrastLevelsOf(palette).tertiary);
     case style::ColorLevel::quaternary:
         return fadedBackground(palette, quaternaryOpacity);
     case style::ColorLevel::tertiaryLabel:
@@ -91,7 +92,7 @@ QColor colorFor(style::ColorLevel level, const QPalette& palette) {
     case style::ColorLevel::destructive:
         break;
     }
-    return QColor::fromRgb(isDark(palette) ? redOnDark : redOnLight);
+    return contrastLevelsOf(palette).destructive;
 }
 
 QColor separatorColor(const QPalette& palette) { return fadedLine(palette, separatorOpacity); }
@@ -104,9 +105,49 @@ QColor outlineColor(const QPalette& palette, double opacity) {
     return fadedLine(palette, static_cast<float>(opacity));
 }
 
+QColor fieldOutlineColor(const QPalette& palette, Pointer pointer) {
+    const float plain = contrastLevelsOf(palette).outline;
+    return fadedLine(palette,
+                     pointer == Pointer::over ? plain + (1 - plain) * hoveredOutlineStep : plain);
+}
+
+QColor focusColor(const QPalette& palette) { return contrastLevelsOf(palette).mark; }
+
+QColor prominentColor(const QPalette& palette) { return contrastLevelsOf(palette).prominent; }
+
+QColor panelColor(const QPalette& palette) {
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    return isDark(palette) ? mixed(window, Qt::white, 0.05) : window;
+}
+
+QColor selectionColor(const QPalette& palette) {
+    const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
+    return isHighContrast(palette)
+               ? accent
+               : mixed(palette.color(QPalette::Active, QPalette::Base), accent, selectedShare);
+}
+
+QColor inactiveSelectionColor(const QPalette& palette) {
+    return isHighContrast(palette) ? selectionColor(palette)
+                                   : washColor(palette, inactiveSelectedOpacity);
+}
+
+QPalette paletteOnSelection(const QPalette& palette) {
+    if (!isHighContrast(palette))
+        return palette;
+    const QColor background = palette.color(QPalette::Active, QPalette::Highlight);
+    const QColor text = palette.color(QPalette::Active, QPalette::HighlightedText);
+    QPalette result = palette;
+    for (const auto role : {QPalette::Window, QPalette::Base})
+        result.setColor(role, background);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::Highlight})
+        result.setColor(role, text);
+    return result;
+}
+
 QColor placeholderColor(const QPalette& palette) {
     QColor color = palette.color(QPalette::Active, QPalette::Text);
-    color.setAlphaF(color.alphaF() * placeholderOpacity);
+    color.setAlphaF(color.alphaF() * contrastLevelsOf(palette).placeholder);
     return color;
 }
 

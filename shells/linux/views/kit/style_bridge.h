@@ -21,7 +21,7 @@ QFont fontFor(const style::Font& font);
 /// focus.
 QColor colorFor(style::ColorLevel level, const QPalette& palette);
 
-/// The hairlines that divide and frame; fainter than any text.
+/// The hairlines that divide what is told apart without them; fainter than any text.
 QColor separatorColor(const QPalette& palette);
 
 /// The primary colour, `opacity` from 0 to 1: hover and press washes.
@@ -29,6 +29,28 @@ QColor washColor(const QPalette& palette, double opacity);
 
 /// The same for the outlines of controls, which high contrast makes plain to see.
 QColor outlineColor(const QPalette& palette, double opacity);
+
+enum class Pointer { elsewhere, over };
+
+/// The outline that a text field is known by.
+QColor fieldOutlineColor(const QPalette& palette, Pointer pointer = Pointer::elsewhere);
+
+/// The mark of the keyboard focus: the accent colour, or what comes near it and is seen.
+QColor focusColor(const QPalette& palette);
+
+/// The fill of a prominent button, under a title in the highlighted text's colour.
+QColor prominentColor(const QPalette& palette);
+
+/// The background of what hangs over a window.
+QColor panelColor(const QPalette& palette);
+
+/// A selected row while its list has the keys, and while it has not: what the second one gives is
+/// to be drawn over the list's background. Under high contrast both are the full highlight colour.
+QColor selectionColor(const QPalette& palette);
+QColor inactiveSelectionColor(const QPalette& palette);
+
+/// The colours of what stands on a selection; others than the palette's only under high contrast.
+QPalette paletteOnSelection(const QPalette& palette);
 
 /// A text that stands in a field until there is one, on the colour of fields.
 QColor placeholderColor(const QPalette& palette);

@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/appearance/appearance.h"
 
+#include "shells/linux/desktop/appearance/contrast.h"
 #include "shells/linux/desktop/appearance/palettes.h"
 #include "tests/linux/desktop/appearance/fake_portal.h"
 #include "tests/linux/desktop/appearance/variables.h"
@@ -109,6 +110,39 @@ TEST_F(AppearanceTest, ColorsOfAPlatformThemeStayInForce) {
     start();
     ASSERT_TRUE(scheme(ColorScheme::dark));
     EXPECT_EQ(QApplication::palette().color(QPalette::Window), own.color(QPalette::Window));
+}
+
+TEST_F(AppearanceTest, PlaceholdersThatAPlatformThemeLeavesUnsetCanBeRead) {
+    const auto theme = [](const QColor& base, const QColor& text) {
+        QPalette palette(base);
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128)); // the toolkit's default
+        return palette;
+    };
+    const auto isReadable = [] {
+        const QPalette used = QApplication::palette();
+        return contrastRatio(used.color(QPalette::PlaceholderText), used.color(QPalette::Base)) >=
+               3;
+    };
+    QApplication::setPalette(theme(QColor(0x1B, 0x1E, 0x20), QColor(0xFC, 0xFC, 0xFC)));
+    const QPalette dark = QApplication::palette();
+    ASSERT_FALSE(isReadable());
+    start();
+    EXPECT_TRUE(isReadable());
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Text, QPalette::Highlight})
+        EXPECT_EQ(QApplication::palette().color(role), dark.color(role));
+    QApplication::setPalette(theme(QColor(0x30, 0x20, 0x20), QColor(0xFF, 0xF0, 0xF0)));
+    EXPECT_TRUE(isReadable());
+}
+
+TEST_F(AppearanceTest, PlaceholdersThatCanBeReadStayTheThemes) {
+    QPalette theme(Qt::darkGreen);
+    theme.setColor(QPalette::Base, Qt::white);
+    theme.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    QApplication::setPalette(theme);
+    start();
+    EXPECT_EQ(QApplication::palette().color(QPalette::PlaceholderText), QColor(0, 0, 0, 128));
 }
 
 TEST_F(AppearanceTest, PlasmasOwnColorsComeBeforeThoseOfItsScheme) {

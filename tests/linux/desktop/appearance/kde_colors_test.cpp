@@ -1,6 +1,6 @@
 #include "shells/linux/desktop/appearance/kde_colors.h"
 
-#include "shells/linux/desktop/appearance/palettes.h"
+#include "shells/linux/desktop/appearance/contrast.h"
 #include "tests/linux/desktop/appearance/variables.h"
 #include "tests/linux/desktop/private_bus.h"
 #include "tests/linux/desktop/waiting.h"

@@ -1,4 +1,4 @@
-#include "shells/linux/desktop/popover_frame.h"
+#include "shells/linux/desktop/appearance/popover_frame.h"
 
 #include "shells/linux/desktop/appearance/palettes.h"
 
@@ -7,7 +7,6 @@
 namespace kestrel::linux_shell::popover_frame {
 namespace {
 
-constexpr double radius = 10;
 constexpr int shadowOffset = 4; // down, as of light from above
 constexpr double shadowStrength = 0.055;
 constexpr float hairlineStrength = 0.22F;
@@ -33,7 +32,7 @@ void paintShadow(QPainter& painter, const QRect& content) {
             QColor::fromRgbF(0, 0, 0, static_cast<float>(shadowStrength * (1 - distance))));
         const QRectF shape =
             QRectF(content).translated(0, shadowOffset).adjusted(-grow, -grow, grow, grow);
-        painter.drawPath(rounded(shape, radius + grow));
+        painter.drawPath(rounded(shape, cornerRadius + grow));
     }
     painter.restore();
 }
@@ -41,7 +40,7 @@ void paintShadow(QPainter& painter, const QRect& content) {
 void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(rounded(content, radius), palette.color(QPalette::Window));
+    painter.fillPath(rounded(content, cornerRadius), palette.color(QPalette::Window));
     // One pixel of the screen wide, just inside the edge.
     const double width = 1 / painter.device()->devicePixelRatioF();
     const double inset = width / 2;
@@ -49,11 +48,11 @@ void paintBackground(QPainter& painter, const QRect& content, const QPalette& pa
     hairline.setAlphaF(isHighContrast(palette) ? highContrastHairlineStrength : hairlineStrength);
     painter.setPen(QPen(hairline, width));
     painter.drawPath(
-        rounded(QRectF(content).adjusted(inset, inset, -inset, -inset), radius - inset));
+        rounded(QRectF(content).adjusted(inset, inset, -inset, -inset), cornerRadius - inset));
     painter.restore();
 }
 
-QRegion shape(const QRect& content) {
+QRegion shape(const QRect& content, double radius) {
     return QRegion(rounded(content, radius).toFillPolygon().toPolygon());
 }
 

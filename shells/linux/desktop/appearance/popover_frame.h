@@ -8,6 +8,8 @@
 
 namespace kestrel::linux_shell::popover_frame {
 
+inline constexpr double cornerRadius = 10; ///< of the content, device-independent pixels
+
 /// The space in device-independent pixels that the shadow takes on each side.
 inline constexpr int shadowMargin = 20;
 
@@ -18,6 +20,6 @@ void paintShadow(QPainter& painter, const QRect& content);
 void paintBackground(QPainter& painter, const QRect& content, const QPalette& palette);
 
 /// The part of `content` inside the rounded corners.
-QRegion shape(const QRect& content);
+QRegion shape(const QRect& content, double radius = cornerRadius);
 
 } // namespace kestrel::linux_shell::popover_frame
