@@ -9,9 +9,9 @@ namespace kestrel::accessible_texts {
 
 using namespace style;
 
-inline constexpr Text itemList{"Items", Text::Lookup::localizable};
-inline constexpr Text rowActions{"Actions", Text::Lookup::localizable};
-inline constexpr Text moveRowUp{"Move Up", Text::Lookup::localizable};
-inline constexpr Text moveRowDown{"Move Down", Text::Lookup::localizable};
+inline constexpr Text itemList = Text::localizable("Items");
+inline constexpr Text rowActions = Text::localizable("Actions");
+inline constexpr Text moveRowUp = Text::localizable("Move Up");
+inline constexpr Text moveRowDown = Text::localizable("Move Down");
 
 } // namespace kestrel::accessible_texts

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>Aucun élément pour le moment</translation>
@@ -82,6 +82,18 @@
     <message>
         <source>Move Down</source>
         <translation>Déplacer vers le bas</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>Ajoutez des éléments dans les réglages.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
     </message>
 </context>
 </TS>

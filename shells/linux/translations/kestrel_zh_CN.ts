@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>暂无项目</translation>
@@ -82,6 +82,18 @@
     <message>
         <source>Move Down</source>
         <translation>下移</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>打开“设置”以添加项目。</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
     </message>
 </context>
 </TS>

@@ -1,8 +1,10 @@
 #include "views/accessible_texts.h"
+#include "views/popover/menu_popover_style.h"
 #include "views/settings/add_edit_item_style.h"
 #include "views/settings/item_row_style.h"
 #include "views/settings/settings_style.h"
 
+#include <QDir>
 #include <QFile>
 #include <QXmlStreamReader>
 
@@ -10,6 +12,7 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +25,7 @@ std::set<std::string> localizableTexts() {
     namespace row = item_row_style;
     namespace placeholder = settings_style::empty_placeholder;
     namespace accessible = accessible_texts;
+    namespace popover = menu_popover_style;
     std::set<std::string> texts;
     for (const style::Text& text : {placeholder::title,
                                     placeholder::hint,
@@ -42,7 +46,11 @@ std::set<std::string> localizableTexts() {
                                     accessible::itemList,
                                     accessible::rowActions,
                                     accessible::moveRowUp,
-                                    accessible::moveRowDown}) {
+                                    accessible::moveRowDown,
+                                    popover::empty_state::title,
+                                    popover::empty_state::hint,
+                                    popover::footer::settings.title,
+                                    popover::footer::quit.title}) {
         EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
         texts.emplace(text.english);
     }
@@ -72,7 +80,17 @@ std::map<std::string, std::string> translations(const std::string& language) {
     return result;
 }
 
-class TranslationsTest : public testing::TestWithParam<const char*> {};
+/// As the files name them.
+std::vector<std::string> languages() {
+    const QString prefix = QStringLiteral("kestrel_");
+    std::vector<std::string> result;
+    for (const QFileInfo& file :
+         QDir(QStringLiteral(TRANSLATIONS_FOLDER)).entryInfoList({prefix + QStringLiteral("*.ts")}))
+        result.push_back(file.completeBaseName().mid(prefix.size()).toStdString());
+    return result;
+}
+
+class TranslationsTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(TranslationsTest, EveryLocalizableTextIsTranslatedAndNoOther) {
     std::set<std::string> translated;
@@ -83,9 +101,8 @@ TEST_P(TranslationsTest, EveryLocalizableTextIsTranslatedAndNoOther) {
     EXPECT_EQ(translated, localizableTexts());
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, TranslationsTest,
-                         testing::Values("de", "es", "fr", "ja", "zh_CN"),
-                         [](const auto& language) { return std::string(language.param); });
+INSTANTIATE_TEST_SUITE_P(Languages, TranslationsTest, testing::ValuesIn(languages()),
+                         [](const auto& language) { return language.param; });
 
 } // namespace
 } // namespace kestrel::tests
