@@ -5,6 +5,7 @@
 #include "shells/linux/storage/data_directory.h"
 
 #include <QDBusConnection>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
 
@@ -50,10 +51,7 @@ Shell::Shell(QApplication& application)
                  .desktop = desktop_}) {
     initResources();
     forgetOwnStart();
-    // A language without a translation shows the English texts.
-    if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
-                         QStringLiteral(":/kestrel/translations")))
-        QCoreApplication::installTranslator(&translator_);
+    language_.emplace(QLocale(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 int Shell::run(const Startup& startup) {
