@@ -2,16 +2,24 @@
 
 #include "shells/linux/desktop/appearance/texts.h"
 #include "shells/linux/desktop/language.h"
+#include "shells/linux/views/footer_button.h"
+#include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_label.h"
 #include "views/popover/menu_popover_style.h"
+#include "views/settings/settings_style.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QImage>
 #include <QLibraryInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -68,6 +76,61 @@ TEST_F(LanguageTest, TheToolkitsOwnMenusSpeakTheLanguageToo) {
     EXPECT_TRUE(titles.contains(QStringLiteral("Rückgängig"))) << titles.join(u' ').toStdString();
     EXPECT_EQ(quit(), QStringLiteral("Beenden"));
 }
+
+/// The widths of the upper and the lower half of what a label draws, in pixels.
+std::pair<int, int> widthsOfLines(TextLabel& label) {
+    const QImage image = label.grab().toImage();
+    const auto widthBetween = [&image](int top, int bottom) {
+        QRect ink;
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixel(x, y) != image.pixel(0, 0))
+                    ink |= QRect(x, y, 1, 1);
+        }
+        return ink.width();
+    };
+    const int middle = image.height() / 2;
+    return {widthBetween(0, middle), widthBetween(middle, image.height())};
+}
+
+class FitTest : public LanguageTest, public testing::WithParamInterface<const char*> {
+  protected:
+    const Language language{QLocale(QLatin1String(GetParam())), {}};
+};
+
+TEST_P(FitTest, BothButtonsOfTheFooterFitSideBySide) {
+    namespace footer = menu_popover_style::footer;
+    const FooterButton settings(footer::settings);
+    const FooterButton quit(footer::quit);
+    const double free = menu_popover_style::width - footer::padding.left - footer::padding.right;
+    EXPECT_LT(settings.sizeHint().width() + quit.sizeHint().width(), free);
+}
+
+TEST_P(FitTest, TheTextsOfTheEmptyPopoverFitIntoIt) {
+    namespace state = menu_popover_style::empty_state;
+    TextLabel hint(textFor(state::hint), state::hintStyle);
+    const int line = hint.sizeHint().height();
+    hint.setWrapWidth(pixels(state::hintMaximumWidth));
+    EXPECT_LE(hint.sizeHint().height(), 2 * line);
+    const TextLabel title(textFor(state::title), state::titleStyle);
+    EXPECT_LE(title.sizeHint().width(), menu_popover_style::width);
+}
+
+TEST_P(FitTest, ThePlaceholdersHintHasEvenLines) {
+    namespace placeholder = settings_style::empty_placeholder;
+    TextLabel hint(textFor(placeholder::hint), placeholder::hintStyle);
+    const int whole = hint.sizeHint().width();
+    hint.setWrapWidth(pixels(placeholder::hintMaximumWidth));
+    hint.resize(hint.sizeHint());
+    EXPECT_LE(hint.width(), placeholder::hintMaximumWidth);
+    if (whole <= placeholder::hintMaximumWidth)
+        return;
+    const auto [upper, lower] = widthsOfLines(hint);
+    EXPECT_NEAR(upper, lower, 0.25 * std::max(upper, lower));
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, FitTest, testing::Values("en", "de", "es", "fr", "ja", "zh_CN"),
+                         [](const auto& locale) { return std::string(locale.param); });
 
 } // namespace
 } // namespace kestrel::linux_shell

@@ -6,6 +6,7 @@
 #include "shells/linux/views/kit/segmented_control.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/kit/text_line.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <QFontMetrics>
@@ -98,6 +99,9 @@ void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
     path_ = new RoundedField(form::appRow.font, {}, {});
     command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
                                 textFor(form::commandRow.label));
+    // Paths and commands run from left to right in every language.
+    path_->setLayoutDirection(Qt::LeftToRight);
+    command_->setLayoutDirection(Qt::LeftToRight);
     browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
     addRow(column, typeRowLabel_, {path_, command_, browse_});
 }
@@ -114,6 +118,10 @@ QLayout* ItemEditorForm::makeButtonRow() {
 }
 
 void ItemEditorForm::connectFields() {
+    // A title runs in its own direction, as in the lists.
+    connect(title_, &QLineEdit::textChanged, title_, [this](const QString& text) {
+        title_->setLayoutDirection(text.isEmpty() ? layoutDirection() : directionOf(text));
+    });
     connect(title_, &RoundedField::edited, this,
             [this](const QString& text) { view_->setTitle(text.toStdString()); });
     connect(path_, &RoundedField::edited, this,

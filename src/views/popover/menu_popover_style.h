@@ -46,6 +46,7 @@ inline constexpr TextStyle titleStyle{callout.withWeight(FontWeight::medium),
                                       ColorLevel::secondary};
 inline constexpr Text hint = Text::localizable("Open Settings to add items.");
 inline constexpr TextStyle hintStyle{caption, ColorLevel::tertiary};
+inline constexpr double hintMaximumWidth = 212; ///< a longer translation wraps there, centred
 } // namespace empty_state
 
 inline constexpr double dividerHeight = 1;

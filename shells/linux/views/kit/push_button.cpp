@@ -2,6 +2,7 @@
 
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -73,7 +74,8 @@ void PushButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setFont(fontFor(look_ == Look::prominent ? prominentFont : plainFont));
     painter.setPen(titleColor());
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    painter.drawText(
+        rect(), Qt::AlignCenter | Qt::TextSingleLine | directionFlag(directionOf(text())), text());
 }
 
 } // namespace kestrel::linux_shell

@@ -53,6 +53,10 @@ class Target : public QWidget {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         const double middle = height() / 2.0;
+        if (isRightToLeft()) { // the ring stands where a row begins
+            painter.translate(width(), 0);
+            painter.scale(-1, 1);
+        }
         painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
         painter.drawEllipse(QPointF(middle, middle), middle - 1.5, middle - 1.5);
         painter.drawLine(QPointF(2 * middle - 0.5, middle), QPointF(width() - 1.0, middle));

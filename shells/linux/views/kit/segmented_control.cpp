@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace kestrel::linux_shell {
 
 namespace {
@@ -113,8 +115,9 @@ void SegmentedControl::paintEvent(QPaintEvent* /*event*/) {
     // A line stands between two segments of which neither is the chosen one.
     for (std::size_t index = 1; index < segments_.size(); ++index) {
         if (!segments_[index - 1]->isChecked() && !segments_[index]->isChecked()) {
-            painter.fillRect(segments_[index]->x() - trackPadding / 2, height() / 4, 1,
-                             height() / 2, separatorColor(palette()));
+            const int right = std::max(segments_[index - 1]->x(), segments_[index]->x());
+            painter.fillRect(right - trackPadding / 2, height() / 4, 1, height() / 2,
+                             separatorColor(palette()));
         }
     }
 }

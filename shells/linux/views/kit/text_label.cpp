@@ -3,10 +3,10 @@
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/accessible_role.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
+#include "shells/linux/views/kit/wrapped_text.h"
 
 #include <QPainter>
-
-#include <algorithm>
 
 namespace kestrel::linux_shell {
 
@@ -19,13 +19,25 @@ TextLabel::TextLabel(const QString& text, const style::TextStyle& textStyle, QWi
 
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     painter.setPen(colorFor(style_.color, palette()));
-    const int wrap = wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine;
-    painter.drawText(rect(), static_cast<int>(alignment()) | wrap, text());
+    if (wrapWidth_)
+        drawWrapped(painter, rect(), text(), font(), Qt::AlignHCenter);
+    else
+        drawLine(painter, rect(), text(), alignment() & Qt::AlignHorizontal_Mask,
+                 directionOf(text()));
 }
 
-int TextLabel::heightForWidth(int width) const {
-    return QLabel::heightForWidth(std::min(width, maximumWidth()));
+void TextLabel::setWrapWidth(int width) {
+    wrapWidth_ = width;
+    updateGeometry();
+}
+
+QSize TextLabel::sizeHint() const {
+    if (!wrapWidth_)
+        return QLabel::sizeHint();
+    const int width = evenWidth(text(), font(), *wrapWidth_);
+    return {width, wrappedHeight(text(), font(), width)};
 }
 
 SymbolLabel::SymbolLabel(const style::SymbolStyle& symbol, QWidget* parent)
