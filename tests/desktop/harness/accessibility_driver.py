@@ -33,7 +33,7 @@ class AccessibilityDriver(InputDriver):
         return self.kestrel.open_popover()
 
     def open_settings(self):
-        self.tree.press("push button", "Settings")
+        self.tree.press("push button", self.kestrel.word("Settings"))
         self.wait_for_settings()
 
     def close_settings(self):
@@ -41,7 +41,7 @@ class AccessibilityDriver(InputDriver):
         self.desktop.wait_for_no_window(role="settings")
 
     def quit(self):
-        self.tree.press("push button", "Quit")
+        self.tree.press("push button", self.kestrel.word("Quit"))
 
     def press_button(self, name):
         self.tree.press("push button", name)

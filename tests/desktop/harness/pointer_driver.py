@@ -13,7 +13,7 @@ class PointerDriver(InputDriver):
         return self.kestrel.wait_for_popover()
 
     def open_settings(self):
-        self.kestrel.click_on("push button", "Settings")
+        self.kestrel.click_on("push button", self.kestrel.word("Settings"))
         self.wait_for_settings()
 
     def close_settings(self):
@@ -23,7 +23,7 @@ class PointerDriver(InputDriver):
         self.desktop.wait_for_no_window(role="settings")
 
     def quit(self):
-        self.kestrel.click_on("push button", "Quit")
+        self.kestrel.click_on("push button", self.kestrel.word("Quit"))
 
     def press_button(self, name):
         self.kestrel.click_on("push button", name)

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kestrel::linux_shell {
@@ -37,9 +38,8 @@ QRect inkIn(const QImage& image, int left, int right) {
 QRect inkOf(const QImage& image) { return inkIn(image, 0, image.width()); }
 
 /// How high the first and the last columns of what is drawn are.
-std::pair<int, int> heightsAtEnds(const QImage& image) {
+std::pair<int, int> heightsAtEnds(const QImage& image, int columns) {
     const QRect ink = inkOf(image);
-    constexpr int columns = 2;
     return {inkIn(image, ink.left(), ink.left() + columns).height(),
             inkIn(image, ink.right() + 1 - columns, ink.right() + 1).height()};
 }
@@ -115,7 +115,7 @@ TEST(TextDirectionTest, APathRunsFromLeftToRightInEveryWindow) {
         for (const char* const path : {"/nnn", "/ש/nnn"}) {
             row.bind({.item = tests::appItem("", path)}, {});
             const QRect place = row.layoutOfParts().detail;
-            const auto [left, right] = heightsAtEnds(row.grab(place).toImage());
+            const auto [left, right] = heightsAtEnds(row.grab(place).toImage(), 4);
             EXPECT_GT(left, right) << path << ": the slash is higher than the letter";
         }
     }
@@ -128,7 +128,7 @@ TEST(TextDirectionTest, EnglishInAWindowFromTheRightKeepsItsFullStopAtItsEnd) {
     for (TextLabel* const widget : {&label, &wrapped}) {
         widget->setLayoutDirection(Qt::RightToLeft);
         widget->resize(widget->sizeHint());
-        const auto [left, right] = heightsAtEnds(widget->grab().toImage());
+        const auto [left, right] = heightsAtEnds(widget->grab().toImage(), 2);
         EXPECT_GT(left, right + 1) << "the letter is higher than the full stop";
     }
 }
@@ -136,15 +136,29 @@ TEST(TextDirectionTest, EnglishInAWindowFromTheRightKeepsItsFullStopAtItsEnd) {
 TEST(TextDirectionTest, EvenLinesAreAsFewAndNoWiderThanTheyMust) {
     const QString text = QStringLiteral("Four words of equal length here stand");
     const QFont font = fontFor(style::callout);
-    const QFontMetrics metrics(font);
-    const int line = metrics.height();
-    const int whole = metrics.horizontalAdvance(text);
-    EXPECT_EQ(evenWidth(text, font, whole) / 2, whole / 2) << "one line stays one";
+    const int line = QFontMetrics(font).height();
+    const int whole = static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
+    EXPECT_EQ(evenWidth(text, font, whole), whole) << "one line stays one";
     const int even = evenWidth(text, font, whole - 1);
     EXPECT_EQ(wrappedHeight(text, font, even), wrappedHeight(text, font, whole - 1));
     EXPECT_NEAR(wrappedHeight(text, font, even), 2 * line, 2);
     EXPECT_GT(wrappedHeight(text, font, even - 1), 2 * line + 2);
     EXPECT_LT(even, whole * 2 / 3);
+}
+
+TEST(TextDirectionTest, AWidthThatIsJustEnoughLosesNoWord) {
+    QString text;
+    for (int words = 1; words < 40; ++words) {
+        text += QStringLiteral("if ");
+        TextLabel line(text.trimmed(), {style::caption});
+        line.resize(line.sizeHint());
+        TextLabel wrapped(text.trimmed(), {style::caption});
+        wrapped.setWrapWidth(2 * line.width());
+        wrapped.resize(wrapped.sizeHint());
+        EXPECT_NEAR(inkOf(wrapped.grab().toImage()).width(), inkOf(line.grab().toImage()).width(),
+                    1)
+            << words;
+    }
 }
 
 class FormDirectionTest : public SettingsFixture {};

@@ -20,7 +20,7 @@ QString tooltipOver(QWidget& row) {
     QApplication::sendEvent(&row, &event);
     if (!event.isAccepted())
         return {};
-    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().remove(QChar(0x200B));
+    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
 }
 
 QString overPopoverRow(const QString& title) {

@@ -1,6 +1,8 @@
 #include "shells/linux/views/kit/cut_text.h"
 
 #include <QHelpEvent>
+#include <QStringList>
+#include <QTextLayout>
 #include <QToolTip>
 #include <QWidget>
 
@@ -8,8 +10,7 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr qsizetype longestText = 1000; // characters, about twelve lines
-constexpr qsizetype longestWord = 60;   // characters, less than a line
-constexpr char16_t zeroWidthSpace = 0x200B;
+constexpr int lineWidth = 420;          // pixels
 
 QString shortened(const QString& text) {
     if (text.size() <= longestText)
@@ -20,31 +21,34 @@ QString shortened(const QString& text) {
     return text.left(front) + QStringLiteral(" … ") + text.right(back);
 }
 
-/// With places to break inside long words, first of all behind the slashes of a path.
-QString breakable(const QString& text) {
-    QString result;
-    qsizetype word = 0;
-    for (const QChar c : text) {
-        const bool full = word >= longestWord && !c.isLowSurrogate() && !c.isMark();
-        if (full)
-            result += QChar(zeroWidthSpace);
-        result += c;
-        if (c == u'/')
-            result += QChar(zeroWidthSpace);
-        word = full || c.isSpace() || c == u'/' ? 0 : word + 1;
+/// As it breaks into lines; a word that is longer than one breaks inside. The toolkit would make
+/// the tooltip of a long text a narrow column.
+QStringList linesOf(QString text) {
+    for (const QChar lineBreak : {QChar(u'\n'), QChar(QChar::ParagraphSeparator)})
+        text.replace(lineBreak, QChar(QChar::LineSeparator));
+    QTextLayout layout(text, QToolTip::font());
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(lineWidth);
+        lines << text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
     }
-    return result;
+    layout.endLayout();
+    return lines;
 }
 
 } // namespace
 
 QString tooltipOf(const QString& text, Qt::LayoutDirection direction) {
-    QString html = breakable(shortened(text)).toHtmlEscaped();
-    for (const QChar lineBreak :
-         {QChar(u'\n'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
-        html.replace(lineBreak, QStringLiteral("<br>"));
-    return QStringLiteral("<p dir='%1' style='white-space: pre-wrap'>%2</p>")
-        .arg(direction == Qt::RightToLeft ? QStringLiteral("rtl") : QStringLiteral("ltr"), html);
+    QStringList lines = linesOf(shortened(text));
+    for (QString& line : lines)
+        line = line.toHtmlEscaped();
+    return QStringLiteral("<p dir='%1' style='white-space: pre'>%2</p>")
+        .arg(direction == Qt::RightToLeft ? QStringLiteral("rtl") : QStringLiteral("ltr"),
+             lines.join(QStringLiteral("<br>")));
 }
 
 void showCutText(QEvent& event, QWidget& row, const QString& tooltip) {

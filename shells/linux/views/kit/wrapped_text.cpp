@@ -39,12 +39,12 @@ QString withLineSeparators(QString text) {
 } // namespace
 
 int wrappedHeight(const QString& text, const QFont& font, int width) {
-    const QFontMetrics metrics(font);
     const QString lines = withLineSeparators(text);
-    const bool oneLine =
-        !lines.contains(QChar(QChar::LineSeparator)) && metrics.horizontalAdvance(lines) <= width;
+    // In parts of a pixel, as the layout measures: a line that is wider by one breaks.
+    const bool oneLine = !lines.contains(QChar(QChar::LineSeparator)) &&
+                         QFontMetricsF(font).horizontalAdvance(lines) <= width;
     if (oneLine)
-        return metrics.height();
+        return QFontMetrics(font).height();
     QTextLayout layout(lines, font);
     return static_cast<int>(std::ceil(layOut(layout, width)));
 }
