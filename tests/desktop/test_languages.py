@@ -1,12 +1,10 @@
 """The program in other languages than English, by the real pointer and what is on the screen."""
-import os
 import unittest
 
 from harness.case import DesktopTest
-from harness.languages import translations
+from harness.languages import has_toolkit_translation, translations
 from harness.program import item, store_before_start
 
-TOOLKIT_TRANSLATIONS = "/usr/share/qt6/translations/qtbase_de.qm"
 LONG_TITLE = "A title of more words than fit into a row <b>of the popover</b>"
 LONG_PATH = "/opt/" + "a folder inside/" * 8 + "program"
 
@@ -42,7 +40,7 @@ class LanguagesTest(DesktopTest):
         return [window for window in self.desktop.windows() if "_NET_WM_WINDOW_TYPE_TOOLTIP" in
                 self.desktop.run("xprop", "-id", window.id, "_NET_WM_WINDOW_TYPE")]
 
-    @unittest.skipUnless(os.path.exists(TOOLKIT_TRANSLATIONS), "needs the toolkit's translations")
+    @unittest.skipUnless(has_toolkit_translation("de"), "needs the toolkit's translations")
     def test_german_is_spoken_by_the_popover_and_by_the_menus_of_fields(self):
         self.start(locale="de_DE.UTF-8", words=translations("de"))
         find = self.kestrel.accessible.find

@@ -2,7 +2,13 @@
 import pathlib
 import xml.etree.ElementTree
 
+TOOLKIT_TRANSLATIONS = pathlib.Path("/usr/share/qt6/translations")
 TRANSLATIONS = pathlib.Path(__file__).resolve().parents[3] / "shells/linux/translations"
+
+
+def has_toolkit_translation(language):
+    """Whether the toolkit's own texts are installed in a language."""
+    return (TOOLKIT_TRANSLATIONS / f"qtbase_{language}.qm").exists()
 
 
 def translations(language):

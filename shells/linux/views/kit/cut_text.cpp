@@ -34,7 +34,11 @@ QStringList linesOf(QString text) {
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(lineWidth);
-        lines << text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
+        QString shown = text.mid(line.textStart(), line.textLength());
+        // The white space at which a line ends would widen it.
+        while (!shown.isEmpty() && shown.back().isSpace())
+            shown.chop(1);
+        lines << shown;
     }
     layout.endLayout();
     return lines;
