@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Tells which tests failed, each with its last lines, and how many passed, failed and were skipped,
-from the JUnit report that ctest wrote.
+from the JUnit report that ctest wrote. What passed only at a second try is told too.
 
     tools/count_tests.py [options] REPORT.xml
 
@@ -54,6 +54,12 @@ def outcomes(report):
     return {test.name: test.outcome for test in read(report)}
 
 
+def second_tries(tests):
+    """What the tests say of those that failed and then passed (tests/desktop/run.py)."""
+    return [line for test in tests for line in test.output.splitlines()
+            if line.startswith("passed at the second try:")]
+
+
 def has_failed(tests):
     return any(test.outcome == "failed" for test in tests)
 
@@ -89,6 +95,8 @@ def main():
     for test in tests:
         if test.outcome == "failed":
             print("-- failed:", test.name, *test.output.splitlines()[-60:], sep="\n")
+    for line in second_tries(tests):
+        print(line)
     for test in tests:
         if test.outcome == "failed":
             print("failed:", test.name)

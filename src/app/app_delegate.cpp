@@ -28,6 +28,10 @@ void AppDelegate::setupPopover() {
     };
     popover_ = ports_.desktop.makePopover(std::make_unique<MenuPopoverView>(
         itemsManager_, ports_.store.mainQueue, ports_.store.clock, std::move(callbacks)));
+    itemsWillChange_ = itemsManager_.objectWillChange.subscribe([this] {
+        if (popover_->isShown())
+            ports_.store.mainQueue.async(weakly(&AppDelegate::fitPopover));
+    });
 }
 
 // The height rule, for the list as it is now.
@@ -40,6 +44,12 @@ void AppDelegate::statusBarButtonClicked() {
         closePopover();
     else
         popover_->show(popoverSize());
+}
+
+// The list has changed under the open popover.
+void AppDelegate::fitPopover() {
+    if (popover_->isShown())
+        popover_->setContentSize(popoverSize());
 }
 
 void AppDelegate::closePopover() { popover_->close(); }

@@ -49,6 +49,7 @@ class AppDelegate {
     void setupStatusItem();
     void setupPopover();
     void closePopover();
+    void fitPopover();
     Size popoverSize() const;
     std::unique_ptr<Window> makeSettingsWindow();
     void settingsWindowClosed();
@@ -59,6 +60,7 @@ class AppDelegate {
     std::unique_ptr<StatusItem> statusItem_; // before the popover that opens at it
     std::unique_ptr<Popover> popover_;
     std::unique_ptr<Window> settingsWindow_;
+    Subscription itemsWillChange_;
     WeakAnchor<AppDelegate> anchor_{*this};
 };
 

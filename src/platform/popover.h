@@ -17,6 +17,10 @@ class Popover {
     /// it the keyboard. Nothing where the platform gave the status item no place.
     virtual void show(Size size) = 0;
 
+    /// From now on the content has this size; the popover stays at the status item and on the
+    /// screen. Nothing when it is not shown.
+    virtual void setContentSize(Size size) = 0;
+
     /// Nothing when it is not shown.
     virtual void close() = 0;
 };

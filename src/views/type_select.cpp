@@ -28,12 +28,16 @@ std::optional<std::size_t> firstMatch(const ItemList& items, std::string_view pr
 
 } // namespace
 
+bool TypeSelect::isUnderWay() const {
+    const Date now = clock_.now();
+    return !prefix_.empty() && now >= lastTyped_ && now - lastTyped_ <= pause;
+}
+
 std::optional<std::size_t> TypeSelect::typed(std::string_view text, const ItemList& items,
                                              std::optional<std::size_t> current) {
-    const Date now = clock_.now();
-    if (now - lastTyped_ > pause || now < lastTyped_)
+    if (!isUnderWay())
         prefix_.clear();
-    lastTyped_ = now;
+    lastTyped_ = clock_.now();
     if (text.empty() || (prefix_.empty() && text == " "))
         return std::nullopt;
     const bool cycles = repeats(prefix_, text);

@@ -27,6 +27,9 @@ class TypeSelect {
     std::optional<std::size_t> typed(std::string_view text, const ItemList& items,
                                      std::optional<std::size_t> current);
 
+    /// True while letters typed now are added to those typed before.
+    bool isUnderWay() const;
+
     /// What is typed next starts over.
     void reset() { prefix_.clear(); }
 

@@ -80,6 +80,24 @@ TEST_F(AppDelegateTest, AddingItemsWhileThePopoverIsClosedChangesItsSizeAtTheNex
     EXPECT_THAT(log.calls, ElementsAre("popover.show 240x223"));
 }
 
+TEST_F(AppDelegateTest, AnOpenPopoverFollowsTheHeightRuleWhenTheListChanges) {
+    launch();
+    desktop.click();
+    takeCalls();
+    addItems(5);
+    mainQueue.runAll();
+    EXPECT_EQ(log.calls.back(), "popover.setContentSize 240x223");
+    takeCalls();
+    delegate->itemsManager().items.assign({});
+    mainQueue.runAll();
+    EXPECT_THAT(log.calls, ElementsAre("popover.setContentSize 240x181"));
+    desktop.click();
+    takeCalls();
+    addItems(1);
+    mainQueue.runAll();
+    EXPECT_THAT(log.calls, IsEmpty());
+}
+
 TEST_F(AppDelegateTest, ASecondClickOnTheIconClosesThePopover) {
     launch();
     desktop.click();

@@ -50,6 +50,13 @@ class CountTest(unittest.TestCase):
         self.assertIn("what it printed", output)
         self.assertIn("failed: b\nfailed: c\n", output)
 
+    def test_second_try_is_told(self):
+        report = self.report("dev", a='status="run"><system-out>noise\npassed at the second try: a\n'
+                                      '</system-out></testcase>', b=PASSED)
+        last, status, output = self.run_tool(report)
+        self.assertEqual((last, status), ("2 passed, 0 failed, 0 skipped", 0))
+        self.assertIn("passed at the second try: a\n2 passed", output)
+
     def test_only_passed_tests_are_a_success(self):
         self.assertEqual(self.run_tool(self.report("dev", a=PASSED, b=SKIPPED))[:2],
                          ("1 passed, 0 failed, 1 skipped", 0))

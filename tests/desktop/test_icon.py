@@ -99,6 +99,18 @@ class IconTest(DesktopTest):
         self.icon = self.desktop.icon_rect()
         self.assert_toggles(SHORT)
 
+    def test_icon_has_the_colour_that_a_tray_names_late(self):
+        self.start("tint2")
+        color = (0, 200, 255)
+        self.desktop.set_tray_color(color)
+        left, top, width, height = self.icon
+
+        def has_color():
+            screen = self.desktop.screenshot()
+            return any(screen.pixel(x, y) == color for x in range(left, left + width)
+                       for y in range(top, top + height))
+        self.wait_until(has_color, "an icon of that colour")
+
     def test_icon_comes_back_when_tint2_restarts(self):
         self.assert_survives_a_restart_of("tint2")
 
@@ -142,7 +154,7 @@ class StartTest(DesktopTest):
     def test_without_a_panel_the_popover_opens_in_the_corner(self):
         self.start_desktop()
         self.start_kestrel()
-        rect = self.kestrel.wait_for_popover(limit=15).rect
+        rect = self.kestrel.wait_for_popover().rect
         screen = self.desktop.bounds
         self.assertEqual(rect[2:], (POPOVER_WIDTH, popover_height(0)))
         corner = Rect(screen.width - rect.width - 16, 0, rect.width + 16, rect.height + 40)

@@ -102,11 +102,11 @@ class LongLaunchesTest(LaunchingTest):
         entry = self.entry("slow.desktop", f"Exec={slow}")
         self.start_with_stalls([("App", "Slow", entry)], [], "execve", 1)
         self.launch("Slow")
-        wait_for(lambda: len(self.log()) == 1, 20, "the first launch")
+        wait_for(lambda: len(self.log()) == 1, what="the first launch")
         self.launch("Slow")
         self.wait_until(self.is_starting_something, "the program to wait for the start of a child")
         self.desktop.bus_process.kill()
-        wait_for(lambda: len(self.log()) == 2, 20, "the launch during which the bus died")
+        wait_for(lambda: len(self.log()) == 2, what="the launch during which the bus died")
         self.assert_stays(lambda: self.kestrel.process.is_running, 1)
         # Nobody knows of the first one any longer: a further one comes up, and shows itself.
         second = self.start_kestrel()

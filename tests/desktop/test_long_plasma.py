@@ -3,13 +3,12 @@ panels, and what only a whole desktop can show."""
 import collections
 import os
 import shlex
-import time
 
 from harness.bars import drawn
 from harness.panel_case import SHORT, PanelTest
 from harness.plasma import PlasmaDesktop, missing
 from harness.processes import wait_for
-from harness.program import POPOVER_WIDTH, item, popover_content, store_before_start
+from harness.program import POPOVER_WIDTH, item, store_before_start
 from harness.text_window import TextWindow
 
 # An icon of Plasma's own that is on the panel of every session.
@@ -51,15 +50,6 @@ class PlasmaTest(PanelTest):
     def move_bar(self, edge, background=None, monitor=0):
         self.show_bar(edge)
         self.find_icon()
-
-    def content(self):
-        """Where the popover's content is, once it is there: a window manager may show a window
-        before it puts it in its place."""
-        def settled():
-            window = self.kestrel.popover()
-            time.sleep(0.1)
-            return window if window and window == self.kestrel.popover() else None
-        return popover_content(self.wait_until(settled, "the popover"), self.scale)
 
     def assert_opens(self, hold=SHORT):
         """A click opens the popover in its place."""

@@ -11,7 +11,7 @@ import dbus
 
 from harness.case import DesktopTest
 from harness.desktop import ITEM
-from harness.processes import wait_for
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 from harness.program import encoded, item
 from harness.x11_client import X11Client
 
@@ -69,7 +69,7 @@ class LongUseTest(DesktopTest):
         return kestrel
 
     def show_popover(self, shown):
-        self.toggle(dbus.Int32(0), dbus.Int32(0), timeout=10)
+        self.toggle(dbus.Int32(0), dbus.Int32(0), timeout=DEFAULT_TIMEOUT)
         self.client.wait_until_shown(self.popover, shown)
 
     def open_popovers(self, count):
@@ -88,7 +88,7 @@ class LongUseTest(DesktopTest):
         x, y = self.client.place(self.popover)
         height = 41 + (min(len(self.shown) * 34 + 12, 320) if self.shown else 140)
         self.client.click(x + 40, y + height - 20)
-        return wait_for(self.client.managed_windows, 10, "the settings window", pause=0.002)[0]
+        return wait_for(self.client.managed_windows, what="the settings window", pause=0.002)[0]
 
     def use_settings(self, check=None):
         window = self.open_settings()
@@ -104,7 +104,7 @@ class LongUseTest(DesktopTest):
             check()
         self.client.key("Escape")
         self.client.key("Alt_L", "F4")
-        wait_for(lambda: not self.client.managed_windows(), 10, "the window to close", pause=0.002)
+        wait_for(lambda: not self.client.managed_windows(), what="the window to close", pause=0.002)
 
     def play(self, round_number):
         self.shown = self.all_lists[round_number % len(self.all_lists)]

@@ -87,12 +87,10 @@ class PopoverTest(DesktopTest):
 
     def test_height_follows_the_number_of_items(self):
         self.start_desktop(panel="fake")
-        self.desktop.write("data/kestrel/cloud/launcherItems", b"[]")
+        self.show_from_outside(0)
         kestrel = self.start([])
         for count in (1, 5, 9, 10, 20):
-            items = [item("App", f"Item {i}", None, f"00000000-0000-4000-8000-{i:012X}")
-                     for i in range(count)]
-            self.desktop.write("data/kestrel/cloud/launcherItems", encoded(items))
+            self.show_from_outside(count)
             self.wait_until(lambda: self.height(kestrel) == popover_height(count),
                             f"the height for {count} items")
 
@@ -115,6 +113,38 @@ class PopoverTest(DesktopTest):
         self.desktop.write("data/kestrel/cloud/launcherItems", encoded(items))
         kestrel.wait_for_rows(["From outside", "Before"])
         self.assertTrue(kestrel.popover())
+
+    def show_from_outside(self, count):
+        """Another machine's list of that many items arrives."""
+        items = [item("App", f"Item {i}", None, f"00000000-0000-4000-8000-{i:012X}")
+                 for i in range(count)]
+        self.desktop.write("data/kestrel/cloud/launcherItems", encoded(items))
+
+    def assert_follows(self, edge):
+        """The popover that a click on the icon opens has the height of each list that arrives while
+        it is open, and keeps its edge at the icon. It closes in the end."""
+        self.desktop.click(*self.desktop.icon_rect().center)
+        before = self.kestrel.wait_for_popover().rect
+        self.assertEqual(before.height, popover_height(0))
+        for count in (20, 1, 5, 0):
+            self.show_from_outside(count)
+            rect = self.wait_until(
+                lambda: next((w.rect for w in [self.kestrel.popover()]
+                              if w.rect.height == popover_height(count)), None),
+                f"the height for {count} items")
+            bottom = before.y + before.height - rect.height
+            self.assertEqual((rect.x, rect.y), (before.x, before.y if edge == "top" else bottom))
+        self.desktop.key("Escape")
+        self.kestrel.wait_for_no_popover()
+
+    def test_open_popover_follows_the_list_and_stays_at_its_icon(self):
+        self.start_desktop(panel="fake", panel_options=["--bar=dock"])
+        self.show_from_outside(0)
+        self.start([])
+        self.assert_follows("top")
+        self.desktop.kill_panel("fake")
+        self.desktop.start_panel("fake", ["--bar=dock"], edge="bottom")
+        self.assert_follows("bottom")
 
     def test_own_list_goes_to_an_empty_cloud_folder(self):
         self.start_desktop(panel="fake")

@@ -68,7 +68,7 @@ class Tour:
                 return None
             with open(self.mark(name), encoding="utf-8") as file:
                 return file.read().strip()
-        return wait_for(content, 20, f"the mark of {name}")
+        return wait_for(content, what=f"the mark of {name}")
 
     # The steps.
 

@@ -19,6 +19,10 @@ void FakePopover::show(Size size) {
     isShown_ = true;
 }
 
+void FakePopover::setContentSize(Size size) {
+    log_.add("popover.setContentSize " + describe(size));
+}
+
 void FakePopover::close() {
     log_.add("popover.close");
     isShown_ = false;

@@ -20,6 +20,7 @@ class FakePopover final : public Popover {
 
     bool isShown() const override { return isShown_; }
     void show(Size size) override;
+    void setContentSize(Size size) override;
     void close() override;
 
     std::unique_ptr<MenuPopoverView> view;

@@ -46,6 +46,16 @@ TEST_F(PopoverTest, ItsSizesFollowTheNumberOfItemsAtEachOpening) {
     EXPECT_TRUE(NSEqualSizes(contentSize(), NSMakeSize(240, 361)));
 }
 
+TEST_F(PopoverTest, ItFollowsTheNumberOfItemsWhileItIsOpen) {
+    launch();
+    recording::click(button());
+    addItems(5);
+    runMainQueue();
+    EXPECT_TRUE(NSEqualSizes(contentSize(), NSMakeSize(240, 223)));
+    EXPECT_TRUE(NSEqualSizes(preferredSize(), NSMakeSize(240, 223)));
+    EXPECT_TRUE(recording::shownPopover() != nil);
+}
+
 TEST_F(PopoverTest, ASecondClickClosesItWithTheButtonAsSender) {
     launch();
     recording::click(button());

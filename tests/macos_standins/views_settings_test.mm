@@ -294,6 +294,21 @@ TEST_F(MacSettingsViewTest, OptionWithTheArrowsMovesTheSelectedRow) {
     EXPECT_EQ(order(), (Titles{"First", "Second", "Third"}));
 }
 
+TEST_F(MacSettingsViewTest, TheArrowsGoOnFromADeletedRow) {
+    select(1);
+    [table() keyDown:keyPress(NSDeleteCharacter)];
+    redraw();
+    EXPECT_EQ(table().selectedRow, -1);
+    [table() keyDown:keyPress(NSDownArrowFunctionKey, NSEventModifierFlagFunction)];
+    redraw();
+    EXPECT_EQ(table().selectedRow, 1);
+    EXPECT_EQ(view_->selectedID(), third.id);
+    [table() keyDown:keyPress(NSDeleteCharacter)];
+    redraw();
+    [table() keyDown:keyPress(NSUpArrowFunctionKey, NSEventModifierFlagFunction)];
+    EXPECT_EQ(view_->selectedID(), first.id);
+}
+
 TEST_F(MacSettingsViewTest, TypingSelectsTheRowThatItNames) {
     [table() keyDown:keyPress('t')];
     redraw();

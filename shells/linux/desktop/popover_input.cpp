@@ -109,6 +109,7 @@ class ActivatedInput final : public PopoverInput {
         x11::beUnlisted(popover_.winId(), shadow * popover_.devicePixelRatio());
         shield_.cover(content);
     }
+    void follow(const QRect& content) override { shield_.cover(content); }
     void take() override {
         wasActive_ = false;
         watch_.start();

@@ -49,6 +49,9 @@ class PopoverInput {
     /// The popover is shown now.
     virtual void take() = 0;
 
+    /// The content of the popover that is shown is elsewhere on the screen from now on.
+    virtual void follow(const QRect& content) { Q_UNUSED(content) }
+
     /// The popover is hidden, or is not going to be shown after all.
     virtual void end() {}
 };

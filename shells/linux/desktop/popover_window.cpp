@@ -72,27 +72,6 @@ void forgetUpdatesOf(QWidget& window) {
         QCoreApplication::removePostedEvents(widget, QEvent::UpdateLater);
 }
 
-QRect placed(const PopoverAnchor& anchor, QSize size) {
-    switch (anchor.kind) {
-    case PopoverAnchor::Kind::icon:
-        return placedAtIcon(anchor.icon, size, areaAround(anchor.icon.center()));
-    case PopoverAnchor::Kind::pointer: {
-        auto area = areaAround(*anchor.point);
-        if (x11::isXWayland() && area.available == area.whole)
-            area = withoutBarsAround(*anchor.point, area);
-        return placedAtIcon(iconAround(*anchor.point, area), size, area);
-    }
-    case PopoverAnchor::Kind::panel: {
-        const auto area = areaAround(*anchor.point);
-        return placedAtIcon(iconOnPanel(*anchor.point, area), size, area);
-    }
-    case PopoverAnchor::Kind::hiddenPointer:
-    case PopoverAnchor::Kind::corner:
-        break;
-    }
-    return placedAtPanelEnd(size, areaWithPanel(), QGuiApplication::layoutDirection());
-}
-
 } // namespace
 
 PopoverWindow::PopoverWindow(std::unique_ptr<QWidget> content, PopoverAnchorSource& anchor)
@@ -122,13 +101,39 @@ PopoverWindow::PopoverWindow(std::unique_ptr<QWidget> content, PopoverAnchorSour
 
 PopoverWindow::~PopoverWindow() { hide(); }
 
+PopoverWindow::Placement PopoverWindow::placementAt(const PopoverAnchor& anchor) {
+    const auto atIcon = [](const QRect& icon, const ScreenArea& area) {
+        return [icon, area](QSize size) { return placedAtIcon(icon, size, area); };
+    };
+    switch (anchor.kind) {
+    case PopoverAnchor::Kind::icon:
+        return atIcon(anchor.icon, areaAround(anchor.icon.center()));
+    case PopoverAnchor::Kind::pointer: {
+        auto area = areaAround(*anchor.point);
+        if (x11::isXWayland() && area.available == area.whole)
+            area = withoutBarsAround(*anchor.point, area);
+        return atIcon(iconAround(*anchor.point, area), area);
+    }
+    case PopoverAnchor::Kind::panel: {
+        const auto area = areaAround(*anchor.point);
+        return atIcon(iconOnPanel(*anchor.point, area), area);
+    }
+    case PopoverAnchor::Kind::hiddenPointer:
+    case PopoverAnchor::Kind::corner:
+        break;
+    }
+    return [area = areaWithPanel()](QSize size) {
+        return placedAtPanelEnd(size, area, QGuiApplication::layoutDirection());
+    };
+}
+
 bool PopoverWindow::isShown() const { return isVisible() || input_->isSearching(); }
 
 void PopoverWindow::show(Size size) {
     contentSize_ = QSizeF(size.width, size.height).toSize();
     const auto anchor = anchor_.anchor();
     if (anchor.kind != PopoverAnchor::Kind::hiddenPointer) {
-        showAt(placed(anchor, contentSize_));
+        showAt(anchor);
         return;
     }
     input_->findPointer([this, last = anchor.point](std::optional<QPoint> pointer) {
@@ -137,8 +142,24 @@ void PopoverWindow::show(Size size) {
         else
             pointer = last;
         const auto kind = pointer ? PopoverAnchor::Kind::pointer : PopoverAnchor::Kind::corner;
-        showAt(placed({.kind = kind, .icon = {}, .point = pointer}, contentSize_));
+        showAt({.kind = kind, .icon = {}, .point = pointer});
     });
+}
+
+// In one step: a window above its icon would jump if it grew first and moved then.
+void PopoverWindow::setContentSize(Size size) {
+    const QSize wanted = QSizeF(size.width, size.height).toSize();
+    if (!isShown() || wanted == contentSize_)
+        return;
+    contentSize_ = wanted;
+    if (!isVisible()) // it is shown at this size once the pointer is found
+        return;
+    const QRect content = placement_(contentSize_);
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    setGeometry(content.marginsAdded(margins()));
+    layOut();
+    input_->follow(content);
 }
 
 void PopoverWindow::close() {
@@ -194,10 +215,12 @@ void PopoverWindow::layOut() {
     content_->setGeometry(content);
 }
 
-void PopoverWindow::showAt(const QRect& content) {
+void PopoverWindow::showAt(const PopoverAnchor& anchor) {
+    placement_ = placementAt(anchor);
+    const QRect content = placement_(contentSize_);
     layOut();
     move(content.topLeft() - QPoint(margin_, margin_));
-    input_->begin(content, {margin_, margin_, margin_, margin_});
+    input_->begin(content, margins());
     fadeIn();
     QWidget::show();
     raise();

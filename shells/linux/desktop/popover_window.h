@@ -12,6 +12,9 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+
 namespace kestrel::linux_shell {
 
 /// Main thread only. Its content decides the size that it is prepared at, by its size hint.
@@ -27,6 +30,7 @@ class PopoverWindow final : public QWidget, public Popover {
 
     bool isShown() const override;
     void show(Size size) override;
+    void setContentSize(Size size) override;
     void close() override;
 
     /// Does ahead of time what the next opening would otherwise spend its time on, at the size that
@@ -49,7 +53,12 @@ class PopoverWindow final : public QWidget, public Popover {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void showAt(const QRect& content);
+    /// Where content of a size goes on the screen.
+    using Placement = std::function<QRect(QSize)>;
+
+    static Placement placementAt(const PopoverAnchor& anchor);
+    void showAt(const PopoverAnchor& anchor);
+    QMargins margins() const { return {margin_, margin_, margin_, margin_}; }
     void layOut();
     void fillCaches();
     void fadeIn();
@@ -59,6 +68,7 @@ class PopoverWindow final : public QWidget, public Popover {
     PopoverAnchorSource& anchor_;
     std::unique_ptr<PopoverInput> input_;
     QSize contentSize_{0, 0};
+    Placement placement_; ///< at the icon, as it was found at the last opening
     int margin_ = 0;
     bool pressedOutside_ = false;
     bool isPainted_ = false;  ///< all of it, since it was shown

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 
 #include <utility>
@@ -38,6 +39,13 @@ class SettingsWindow::Frame final : public QWidget {
         event->accept();
         if (const auto onClosed = onClosed_)
             onClosed();
+    }
+    // A key that the content has no use for; a sheet leaves over none.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->matches(QKeySequence::Close))
+            close();
+        else
+            QWidget::keyPressEvent(event);
     }
     void resizeEvent(QResizeEvent* event) override {
         QWidget::resizeEvent(event);

@@ -38,11 +38,13 @@ LinuxStatusItem::LinuxStatusItem(const QDBusConnection& bus, const QString& name
       onClick_(std::move(onClick)),
       color_([this] { return panels(); }),
       notifier_(bus, name),
-      arrivals_([this] {
-          color_.forgetPanel();
-          ignoresTray_ = false;
-          choosePanel();
-      }),
+      tray_({.arrived =
+                 [this] {
+                     color_.forgetPanel();
+                     ignoresTray_ = false;
+                     choosePanel();
+                 },
+             .recolored = [this] { updateIcon(); }}),
       first_(currentDesktopIs(u"GNOME") ? Protocol::xembed : Protocol::notifier) {
     if (currentDesktopIs(u"KDE") && x11::isXWayland())
         outputs_ = std::make_unique<KWinOutputs>(bus);
@@ -109,12 +111,11 @@ void LinuxStatusItem::use(Protocol protocol) {
 
 void LinuxStatusItem::dock() {
     color_.forgetPanel();
+    tray_.listenToColors();
     xembed_ = std::make_unique<XEmbedIcon>(notifier_.title(), xembedIcon());
     docking_.start();
-    // The shell names its tray's colours only after it has called for icons.
     connect(xembed_.get(), &XEmbedIcon::docked, this, [this] {
         docking_.stop();
-        updateIcon();
         noteShown();
     });
     const auto leave = [this] {

@@ -71,7 +71,7 @@ class LinuxStatusItem final : public QObject, public StatusItem, public PopoverA
     std::function<void()> onClick_;
     StatusIconColor color_;
     StatusNotifierItem notifier_;
-    x11::TrayArrivals arrivals_;
+    x11::TrayWatch tray_;
     std::unique_ptr<KWinOutputs> outputs_; ///< null where places need no translation
     std::unique_ptr<XEmbedIcon> xembed_;
     Protocol protocol_ = Protocol::none;

@@ -5,8 +5,13 @@
 
 #include <QGuiApplication>
 
+#include <string_view>
+#include <utility>
+
 namespace kestrel::linux_shell::x11 {
 namespace {
+
+constexpr std::string_view trayColors = "_NET_SYSTEM_TRAY_COLORS";
 
 xcb_window_t trayWindow(xcb_connection_t* c) { return selectionOwner(c, "_NET_SYSTEM_TRAY_S0"); }
 
@@ -35,7 +40,7 @@ std::optional<QColor> trayForeground() {
     if (c == nullptr)
         return std::nullopt;
     // Four colours of three 16-bit channels: foreground, error, warning, success.
-    const auto channels = values(c, trayWindow(c), "_NET_SYSTEM_TRAY_COLORS", XCB_ATOM_CARDINAL);
+    const auto channels = values(c, trayWindow(c), trayColors, XCB_ATOM_CARDINAL);
     if (channels.size() < 12)
         return std::nullopt;
     const auto channel = [&](std::size_t i) {
@@ -93,27 +98,43 @@ bool trayBlends() {
     return false;
 }
 
-TrayArrivals::TrayArrivals(std::function<void()> arrived) : arrived_(std::move(arrived)) {
+TrayWatch::TrayWatch(Callbacks callbacks) : callbacks_(std::move(callbacks)) {
     if (auto* c = connection()) {
         managerAtom_ = atom(c, "MANAGER");
         trayAtom_ = atom(c, "_NET_SYSTEM_TRAY_S0");
+        colorsAtom_ = atom(c, trayColors);
     }
     qGuiApp->installNativeEventFilter(this);
 }
 
-TrayArrivals::~TrayArrivals() { qGuiApp->removeNativeEventFilter(this); }
+TrayWatch::~TrayWatch() { qGuiApp->removeNativeEventFilter(this); }
+
+// The panel's window may be one whose place is listened to already.
+void TrayWatch::listenToColors() const {
+    auto* c = connection();
+    if (c == nullptr)
+        return;
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const auto cookie =
+        xcb_change_window_attributes_checked(c, trayWindow(c), XCB_CW_EVENT_MASK, &events);
+    xcb_discard_reply(c, cookie.sequence); // it may be gone by now
+}
 
 // A new owner of the tray selection announces itself to the root window, whose messages Qt's X11
 // plugin receives in any case.
-bool TrayArrivals::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
+bool TrayWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
     if (eventType != "xcb_generic_event_t")
         return false;
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7FU) != XCB_CLIENT_MESSAGE)
-        return false;
-    const auto* manager = reinterpret_cast<const xcb_client_message_event_t*>(event);
-    if (manager->type == managerAtom_ && manager->data.data32[1] == trayAtom_)
-        arrived_();
+    const auto type = event->response_type & 0x7FU;
+    if (type == XCB_CLIENT_MESSAGE) {
+        const auto* manager = reinterpret_cast<const xcb_client_message_event_t*>(event);
+        if (manager->type == managerAtom_ && manager->data.data32[1] == trayAtom_)
+            callbacks_.arrived();
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        if (reinterpret_cast<const xcb_property_notify_event_t*>(event)->atom == colorsAtom_)
+            callbacks_.recolored();
+    }
     return false;
 }
 

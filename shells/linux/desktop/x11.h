@@ -44,21 +44,30 @@ bool isMouseButtonDown();
 /// True while the left one is held, and no other.
 bool isLeftButtonAloneDown();
 
-/// Calls `arrived` each time a panel starts to accept icons by the XEmbed protocol. Main thread
-/// only; costs nothing while no panel comes.
-class TrayArrivals : public QAbstractNativeEventFilter {
+/// Tells when a panel starts to accept icons by the XEmbed protocol, and when one names other
+/// colours for them. Main thread only; costs nothing while neither happens.
+class TrayWatch : public QAbstractNativeEventFilter {
   public:
-    explicit TrayArrivals(std::function<void()> arrived);
-    ~TrayArrivals() override;
-    TrayArrivals(const TrayArrivals&) = delete;
-    TrayArrivals& operator=(const TrayArrivals&) = delete;
+    struct Callbacks {
+        std::function<void()> arrived;
+        std::function<void()> recolored;
+    };
+
+    explicit TrayWatch(Callbacks callbacks);
+    ~TrayWatch() override;
+    TrayWatch(const TrayWatch&) = delete;
+    TrayWatch& operator=(const TrayWatch&) = delete;
+
+    /// Listens to the colours of the panel that accepts icons now.
+    void listenToColors() const;
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    std::function<void()> arrived_;
+    Callbacks callbacks_;
     std::uint32_t managerAtom_ = 0;
     std::uint32_t trayAtom_ = 0;
+    std::uint32_t colorsAtom_ = 0;
 };
 
 } // namespace kestrel::linux_shell::x11

@@ -1,6 +1,7 @@
 #include "shells/linux/views/item_editor_form.h"
 
 #include "shells/linux/views/kit/divider.h"
+#include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/segmented_control.h"
@@ -46,7 +47,12 @@ QStringList typeNames() {
 } // namespace
 
 ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* parent)
-    : QWidget(parent), view_(std::move(view)) {
+    : QWidget(parent),
+      view_(std::move(view)),
+      mnemonics_(new Mnemonics({form::titleLabel, form::typeLabel, form::cancel, form::add,
+                                form::save, form::browse, form::appRow.label, form::fileRow.label,
+                                form::commandRow.label},
+                               *this)) {
     setFixedWidth(pixels(form::width));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(marginsFor(form::padding));
@@ -57,11 +63,11 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
 
     const QString titleName = textFor(form::titleLabel);
     title_ = new RoundedField(form::label.font, textFor(form::titlePlaceholder), titleName);
-    addRow(*column, makeLabel(titleName), {title_});
+    addRow(*column, makeLabel(form::titleLabel, title_), {title_});
 
     const QString typeName = textFor(form::typeLabel);
     type_ = new SegmentedControl(typeNames(), typeName);
-    addRow(*column, makeLabel(typeName), {type_});
+    addRow(*column, makeLabel(form::typeLabel, type_), {type_});
     makeTypeRow(*column);
 
     column->addSpacing(pixels(form::spaceAboveDivider));
@@ -77,9 +83,11 @@ ItemEditorForm::ItemEditorForm(std::unique_ptr<AddEditItemView> view, QWidget* p
 
 ItemEditorForm::~ItemEditorForm() = default;
 
-TextLabel* ItemEditorForm::makeLabel(const QString& text) {
-    auto* label = new TextLabel(text, form::label);
+TextLabel* ItemEditorForm::makeLabel(const style::Text& text, QWidget* buddy) {
+    auto* label = new TextLabel(textFor(text), form::label);
     label->setFixedWidth(labelWidth());
+    label->setBuddy(buddy);
+    mnemonics_->bind(*label, text);
     return label;
 }
 
@@ -95,7 +103,6 @@ void ItemEditorForm::addRow(QBoxLayout& column, TextLabel* label, const QList<QW
 }
 
 void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
-    typeRowLabel_ = makeLabel({});
     path_ = new RoundedField(form::appRow.font, {}, {});
     command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
                                 textFor(form::commandRow.label));
@@ -103,12 +110,16 @@ void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
     path_->setLayoutDirection(Qt::LeftToRight);
     command_->setLayoutDirection(Qt::LeftToRight);
     browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
+    typeRowLabel_ = makeLabel(form::appRow.label, path_);
+    mnemonics_->bind(*browse_, form::browse);
     addRow(column, typeRowLabel_, {path_, command_, browse_});
 }
 
 QLayout* ItemEditorForm::makeButtonRow() {
     cancel_ = new PushButton(textFor(form::cancel), PushButton::Look::bordered);
     confirm_ = new PushButton(textFor(view_->confirmTitle()), PushButton::Look::prominent);
+    mnemonics_->bind(*cancel_, form::cancel);
+    mnemonics_->bind(*confirm_, view_->confirmTitle());
     auto* line = new QHBoxLayout;
     line->setSpacing(buttonSpacing);
     line->addStretch(1);
@@ -137,6 +148,8 @@ void ItemEditorForm::connectButtons() {
     connect(browse_, &QAbstractButton::clicked, this, [this] { view_->browse(); });
     connect(cancel_, &QAbstractButton::clicked, this, [this] { view_->cancel(); });
     connect(confirm_, &QAbstractButton::clicked, this, [this] { view_->commitSave(); });
+    for (PushButton* const button : {browse_, cancel_, confirm_})
+        button->setReturnKey(ControlButton::ReturnKey::leftToOthers);
     addShortcut(Qt::Key_Escape, *cancel_);
     addShortcut(Qt::CTRL | Qt::Key_Return, *confirm_);
     addShortcut(Qt::CTRL | Qt::Key_Enter, *confirm_); // the keypad's is another key
@@ -164,6 +177,8 @@ void ItemEditorForm::redrawTypeRow() {
     const form::TypeRow& row = form::rowOf(view_->type());
     const bool isCommand = usesCommand(view_->type());
     typeRowLabel_->setText(textFor(row.label));
+    typeRowLabel_->setBuddy(isCommand ? command_ : path_);
+    mnemonics_->bind(*typeRowLabel_, row.label);
     path_->show(toQString(view_->path()));
     command_->show(toQString(view_->command()));
     if (!isCommand) {

@@ -13,6 +13,7 @@ class QBoxLayout;
 
 namespace kestrel::linux_shell {
 
+class Mnemonics;
 class PushButton;
 class RoundedField;
 class SegmentedControl;
@@ -42,7 +43,7 @@ class ItemEditorForm : public QWidget {
     static void addRow(QBoxLayout& column, TextLabel* label, const QList<QWidget*>& controls);
     void makeTypeRow(QBoxLayout& column);
     QLayout* makeButtonRow();
-    TextLabel* makeLabel(const QString& text);
+    TextLabel* makeLabel(const style::Text& text, QWidget* buddy);
     void connectFields();
     void connectButtons();
     void addShortcut(QKeyCombination keys, PushButton& button);
@@ -50,6 +51,7 @@ class ItemEditorForm : public QWidget {
     void redrawTypeRow();
 
     std::unique_ptr<AddEditItemView> view_;
+    Mnemonics* mnemonics_ = nullptr;
     TextLabel* typeRowLabel_ = nullptr;
     RoundedField* title_ = nullptr;
     SegmentedControl* type_ = nullptr;

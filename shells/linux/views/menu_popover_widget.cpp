@@ -6,6 +6,7 @@
 #include "views/accessible_texts.h"
 #include "views/popover/menu_popover_style.h"
 
+#include <QEvent>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -73,6 +74,8 @@ MenuPopoverWidget::MenuPopoverWidget(std::unique_ptr<MenuPopoverView> view,
     connect(
         &quit_, &QAbstractButton::clicked, this, [this] { view_->quitClicked(); },
         Qt::QueuedConnection);
+    settings_.installEventFilter(this);
+    quit_.installEventFilter(this);
     updateNow();
 }
 
@@ -87,8 +90,11 @@ void MenuPopoverWidget::connectList() {
         if (position < view_->items().size())
             view_->row(position).onTap();
     });
-    connect(&list_, &MenuList::pointerEntered, this,
-            [this](int row) { view_->pointerEntered(static_cast<std::size_t>(row)); });
+    connect(&list_, &MenuList::pointerEntered, this, [this](int row) {
+        if (settings_.hasFocus() || quit_.hasFocus())
+            list_.setFocus(Qt::MouseFocusReason); // the mark goes where the user acts
+        view_->pointerEntered(static_cast<std::size_t>(row));
+    });
     connect(&list_, &MenuList::pointerLeft, this,
             [this](int row) { view_->pointerLeft(static_cast<std::size_t>(row)); });
     // At once: the next key may be here already, and it is about the row that this one leads to.
@@ -145,6 +151,13 @@ void MenuPopoverWidget::layOut() {
     };
     place(settings_, padding.left() - edge, settings);
     place(quit_, width() - padding.right() + edge - quit.width(), quit);
+}
+
+// Of the footer's buttons.
+bool MenuPopoverWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        view_->setFooterHasFocus(event->type() == QEvent::FocusIn);
+    return QWidget::eventFilter(watched, event);
 }
 
 void MenuPopoverWidget::resizeEvent(QResizeEvent* event) {

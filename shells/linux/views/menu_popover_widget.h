@@ -35,6 +35,7 @@ class MenuPopoverWidget final : public QWidget {
     void contentChanged();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

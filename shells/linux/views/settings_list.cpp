@@ -54,7 +54,17 @@ void SettingsRows::bindRow(ListRow& row, int index) {
 }
 
 SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
-    : SelectionList(rows, QMargins(listInset, listInset, listInset, listInset), parent) {}
+    : SelectionList(rows, QMargins(listInset, listInset, listInset, listInset), parent) {
+    // The highlight tells whether the keys are the list's, through a row's button too, which on
+    // losing them paints no more than itself.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, QWidget* to) {
+        if (isAncestorOf(from) || isAncestorOf(to))
+            viewport()->update();
+    });
+}
+
+// A row's button that has the focus loses it while the list is taken apart.
+SettingsList::~SettingsList() { disconnect(qApp, nullptr, this, nullptr); }
 
 void SettingsList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
@@ -62,9 +72,11 @@ void SettingsList::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), background);
     const QWidget* const focused = QApplication::focusWidget();
     const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
+    if (currentRow() >= 0 && currentRow() == carriedRow())
+        return;
     if (currentRow() >= 0) {
         const QColor accent = colorFor(style::ColorLevel::accent, palette());
-        fillRounded(painter, rowRect(currentRow()), highlightRadius,
+        fillRounded(painter, shownRect(currentRow()), highlightRadius,
                     active ? mixed(background, accent, selectedShare)
                            : washColor(palette(), inactiveSelectedOpacity));
     } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {

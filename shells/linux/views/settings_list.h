@@ -32,6 +32,7 @@ class SettingsList : public SelectionList {
   public:
     /// `rows` outlives the list.
     explicit SettingsList(SettingsRows& rows, QWidget* parent = nullptr);
+    ~SettingsList() override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

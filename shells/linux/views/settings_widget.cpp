@@ -106,6 +106,10 @@ void SettingsWidget::connectList() {
     connect(list_, &SettingsList::moveRequested, this, [this](int row, int destination) {
         view_->moveRows({static_cast<std::size_t>(row)}, static_cast<std::size_t>(destination));
     });
+    connect(list_, &SettingsList::moveByOneRequested, this,
+            [this](int row, RowDirection direction) {
+                view_->moveRow(static_cast<std::size_t>(row), direction);
+            });
     connectKeys();
     connect(list_, &SettingsList::contextMenuRequested, this, &SettingsWidget::showContextMenu);
 }
@@ -115,6 +119,10 @@ void SettingsWidget::connectList() {
 void SettingsWidget::connectKeys() {
     connect(list_, &SettingsList::typed, this, [this](const QString& text) {
         view_->typed(text.toStdString());
+        redraw_.catchUp();
+    });
+    connect(list_, &SettingsList::stepRequested, this, [this](RowStep step, int page) {
+        view_->moveSelection(step, static_cast<std::size_t>(page));
         redraw_.catchUp();
     });
     connect(list_, &SettingsList::moveCurrentRequested, this, [this](RowDirection direction) {
@@ -147,6 +155,7 @@ void SettingsWidget::showContextMenu(int row, QPoint globalPosition) {
 void SettingsWidget::redraw() {
     redrawToolbar();
     redrawList();
+    showAddedRow();
     if (auto form = view_->nextSheet())
         present(std::move(form));
 }
@@ -172,6 +181,12 @@ void SettingsWidget::redrawList() {
     placeholder_->setVisible(empty);
     if (hadFocus)
         focusContent();
+}
+
+// After the list has the size that it keeps, which its first row brings it.
+void SettingsWidget::showAddedRow() {
+    if (const auto row = view_->nextRowToShow())
+        list_->ensureVisible(static_cast<int>(*row));
 }
 
 void SettingsWidget::present(std::unique_ptr<AddEditItemView> form) {

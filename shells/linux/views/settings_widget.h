@@ -59,6 +59,7 @@ class SettingsWidget : public QWidget {
     void redraw();
     void redrawToolbar();
     void redrawList();
+    void showAddedRow();
     void present(std::unique_ptr<AddEditItemView> form);
     void dismiss();
     void focusContent();

@@ -28,9 +28,13 @@ class AppKitPopover final : public Popover {
 
     bool isShown() const override;
     void show(Size size) override;
+    void setContentSize(Size size) override;
     void close() override;
 
   private:
+    void applySize(Size size);
+
+
     const AppKitStatusItem& statusItem_;
     NSViewController<ViewStateOwner>* content_;
     NSPopover* popover_;

@@ -52,11 +52,21 @@ void AppKitPopover::show(Size size) {
     NSStatusBarButton* const button = statusItem_.button();
     if (!button)
         return;
+    applySize(size);
+    [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
+    [content_.view.window makeKeyWindow];
+}
+
+// The system keeps the popover at the icon.
+void AppKitPopover::setContentSize(Size size) {
+    if (isShown())
+        applySize(size);
+}
+
+void AppKitPopover::applySize(Size size) {
     const NSSize contentSize = NSMakeSize(size.width, size.height);
     popover_.contentSize = contentSize;
     content_.preferredContentSize = contentSize;
-    [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
-    [content_.view.window makeKeyWindow];
 }
 
 void AppKitPopover::close() {

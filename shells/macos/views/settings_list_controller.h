@@ -23,6 +23,9 @@
 /// Shows the rows of the same list anew, and the selection.
 - (void)refresh;
 
+/// Scrolls to a row that was added, if one was.
+- (void)showAddedRow;
+
 /// The state is about to go. The table stays as it is and does nothing more.
 - (void)detach;
 

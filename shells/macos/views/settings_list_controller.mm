@@ -95,6 +95,11 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     [self showSelection];
 }
 
+- (void)showAddedRow {
+    if (const auto row = _state->nextRowToShow())
+        [_table scrollRowToVisible:static_cast<NSInteger>(*row)];
+}
+
 /// Where the item of a row stands now; nothing when it has gone since the table was filled.
 - (std::optional<std::size_t>)positionOfRow:(NSInteger)row {
     if (row < 0 || static_cast<std::size_t>(row) >= _shownIds.size())
@@ -233,6 +238,10 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
 
 - (void)moveSelectedRow:(SettingsView::Direction)direction {
     _state->moveSelectedRow(direction);
+}
+
+- (void)moveSelection:(SettingsView::Step)step {
+    _state->moveSelection(step, 1); // the page keys are the table's
 }
 
 - (void)editSelectedRow {

@@ -46,6 +46,7 @@ NSString* lettersOf(NSEvent* event) {
 
 - (BOOL)takesCommandKey:(NSEvent*)event {
     using Direction = kestrel::SettingsView::Direction;
+    using Step = kestrel::SettingsView::Step;
     const unichar character = characterOf(event);
     const NSEventModifierFlags modifiers = event.modifierFlags & commandKeys;
     const bool isDelete = character == NSDeleteCharacter || character == NSBackspaceCharacter ||
@@ -60,6 +61,9 @@ NSString* lettersOf(NSEvent* event) {
     else if (isVertical && modifiers == NSEventModifierFlagOption)
         [self.commands
             moveSelectedRow:character == NSUpArrowFunctionKey ? Direction::up : Direction::down];
+    else if (isVertical && modifiers == 0 && self.selectedRow < 0)
+        [self.commands
+            moveSelection:character == NSUpArrowFunctionKey ? Step::previous : Step::next];
     else
         return NO;
     return YES;

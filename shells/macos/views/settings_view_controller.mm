@@ -144,6 +144,7 @@ using namespace kestrel::macos_shell;
     } else {
         [_tableController refresh];
     }
+    [_tableController showAddedRow];
     [self presentSheet];
 }
 

@@ -1,8 +1,8 @@
 #include "views/popover/menu_popover_view.h"
 
 #include "views/popover/menu_popover_style.h"
+#include "views/row_place.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace kestrel {
@@ -48,7 +48,7 @@ ItemRowView MenuPopoverView::row(std::size_t position) const {
                         call(view->callbacks_.onClose);
                 });
             },
-        .isHovered = hoveredRow_ == position,
+        .isHovered = hoveredRow() == position,
     };
 }
 
@@ -67,38 +67,27 @@ void MenuPopoverView::pointerLeft(std::size_t position) {
 }
 
 void MenuPopoverView::moveHighlight(Step step) {
-    if (items().empty())
+    typeSelect_.reset();
+    if (!items().empty())
+        setHoveredRow(rowAfter(step, {.row = hoveredRow_}, items().size(), pageLength));
+}
+
+void MenuPopoverView::setFooterHasFocus(bool has) {
+    if (footerHasFocus_ == has)
         return;
-    const std::size_t last = items().size() - 1;
-    switch (step) {
-    case Step::previous:
-        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min<std::size_t>(*hoveredRow_, 1) : last);
-        break;
-    case Step::next:
-        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + 1, last) : 0);
-        break;
-    case Step::pageUp:
-        setHoveredRow(hoveredRow_ ? *hoveredRow_ - std::min(*hoveredRow_, pageLength) : last);
-        break;
-    case Step::pageDown:
-        setHoveredRow(hoveredRow_ ? std::min(*hoveredRow_ + pageLength, last) : 0);
-        break;
-    case Step::first:
-        setHoveredRow(0);
-        break;
-    case Step::last:
-        setHoveredRow(last);
-        break;
-    }
+    objectWillChange.fire();
+    footerHasFocus_ = has;
 }
 
 void MenuPopoverView::activateHighlighted() const {
-    if (hoveredRow_)
-        row(*hoveredRow_).onTap();
+    if (const auto highlighted = hoveredRow())
+        row(*highlighted).onTap();
 }
 
 void MenuPopoverView::typed(std::string_view text) {
-    if (const auto match = typeSelect_.typed(text, items(), hoveredRow_))
+    if (text == " " && !typeSelect_.isUnderWay())
+        activateHighlighted();
+    else if (const auto match = typeSelect_.typed(text, items(), hoveredRow_))
         setHoveredRow(match);
 }
 

@@ -42,10 +42,17 @@ class MenuPopoverView {
     void settingsClicked() const;
     void quitClicked() const;
 
-    /// The highlighted row: under the pointer, or reached from the keyboard.
-    std::optional<std::size_t> hoveredRow() const { return hoveredRow_; }
+    /// The highlighted row: under the pointer, or reached from the keyboard. None while the footer
+    /// has the keyboard focus, whose mark is the only one then.
+    std::optional<std::size_t> hoveredRow() const {
+        return footerHasFocus_ ? std::nullopt : hoveredRow_;
+    }
     void pointerEntered(std::size_t position);
     void pointerLeft(std::size_t position);
+
+    /// Whether a button of the footer has the keyboard focus. A highlight that has yielded to it
+    /// comes back.
+    void setFooterHasFocus(bool has);
 
     /// Moves the highlight from the keyboard. Without one, the steps forward start at the first
     /// row and the steps backward at the last; at an end the highlight stays.
@@ -55,7 +62,8 @@ class MenuPopoverView {
     /// Launches the highlighted row, as a click on it does; nothing without one.
     void activateHighlighted() const;
 
-    /// Highlights the row that the letters typed so far name; see TypeSelect.
+    /// Highlights the row that the letters typed so far name; see TypeSelect. A space that is not
+    /// part of a name launches the highlighted row.
     void typed(std::string_view text);
 
     /// The popover opens or closes: no row is highlighted any more, and typed letters start over.
@@ -68,6 +76,7 @@ class MenuPopoverView {
     MainQueue& mainQueue_;
     Callbacks callbacks_;
     std::optional<std::size_t> hoveredRow_;
+    bool footerHasFocus_ = false;
     TypeSelect typeSelect_;
     Subscription itemsWillChange_;
     WeakAnchor<MenuPopoverView> anchor_{*this};

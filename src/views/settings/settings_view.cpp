@@ -1,5 +1,8 @@
 #include "views/settings/settings_view.h"
 
+#include "views/row_place.h"
+
+#include <iterator>
 #include <utility>
 
 namespace kestrel {
@@ -8,7 +11,10 @@ SettingsView::SettingsView(ItemsManager& manager, Clock& clock, OpenPanel& openP
     : manager_(manager),
       openPanel_(openPanel),
       typeSelect_(clock),
-      itemsWillChange_(manager.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
+      itemsWillChange_(manager.objectWillChange.subscribe([this] {
+          objectWillChange.fire();
+          deletedRow_.reset();
+      })) {}
 
 template <class Value>
 void SettingsView::set(Value& field, Value value) {
@@ -57,6 +63,7 @@ void SettingsView::setSelectedID(std::optional<Uuid> id) {
     if (selectedID_ == id)
         return;
     set(selectedID_, id);
+    deletedRow_.reset();
     if (id)
         set(committedID_, id);
 }
@@ -77,7 +84,7 @@ void SettingsView::editItem(const LauncherItem& item) {
 }
 
 void SettingsView::deleteCommitted() {
-    const auto position = committedID_ ? items().positionOf(*committedID_) : std::nullopt;
+    const auto position = positionOf(committedID_);
     if (!position)
         return;
     removeAndSave({*position});
@@ -104,8 +111,13 @@ void SettingsView::deleteRows(const Positions& positions) {
 }
 
 void SettingsView::removeAndSave(const Positions& positions) {
+    const auto selected = selectedRow();
     manager_.items.remove(positions);
     manager_.save();
+    if (selected && positions.contains(*selected)) {
+        const auto before = std::distance(positions.begin(), positions.find(*selected));
+        deletedRow_ = *selected - static_cast<std::size_t>(before);
+    }
 }
 
 void SettingsView::moveRows(const Positions& positions, std::size_t destination) {
@@ -113,9 +125,18 @@ void SettingsView::moveRows(const Positions& positions, std::size_t destination)
     manager_.save();
 }
 
-std::optional<std::size_t> SettingsView::selectedRow() const {
-    return selectedID_ ? items().positionOf(*selectedID_) : std::nullopt;
+void SettingsView::moveRow(std::size_t position, Direction direction) {
+    if (direction == Direction::up && position > 0)
+        moveRows({position}, position - 1);
+    else if (direction == Direction::down && position + 1 < items().size())
+        moveRows({position}, position + 2);
 }
+
+std::optional<std::size_t> SettingsView::positionOf(const std::optional<Uuid>& id) const {
+    return id ? items().positionOf(*id) : std::nullopt;
+}
+
+std::optional<std::size_t> SettingsView::selectedRow() const { return positionOf(selectedID_); }
 
 void SettingsView::deleteSelectedRow() {
     if (const auto position = selectedRow())
@@ -123,13 +144,15 @@ void SettingsView::deleteSelectedRow() {
 }
 
 void SettingsView::moveSelectedRow(Direction direction) {
-    const auto position = selectedRow();
-    if (!position)
+    if (const auto position = selectedRow())
+        moveRow(*position, direction);
+}
+
+void SettingsView::moveSelection(Step step, std::size_t page) {
+    if (items().empty())
         return;
-    if (direction == Direction::up && *position > 0)
-        moveRows({*position}, *position - 1);
-    else if (direction == Direction::down && *position + 1 < items().size())
-        moveRows({*position}, *position + 2);
+    const RowPlace place{.row = selectedRow(), .gap = deletedRow_};
+    setSelectedID(items()[rowAfter(step, place, items().size(), page)].id);
 }
 
 void SettingsView::editSelectedRow() {
@@ -140,6 +163,10 @@ void SettingsView::editSelectedRow() {
 void SettingsView::typed(std::string_view text) {
     if (const auto match = typeSelect_.typed(text, items(), selectedRow()))
         setSelectedID(items()[*match].id);
+}
+
+std::optional<std::size_t> SettingsView::nextRowToShow() {
+    return positionOf(std::exchange(addedID_, std::nullopt));
 }
 
 std::unique_ptr<AddEditItemView> SettingsView::nextSheet() {
@@ -169,6 +196,7 @@ std::unique_ptr<AddEditItemView> SettingsView::makeAddSheet() {
         const auto self = weak.lock();
         if (!self)
             return;
+        self->addedID_ = item.id;
         self->manager_.items.append(std::move(item));
         self->manager_.save();
     };

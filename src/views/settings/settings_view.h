@@ -70,17 +70,28 @@ class SettingsView {
     void deleteRows(const Positions& positions);
     void moveRows(const Positions& positions, std::size_t destination);
 
-    /// The delete and move commands from the keyboard, for the selected row; nothing without one,
-    /// or when it stands at that end already.
+    /// Moves a row one place; nothing when it stands at that end already.
     using Direction = RowDirection;
+    void moveRow(std::size_t position, Direction direction);
+
+    /// The delete and move commands from the keyboard, for the selected row; nothing without one.
     void deleteSelectedRow();
     void moveSelectedRow(Direction direction);
+
+    /// Moves the selection from the keyboard; `page` is the number of rows of a page. After the
+    /// selected row was deleted it goes on from that place, until the list changes again.
+    using Step = RowStep;
+    void moveSelection(Step step, std::size_t page);
 
     /// Opens the edit sheet for the selected row.
     void editSelectedRow();
 
     /// Selects the row that the letters typed so far name; see TypeSelect.
     void typed(std::string_view text);
+
+    /// The row that was added in this window and is to be scrolled to now, once; nothing when none
+    /// was.
+    std::optional<std::size_t> nextRowToShow();
 
     /// The sheets that are asked for. Both may be; each has its own state.
     bool showAddSheet() const { return showAddSheet_; }
@@ -102,6 +113,7 @@ class SettingsView {
     std::unique_ptr<AddEditItemView> makeEditSheet();
     void removeAndSave(const Positions& positions);
     std::optional<std::size_t> selectedRow() const;
+    std::optional<std::size_t> positionOf(const std::optional<Uuid>& id) const;
     template <class Value>
     void set(Value& field, Value value);
 
@@ -109,6 +121,8 @@ class SettingsView {
     OpenPanel& openPanel_;
     std::optional<Uuid> selectedID_;
     std::optional<Uuid> committedID_;
+    std::optional<std::size_t> deletedRow_; ///< where the selected row stood before it was deleted
+    std::optional<Uuid> addedID_;           ///< not scrolled to yet
     bool showAddSheet_ = false;
     std::optional<LauncherItem> itemToEdit_;
     Sheet shownSheet_ = Sheet::none;

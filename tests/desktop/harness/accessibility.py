@@ -12,7 +12,6 @@ from harness.images import Rect
 from harness.processes import DEFAULT_TIMEOUT, wait_for
 
 PREFIX = "org.a11y.atspi."
-CALL_LIMIT = 5
 NULL_PATH = "/org/a11y/atspi/null"
 # The states in the order of their bits.
 STATES = (
@@ -35,10 +34,10 @@ class Node:
 
     def _call(self, interface, method, *arguments):
         call = self._object().get_dbus_method(method, PREFIX + interface)
-        return call(*arguments, timeout=CALL_LIMIT)
+        return call(*arguments, timeout=DEFAULT_TIMEOUT)
 
     def _property(self, interface, name):
-        return self._object().Get(PREFIX + interface, name, timeout=CALL_LIMIT,
+        return self._object().Get(PREFIX + interface, name, timeout=DEFAULT_TIMEOUT,
                                   dbus_interface=dbus.PROPERTIES_IFACE)
 
     @property
@@ -121,7 +120,7 @@ class Accessibility:
 
     def __init__(self, session_bus):
         launcher = session_bus.get_object("org.a11y.Bus", "/org/a11y/bus", introspect=False)
-        address = launcher.GetAddress(dbus_interface="org.a11y.Bus", timeout=CALL_LIMIT)
+        address = launcher.GetAddress(dbus_interface="org.a11y.Bus", timeout=DEFAULT_TIMEOUT)
         self._bus = dbus.bus.BusConnection(str(address))
         self._bus.set_exit_on_disconnect(False)
 

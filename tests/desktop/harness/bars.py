@@ -5,7 +5,7 @@ import time
 from typing import NamedTuple
 
 from harness.images import Rect
-from harness.processes import wait_for
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 
 # A bar has a thin border, and some have a gradient that is fainter than any icon.
 RIM = 3
@@ -63,7 +63,7 @@ class Bar(NamedTuple):
         x, y, width, height = self.rect
         return drawn(image, Rect(x + RIM, y + RIM, width - 2 * RIM, height - 2 * RIM))
 
-    def wait_for_icon(self, desktop, limit=15):
+    def wait_for_icon(self, desktop, limit=DEFAULT_TIMEOUT):
         """The icon, once it is square and stays where it is and as it is. The pointer must not be
         on the bar."""
         def settled():

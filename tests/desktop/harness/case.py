@@ -16,7 +16,7 @@ class DesktopTest(unittest.TestCase):
     """A test with a desktop of its own, which ends with the test."""
 
     # How long one test may take, in seconds.
-    limit = 90
+    limit = 120
 
     def setUp(self):
         self.desktop = self.kestrel = None

@@ -31,6 +31,7 @@ from harness.processes import DEFAULT_TIMEOUT, ProcessGroup, wait_for
 
 ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
+TRAY_SELECTION = "_NET_SYSTEM_TRAY_S0"
 SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
 SERVICES = "/usr/share/dbus-1/services/"
 # The installed services that a test's bus may start. Whatever else a machine has, a desktop's own
@@ -102,6 +103,17 @@ class _Xlib:
         with self.connection() as connection:
             atom = self.library.XInternAtom(connection, selection.encode(), 0)
             return bool(self.library.XGetSelectionOwner(connection, atom))
+
+    def set_numbers(self, selection, name, numbers):
+        """Sets a property of the window that owns a selection."""
+        xa_cardinal, replace = 6, 0
+        lib = self.library
+        with self.connection() as connection:
+            owner = lib.XGetSelectionOwner(
+                connection, lib.XInternAtom(connection, selection.encode(), 0))
+            lib.XChangeProperty(connection, owner, lib.XInternAtom(connection, name.encode(), 0),
+                                xa_cardinal, 32, replace,
+                                (ctypes.c_ulong * len(numbers))(*numbers), len(numbers))
 
     def fill_root(self, pixel, width, height):
         """Paints the bare desktop as wallpaper programs do, so that compositors show it too."""
@@ -286,7 +298,7 @@ class Session:
             return []
         watcher = self.bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
         return [str(item) for item in watcher.Get(
-            WATCHER, "RegisteredStatusNotifierItems", timeout=5,
+            WATCHER, "RegisteredStatusNotifierItems", timeout=DEFAULT_TIMEOUT,
             dbus_interface=dbus.PROPERTIES_IFACE)]
 
     def status_item(self):
@@ -295,13 +307,14 @@ class Session:
         return self.bus.get_object(name, "/" + (path or "StatusNotifierItem"), introspect=False)
 
     def status_item_properties(self):
-        found = self.status_item().GetAll(ITEM, dbus_interface=dbus.PROPERTIES_IFACE, timeout=5)
+        found = self.status_item().GetAll(ITEM, dbus_interface=dbus.PROPERTIES_IFACE,
+                                         timeout=DEFAULT_TIMEOUT)
         return {str(key): value for key, value in found.items()}
 
     def call_status_item(self, method, x=0, y=0):
         """Activate, SecondaryActivate or ContextMenu, as a host calls it."""
         call = self.status_item().get_dbus_method(method, ITEM)
-        call(dbus.Int32(x), dbus.Int32(y), timeout=5)
+        call(dbus.Int32(x), dbus.Int32(y), timeout=DEFAULT_TIMEOUT)
 
 
 class Desktop(Session):
@@ -356,13 +369,18 @@ class Desktop(Session):
                    "xfwm4": ["xfwm4", "--compositor=" + ("on" if compositor else "off")]}[name]
         self.start_service(command)
         wait_for(lambda: "window id #" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                 15, name)
+                 what=name)
 
     def has_selection_owner(self, selection):
         return self._xlib.has_selection_owner(selection)
 
     def has_xembed_tray(self):
-        return self.has_selection_owner("_NET_SYSTEM_TRAY_S0")
+        return self.has_selection_owner(TRAY_SELECTION)
+
+    def set_tray_color(self, color):
+        """The panel wants icons in this colour (red, green, blue)."""
+        self._xlib.set_numbers(TRAY_SELECTION, "_NET_SYSTEM_TRAY_COLORS",
+                               [channel * 0x101 for channel in color] * 4)
 
     def fill_background(self, color):
         """Gives the bare desktop a colour (red, green, blue)."""
@@ -432,7 +450,7 @@ class Desktop(Session):
             return image if image == self.screenshot().cut(rect) else None
         return wait_for(settled, what="a screen that does not change")
 
-    def icon_rect(self, limit=10):
+    def icon_rect(self, limit=DEFAULT_TIMEOUT):
         """Where the status icon is, waited for until it stays there: from the fake host, which says
         so; from the window of Xfce's tray, which is off the screen while it is empty; else from
         the icon's own window, which XEmbed gives it."""

@@ -11,7 +11,7 @@ from harness.bars import Bar
 from harness.desktop import Desktop
 from harness.images import Image, Rect
 from harness.panels import WATCHER
-from harness.processes import wait_for
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 from harness.shell_session import ShellSession
 
 INDICATORS = "ubuntu-appindicators@ubuntu.com"
@@ -112,12 +112,12 @@ class _Gnome(ShellSession):
         that. X11 programs are told of whole scales; others the shell makes without them."""
         name, temporary = "org.gnome.Mutter.DisplayConfig", 1
         service = self.bus.get_object(name, "/" + name.replace(".", "/"), introspect=False)
-        serial, monitors, *_ = service.GetCurrentState(dbus_interface=name, timeout=20)
+        serial, monitors, *_ = service.GetCurrentState(dbus_interface=name, timeout=DEFAULT_TIMEOUT)
         (connector, *_), modes, _ = monitors[0]
         mode = next(mode[0] for mode in modes if "is-current" in mode[6])
         screen = 0, 0, float(scale), 0, True, [(connector, mode, {})]
         service.ApplyMonitorsConfig(serial, temporary, [screen], {}, dbus_interface=name,
-                                    signature="uua(iiduba(ssa{sv}))a{sv}", timeout=20)
+                                    signature="uua(iiduba(ssa{sv}))a{sv}", timeout=DEFAULT_TIMEOUT)
         told = 96 * scale if scale == int(scale) else 96
         wait_for(lambda: rf"Xft.dpi:\t{told}\n" in self.run("xprop", "-root", "RESOURCE_MANAGER"),
                  what="the resolution that X11 programs are told")
@@ -223,7 +223,7 @@ class GnomeOnWayland(_Gnome):
         file, screenshot = self.path("screen.png"), "org.gnome.Shell.Screenshot"
         service = self.bus.get_object("org.gnome.Shell", "/" + screenshot.replace(".", "/"),
                                       introspect=False)
-        service.Screenshot(False, False, file, dbus_interface=screenshot, timeout=20)
+        service.Screenshot(False, False, file, dbus_interface=screenshot, timeout=DEFAULT_TIMEOUT)
         image = GdkPixbuf.Pixbuf.new_from_file_at_scale(file, *self.bounds[2:], False)
         width, height, channels = image.get_width(), image.get_height(), image.get_n_channels()
         data, stride = image.get_pixels(), image.get_rowstride()

@@ -196,7 +196,7 @@ class LaunchingTest(DesktopTest):
         """The one managed window that is not among `known`, once it has the keyboard."""
         def new():
             return [window for window in self.clients() if window not in known]
-        window = wait_for(new, 20, "a new window")[0]
+        window = wait_for(new, what="a new window")[0]
         wait_for(lambda: self.active_client() == window, what="the new window to be active")
         return window
 

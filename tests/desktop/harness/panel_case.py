@@ -1,7 +1,9 @@
 """Base class of the tests of the status icon and the popover in real panels."""
+import time
+
 from harness.case import DesktopTest
 from harness.program import (BUS_NAME, POPOVER_WIDTH, item, popover_content, popover_height,
-                     store_before_start)
+                             store_before_start)
 
 SHORT, LONG = 0.08, 0.7
 
@@ -77,11 +79,19 @@ class PanelTest(DesktopTest):
     def click(self, hold=SHORT, button=1):
         self.desktop.click(*self.icon.rect.center, button=button, hold=hold)
 
+    def content(self):
+        """Where the popover's content is, once it is there: a window manager may show a window
+        before it puts it in its place."""
+        def settled():
+            window = self.kestrel.popover()
+            time.sleep(0.1)
+            return window if window and window == self.kestrel.popover() else None
+        return popover_content(self.wait_until(settled, "the popover"), self.scale)
+
     def assert_opens(self, hold=SHORT):
         """A click opens the popover, in its place and in its size."""
         self.click(hold)
-        self.wait_until(self.kestrel.popover, "the popover")
-        content = popover_content(self.kestrel.popover(), self.scale)
+        content = self.content()
         self.assertEqual(content[2:], (self.scale * POPOVER_WIDTH,
                                        self.scale * popover_height(len(self.items))))
         self.assertIsNone(self.misplacement(content))

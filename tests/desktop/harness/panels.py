@@ -174,5 +174,5 @@ def start_panel(desktop, panel, look):
     else:
         command, environment, ready = PANELS[panel](desktop, look)
         process = desktop.start_service(command, environment)
-    wait_for(ready, 20, f"{panel} to take icons")
+    wait_for(ready, what=f"{panel} to take icons")
     return process

@@ -15,7 +15,7 @@ import uuid
 import dbus
 
 # How long, in seconds, what a test waits for may take on a busy machine before it counts as failed.
-DEFAULT_TIMEOUT = 20
+DEFAULT_TIMEOUT = 40
 PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None)

@@ -10,7 +10,7 @@ import dbus.bus
 
 from harness.desktop import Session
 from harness.images import Rect
-from harness.processes import wait_for
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 
 EDITOR = str(pathlib.Path(__file__).resolve().with_name("text_editor_app.py"))
 SYSTEM_BUS = """<busconfig>
@@ -97,7 +97,8 @@ class ShellSession(Session):
     def eval(self, script):
         """The value of the last expression of a script that the shell runs."""
         shell = self.bus.get_object(*self.service, introspect=False)
-        is_good, text = shell.Eval(IMPORTS + script, dbus_interface=self.service[0], timeout=20)
+        is_good, text = shell.Eval(IMPORTS + script, dbus_interface=self.service[0],
+                                   timeout=DEFAULT_TIMEOUT)
         if not is_good:
             raise RuntimeError(f"{script}: {text}")
         return json.loads(str(text)) if text else None

@@ -5,6 +5,7 @@ import shutil
 import dbus
 
 from harness.case import DesktopTest
+from harness.processes import DEFAULT_TIMEOUT
 from harness.program import BUS_NAME, encoded, item
 from harness.system_calls import SystemCalls, can_listen
 
@@ -94,7 +95,7 @@ class StoredListsTest(DesktopTest):
         self.wait_for_bus_name()
         program = self.desktop.bus.get_object(BUS_NAME, "/" + BUS_NAME.replace(".", "/"),
                                               introspect=False)
-        program.Activate(dbus.Dictionary(signature="sv"), timeout=5,
+        program.Activate(dbus.Dictionary(signature="sv"), timeout=DEFAULT_TIMEOUT,
                          dbus_interface="org.freedesktop.Application")
 
     def open_settings(self):

@@ -122,7 +122,7 @@ class Synchroniser:
     def pause(self):
         """Parts it from its partner."""
         self._ask("POST", "system/pause", device=self._other.identity)
-        wait_for(lambda: not self.is_connected(), 20, "the end of the connection")
+        wait_for(lambda: not self.is_connected(), what="the end of the connection")
 
     def resume(self):
         self._ask("POST", "system/resume", device=self._other.identity)

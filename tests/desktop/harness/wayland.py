@@ -9,7 +9,7 @@ from harness.bars import Bar
 from harness.desktop import Session
 from harness.images import Image, Rect
 from harness.panels import BACKGROUNDS, WATCHER
-from harness.processes import wait_for
+from harness.processes import DEFAULT_TIMEOUT, wait_for
 from harness.wayland_input import WaylandInput
 
 SWAY = """xwayland enable
@@ -77,17 +77,17 @@ class SwayDesktop(Session):
         def socket(pattern):
             return lambda: next((name for name in os.listdir(folder)
                                  if re.fullmatch(pattern, name)), None)
-        display = wait_for(socket(r"wayland-\d+"), 15, "sway's display")
-        control = wait_for(socket(r"sway-ipc\..*"), 15, "sway's control socket")
+        display = wait_for(socket(r"wayland-\d+"), what="sway's display")
+        control = wait_for(socket(r"sway-ipc\..*"), what="sway's control socket")
         self.environment["SWAYSOCK"] = os.path.join(folder, control)
-        wait_for(lambda: "HEADLESS" in self.run("swaymsg", "-t", "get_outputs"), 15, "an output")
+        wait_for(lambda: "HEADLESS" in self.run("swaymsg", "-t", "get_outputs"), what="an output")
 
         def virtual_input():
             try:
                 return WaylandInput(os.path.join(folder, display), *self.bounds[2:])
             except KeyError:
                 return None
-        self._input = wait_for(virtual_input, 15, "the virtual pointer and keyboard")
+        self._input = wait_for(virtual_input, what="the virtual pointer and keyboard")
         self.environment.update(WAYLAND_DISPLAY=display, DISPLAY=self._x_display(),
                                 GDK_BACKEND="wayland")
 
@@ -103,7 +103,7 @@ class SwayDesktop(Session):
                 return None
             with open(file, encoding="utf-8") as content:
                 return content.read().strip()
-        return wait_for(told, 15, "the X display")
+        return wait_for(told, what="the X display")
 
     def start_bar(self, edge="top", background="dark", monitor=0):
         """Starts waybar on one of the screens and waits until it is painted."""
@@ -116,10 +116,10 @@ class SwayDesktop(Session):
         self.write("config/waybar/style.css", WAYBAR_STYLE.format(
             background=BACKGROUNDS[background]))
         self._bar = self.start_service(["waybar"])
-        wait_for(lambda: self.has_bus_name(WATCHER), 20, "waybar")
+        wait_for(lambda: self.has_bus_name(WATCHER), what="waybar")
         color = tuple(bytes.fromhex(BACKGROUNDS[background][1:]))
-        wait_for(lambda: self.screenshot().pixel(bar.rect.x + 4, bar.rect.y + 4) == color, 15,
-                 "the bar", pause=0.1)
+        wait_for(lambda: self.screenshot().pixel(bar.rect.x + 4, bar.rect.y + 4) == color,
+                 what="the bar", pause=0.1)
         return bar
 
     def kill_bar(self):
@@ -171,7 +171,7 @@ class SwayDesktop(Session):
         header = re.match(rb"P6\s+(\d+) (\d+)\s+255\s", data)
         return Image(int(header[1]), int(header[2]), data[header.end():])
 
-    def icon_rect(self, before, limit=15):
+    def icon_rect(self, before, limit=DEFAULT_TIMEOUT):
         """Where the bar has changed since the screenshot `before`, once it stays so."""
         bar = Rect(0, 0, self.bounds.width, BAR_HEIGHT)
         old = before.cut(bar)

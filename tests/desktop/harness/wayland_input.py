@@ -5,6 +5,8 @@ import struct
 import tempfile
 import time
 
+from harness.processes import DEFAULT_TIMEOUT
+
 SHM_KEYMAP_FORMAT = 1
 SHIFT_BIT = 1
 MODIFIERS = {"shift": (42, SHIFT_BIT), "ctrl": (29, 4), "alt": (56, 8)}
@@ -25,7 +27,7 @@ class WaylandInput:
     def __init__(self, path, width, height):
         self._size, self._next_id, self._globals, self._buffer = (width, height), 2, {}, b""
         self._socket = socket.socket(socket.AF_UNIX)
-        self._socket.settimeout(5)
+        self._socket.settimeout(DEFAULT_TIMEOUT)
         self._socket.connect(path)
         self._registry = self._new_id()
         self._request(WL_DISPLAY, GET_REGISTRY, struct.pack("<I", self._registry))

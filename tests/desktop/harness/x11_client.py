@@ -110,7 +110,7 @@ class X11Client:
         return x.value, y.value
 
     def wait_until_shown(self, window, shown=True):
-        wait_for(lambda: self.is_shown(window) == shown, 10, "the window to show or hide",
+        wait_for(lambda: self.is_shown(window) == shown, what="the window to show or hide",
                  pause=0.001)
 
     def resources(self, window):

@@ -93,6 +93,43 @@ TEST_F(PopoverWindowTest, OpensAtTheIcon) {
     EXPECT_EQ(contentOnScreen().top(), 28);
 }
 
+TEST_F(PopoverWindowTest, FollowsANewSizeFromTheIconAwayWhicheverEdgeThatIsAt) {
+    const QRect screen = popover.screen()->geometry();
+    const int middle = screen.center().x();
+    const auto openAt = [this](const QRect& icon) {
+        anchor.place = {.kind = PopoverAnchor::Kind::icon, .icon = icon, .point = {}};
+        open();
+        return contentOnScreen();
+    };
+    const auto resized = [this](int height) {
+        popover.setContentSize({240, static_cast<double>(height)});
+        EXPECT_EQ(content->size(), QSize(240, height));
+        EXPECT_EQ(contentOnScreen().size(), QSize(240, height));
+        return contentOnScreen();
+    };
+    const QRect below = openAt(QRect(middle, 0, 24, 24));
+    EXPECT_EQ(resized(361).topLeft(), below.topLeft());
+    EXPECT_EQ(resized(87).topLeft(), below.topLeft());
+    popover.close();
+
+    const QRect above = openAt(QRect(middle, screen.bottom() - 23, 24, 24));
+    EXPECT_EQ(resized(361).bottomLeft(), above.bottomLeft());
+    EXPECT_EQ(resized(87).bottomLeft(), above.bottomLeft());
+    popover.close();
+
+    const QRect beside = openAt(QRect(0, screen.center().y(), 24, 24));
+    EXPECT_EQ(resized(361).left(), beside.left());
+    EXPECT_NEAR(contentOnScreen().center().y(), beside.center().y(), 1);
+}
+
+TEST_F(PopoverWindowTest, NewSizeOfAClosedPopoverIsIgnored) {
+    open();
+    popover.close();
+    popover.setContentSize({240, 361});
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_EQ(content->size(), QSize(240, 181));
+}
+
 TEST_F(PopoverWindowTest, WithoutAnIconOpensInTheTopRightCorner) {
     open();
     const QRect available = popover.screen()->availableGeometry();

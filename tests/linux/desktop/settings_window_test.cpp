@@ -2,6 +2,8 @@
 
 #include "tests/linux/desktop/waiting.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
 
@@ -61,6 +63,25 @@ TEST_F(SettingsWindowTest, ClosingIsToldOnce) {
     widget().close();
     EXPECT_EQ(closed, 1);
     EXPECT_FALSE(widget().isVisible());
+}
+
+TEST_F(SettingsWindowTest, ControlWClosesItUnlessTheContentTakesTheKey) {
+    class Taking : public QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            return event->type() == QEvent::KeyPress;
+        }
+    } taking;
+    const auto press = [this] {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier);
+        QCoreApplication::sendEvent(content, &event);
+    };
+    window->bringForward();
+    content->installEventFilter(&taking);
+    press();
+    EXPECT_EQ(closed, 0);
+    content->removeEventFilter(&taking);
+    press();
+    EXPECT_EQ(closed, 1);
 }
 
 TEST_F(SettingsWindowTest, TheWindowMayBeDestroyedWhileItCloses) {

@@ -9,9 +9,9 @@
 
 namespace kestrel::linux_shell {
 
-/// Runs the event loop until `condition` holds; false when it does not within 10 seconds.
+/// Runs the event loop until `condition` holds; false when it does not within 30 seconds.
 inline bool waitUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(10000);
+    const QDeadlineTimer deadline(30000);
     while (!condition()) {
         if (deadline.hasExpired())
             return false;

@@ -19,8 +19,8 @@ void send(QWidget& widget, QEvent::Type type, QPoint position, Qt::MouseButton b
 
 } // namespace
 
-void press(QWidget& widget, QPoint position, Qt::MouseButton button) {
-    send(widget, QEvent::MouseButtonPress, position, button, button);
+void press(QWidget& widget, QPoint position, Qt::MouseButton button, Qt::MouseButtons held) {
+    send(widget, QEvent::MouseButtonPress, position, button, held | button);
 }
 
 void release(QWidget& widget, QPoint position, Qt::MouseButton button) {

@@ -31,7 +31,9 @@ class EventLog {
     std::vector<std::string> entries_;
 };
 
-void press(QWidget& widget, QPoint position, Qt::MouseButton button = Qt::LeftButton);
+/// `held` are the buttons that are down already.
+void press(QWidget& widget, QPoint position, Qt::MouseButton button = Qt::LeftButton,
+           Qt::MouseButtons held = Qt::NoButton);
 void release(QWidget& widget, QPoint position, Qt::MouseButton button = Qt::LeftButton);
 void click(QWidget& widget, QPoint position);
 void doubleClick(QWidget& widget, QPoint position);

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QKeyEvent>
 
 #include <gmock/gmock.h>
 
@@ -261,6 +262,140 @@ TEST_F(ItemEditorFormTest, TabGoesFromTheTitleToTheButtons) {
     EXPECT_EQ(stops, (std::vector<QWidget*>{&form->titleField(), &form->typeControl().segment(0),
                                             &form->pathField(), &form->browseButton(),
                                             &form->cancelButton(), &form->confirmButton()}));
+}
+
+TEST_F(ItemEditorFormTest, TabReachesTheChosenSegmentFromBothSides) {
+    open(tests::commandItem("Load", "htop"));
+    QWidget* const chosen = &form->typeControl().segment(2);
+    keyOfWindow(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), chosen);
+    keyOfWindow(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &form->commandField());
+    keyOfWindow(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), chosen);
+    keyOfWindow(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &form->titleField());
+    EXPECT_EQ(form->view().type(), ItemType::inlineCommand);
+
+    form->view().setType(ItemType::commandFile);
+    turnEventLoop();
+    keyOfWindow(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &form->typeControl().segment(1));
+}
+
+TEST_F(ItemEditorFormTest, ArrowsChooseFromTheChosenSegmentOnAndSpaceChangesNothing) {
+    open(tests::commandItem("Load", "htop"));
+    keyOfWindow(Qt::Key_Tab);
+    keyOfWindow(Qt::Key_Space);
+    keyOfWindow(Qt::Key_Return);
+    EXPECT_EQ(form->view().type(), ItemType::inlineCommand);
+    const struct {
+        Qt::LayoutDirection direction;
+        int key;
+        ItemType type;
+    } table[] = {
+        {Qt::LeftToRight, Qt::Key_Right, ItemType::inlineCommand},
+        {Qt::LeftToRight, Qt::Key_Left, ItemType::commandFile},
+        {Qt::LeftToRight, Qt::Key_Up, ItemType::app},
+        {Qt::LeftToRight, Qt::Key_Left, ItemType::app},
+        {Qt::LeftToRight, Qt::Key_Down, ItemType::commandFile},
+        {Qt::RightToLeft, Qt::Key_Left, ItemType::inlineCommand},
+        {Qt::RightToLeft, Qt::Key_Right, ItemType::commandFile},
+        {Qt::RightToLeft, Qt::Key_Down, ItemType::inlineCommand},
+        {Qt::RightToLeft, Qt::Key_Up, ItemType::commandFile},
+    };
+    int line = 0;
+    for (const auto& row : table) {
+        form->setLayoutDirection(row.direction);
+        turnEventLoop();
+        keyOfWindow(row.key);
+        EXPECT_EQ(form->view().type(), row.type) << "line " << line;
+        EXPECT_EQ(QApplication::focusWidget(),
+                  &form->typeControl().segment(form->typeControl().currentIndex()))
+            << "line " << line;
+        ++line;
+    }
+}
+
+TEST_F(ItemEditorFormTest, ClickOnASegmentTakesTheKeysThereOnlyWhenItChooses) {
+    open();
+    QAbstractButton& file = form->typeControl().segment(1);
+    press(file, file.rect().center());
+    release(file, QPoint(-40, 5));
+    EXPECT_EQ(form->view().type(), ItemType::app);
+    EXPECT_EQ(QApplication::focusWidget(), &form->titleField());
+    click(file, file.rect().center());
+    EXPECT_EQ(form->view().type(), ItemType::commandFile);
+    EXPECT_EQ(QApplication::focusWidget(), &file);
+}
+
+TEST_F(ItemEditorFormTest, ReturnPressesNoButtonOfTheForm) {
+    open(tests::appItem("Editor"));
+    for (QWidget* const button :
+         {&form->browseButton(), &form->cancelButton(), &form->confirmButton()}) {
+        button->setFocus();
+        keyOfWindow(Qt::Key_Return);
+        keyOfWindow(Qt::Key_Enter, Qt::KeypadModifier);
+    }
+    EXPECT_TRUE(openPanel.shown.empty());
+    EXPECT_TRUE(saved.empty());
+    EXPECT_EQ(dismissed, 0);
+    form->cancelButton().setFocus();
+    keyOfWindow(Qt::Key_Space);
+    EXPECT_EQ(dismissed, 1);
+}
+
+TEST_F(ItemEditorFormTest, ClickOnALabelFocusesItsControl) {
+    open(tests::commandItem("Load", "htop"));
+    const auto clickLabel = [this](const QString& text) {
+        for (TextLabel* const label : form->findChildren<TextLabel*>())
+            if (label->text() == text)
+                click(*label, label->rect().center());
+        return QApplication::focusWidget();
+    };
+    EXPECT_EQ(clickLabel(QStringLiteral("Type")), &form->typeControl().segment(2));
+    EXPECT_EQ(clickLabel(QStringLiteral("Title")), &form->titleField());
+    EXPECT_EQ(clickLabel(QStringLiteral("Command")), &form->commandField());
+    form->view().setType(ItemType::app);
+    turnEventLoop();
+    EXPECT_EQ(clickLabel(QStringLiteral("App")), &form->pathField());
+    EXPECT_EQ(clickLabel(QStringLiteral("Edit Item")), &form->pathField());
+}
+
+TEST_F(ItemEditorFormTest, AltAndALetterActOnEachControl) {
+    open(tests::appItem("Editor"));
+    const auto alt = [this](int key) {
+        keyOfWindow(key, Qt::AltModifier);
+        return QApplication::focusWidget();
+    };
+    EXPECT_EQ(alt(Qt::Key_Y), &form->typeControl().segment(0));
+    EXPECT_EQ(alt(Qt::Key_P), &form->pathField());
+    EXPECT_EQ(alt(Qt::Key_T), &form->titleField());
+    alt(Qt::Key_B);
+    EXPECT_EQ(openPanel.shown.size(), 1U);
+    form->view().setType(ItemType::inlineCommand);
+    turnEventLoop();
+    alt(Qt::Key_B);
+    EXPECT_EQ(openPanel.shown.size(), 1U) << "there is no such button now";
+    EXPECT_EQ(alt(Qt::Key_P), &form->titleField());
+    EXPECT_EQ(alt(Qt::Key_O), &form->commandField());
+    EXPECT_EQ(dismissed, 0);
+    alt(Qt::Key_C);
+    EXPECT_EQ(dismissed, 1);
+    alt(Qt::Key_S);
+    EXPECT_EQ(saved.size(), 1U);
+}
+
+TEST_F(ItemEditorFormTest, LettersAreUnderlinedWhileAltIsDown) {
+    open(tests::appItem("Editor"));
+    const QImage plain = form->grab().toImage();
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QApplication::sendEvent(&form->titleField(), &down);
+    EXPECT_NE(form->grab().toImage(), plain);
+    EXPECT_EQ(form->cancelButton().text(), QStringLiteral("Cancel"));
+    QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, Qt::NoModifier);
+    QApplication::sendEvent(&form->titleField(), &up);
+    EXPECT_EQ(form->grab().toImage(), plain);
 }
 
 TEST_F(ItemEditorFormTest, EveryControlHasANameAndARole) {

@@ -141,15 +141,47 @@ TEST(PushButtonTest, TheProminentOneIsFilledWithTheAccentColourWhileEnabled) {
     EXPECT_FALSE(contains(grab(button), QColor(0, 120, 60)));
 }
 
-TEST(PushButtonTest, SpacePressesAndReturnDoesNot) {
+TEST(PushButtonTest, ReturnAndSpacePress) {
     PushButton button(QStringLiteral("Add"), PushButton::Look::bordered);
     EventLog log;
     QObject::connect(&button, &QAbstractButton::clicked, [&] { log << "clicked"; });
     keyClick(button, Qt::Key_Return);
-    keyClick(button, Qt::Key_Enter);
+    EXPECT_THAT(log.take(), ElementsAre("clicked"));
+    keyClick(button, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_THAT(log.take(), ElementsAre("clicked"));
+    keyClick(button, Qt::Key_Space);
+    EXPECT_THAT(log.take(), ElementsAre("clicked"));
+    keyClick(button, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST(PushButtonTest, ReturnThatIsLeftToOthersPressesNothing) {
+    PushButton button(QStringLiteral("Add"), PushButton::Look::bordered);
+    button.setReturnKey(ControlButton::ReturnKey::leftToOthers);
+    EventLog log;
+    QObject::connect(&button, &QAbstractButton::clicked, [&] { log << "clicked"; });
+    keyClick(button, Qt::Key_Return);
+    keyClick(button, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_THAT(log.take(), IsEmpty());
     keyClick(button, Qt::Key_Space);
     EXPECT_THAT(log.take(), ElementsAre("clicked"));
+}
+
+TEST(PushButtonTest, NoMarkIsLeftOnOneThatWasHiddenMeanwhile) {
+    QWidget window;
+    PushButton button(QStringLiteral("Add"), PushButton::Look::bordered, &window);
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    button.setFocus(Qt::PopupFocusReason);
+    const QImage plain = grab(button);
+    keyClick(button, Qt::Key_Escape);
+    EXPECT_NE(grab(button), plain);
+    button.hide();
+    button.show();
+    button.setFocus(Qt::PopupFocusReason);
+    EXPECT_TRUE(button.hasFocus());
+    EXPECT_EQ(grab(button), plain);
 }
 
 TEST(ToolbarButtonTest, TheWholeRectangleReactsWhileEnabled) {

@@ -103,6 +103,43 @@ TEST_F(MenuPopoverWidgetTest, KeysThatComeAtOnceMeanWhatTheyMeanOneByOne) {
     EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("ls")));
 }
 
+TEST_F(MenuPopoverWidgetTest, ReturnAndSpacePressTheFocusedButtonOfTheFooter) {
+    show();
+    key(Qt::Key_Tab);
+    for (const int press : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        settingsAsked = 0;
+        key(press);
+        EXPECT_EQ(settingsAsked, 1) << press;
+    }
+    EXPECT_THAT(takeCalls(), testing::IsEmpty());
+}
+
+TEST_F(MenuPopoverWidgetTest, SpaceLaunchesTheHighlightedRow) {
+    show();
+    key(Qt::Key_Down);
+    sendWindowKey(*widget, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+    EXPECT_THAT(takeCalls(), ElementsAre(HasSubstr("/apps/one")));
+}
+
+TEST_F(MenuPopoverWidgetTest, OneMarkAtATimeShowsWhereTheKeysGo) {
+    show();
+    key(Qt::Key_Down);
+    EXPECT_EQ(widget->list().currentRow(), 0);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), QStringLiteral("Settings"));
+    EXPECT_EQ(widget->list().currentRow(), -1);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(widget->list().currentRow(), -1);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(widget->list().currentRow(), 0) << "back where it was";
+    key(Qt::Key_Backtab);
+    QWidget& viewport = *widget->list().viewport();
+    move(viewport, widget->list().rowRect(2).center());
+    turnEventLoop();
+    EXPECT_EQ(focusedName(), QStringLiteral("Items"));
+    EXPECT_EQ(widget->list().currentRow(), 2);
+}
+
 TEST_F(MenuPopoverWidgetTest, WithoutItemsTheKeysReachTheFooterAllTheSame) {
     setItems({});
     show();

@@ -86,6 +86,13 @@ class ListFixture : public testing::Test {
                          [this](int row) { log << "picked" << row; });
         QObject::connect(&selection, &SelectionList::moveRequested,
                          [this](int row, int to) { log << "move" << row << to; });
+        QObject::connect(&selection, &SelectionList::stepRequested, [this](RowStep step, int page) {
+            log << "step" << static_cast<int>(step) << page;
+        });
+        QObject::connect(&selection, &SelectionList::moveByOneRequested,
+                         [this](int row, RowDirection direction) {
+                             log << "moveByOne" << row << static_cast<int>(direction);
+                         });
         QObject::connect(&selection, &SelectionList::moveCurrentRequested,
                          [this](RowDirection direction) {
                              log << "moveCurrent" << static_cast<int>(direction);

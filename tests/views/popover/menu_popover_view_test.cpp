@@ -164,6 +164,60 @@ TEST_F(MenuPopoverViewTest, ReturnLaunchesTheHighlightedRowOnly) {
     EXPECT_THAT(log.calls, ElementsAre("workspace.openApplication /apps/three", "onClose"));
 }
 
+TEST_F(MenuPopoverViewTest, SpaceLaunchesTheHighlightedRowAsReturnDoes) {
+    view->typed(" ");
+    EXPECT_THAT(log.calls, IsEmpty());
+    view->moveHighlight(Step::last);
+    view->typed(" ");
+    mainQueue.runAll();
+    EXPECT_THAT(log.calls, ElementsAre("workspace.openApplication /apps/three", "onClose"));
+}
+
+TEST_F(MenuPopoverViewTest, SpaceAfterLettersBelongsToTheNameUntilTheyAreOver) {
+    LauncherItem editor = first;
+    editor.title = "Text editor";
+    LauncherItem text = first;
+    text.title = "Textile";
+    manager.items.assign({text, editor});
+    const auto typeText = [this] {
+        for (const char* const letter : {"t", "e", "x", "t"})
+            view->typed(letter);
+        EXPECT_EQ(view->hoveredRow(), 0U);
+    };
+    typeText();
+    view->typed(" ");
+    EXPECT_EQ(view->hoveredRow(), 1U);
+    view->typed(" ");
+    EXPECT_THAT(log.calls, IsEmpty()) << "a name that no row has launches none";
+
+    clock.time += TypeSelect::pause + std::chrono::milliseconds(1);
+    view->typed(" ");
+    EXPECT_THAT(log.calls, ElementsAre("workspace.openApplication /apps/one"));
+
+    log.calls.clear();
+    view->resetHighlight();
+    typeText();
+    view->moveHighlight(Step::next);
+    view->typed(" ");
+    EXPECT_THAT(log.calls, ElementsAre("workspace.openApplication /apps/one"));
+}
+
+TEST_F(MenuPopoverViewTest, TheHighlightYieldsWhileTheFooterHasTheFocusAndComesBack) {
+    view->moveHighlight(Step::last);
+    int signals = 0;
+    const auto token = view->objectWillChange.subscribe([&] { ++signals; });
+    view->setFooterHasFocus(true);
+    view->setFooterHasFocus(true);
+    EXPECT_EQ(signals, 1);
+    EXPECT_EQ(view->hoveredRow(), std::nullopt);
+    EXPECT_FALSE(view->row(2).isHovered);
+    view->activateHighlighted();
+    EXPECT_THAT(log.calls, IsEmpty());
+    view->setFooterHasFocus(false);
+    EXPECT_EQ(signals, 2);
+    EXPECT_EQ(view->hoveredRow(), 2U);
+}
+
 TEST_F(MenuPopoverViewTest, LettersBeginAnewWhenThePopoverOpensAgain) {
     LauncherItem alpha = first;
     alpha.title = "Alpha";

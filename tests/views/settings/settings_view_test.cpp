@@ -11,6 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Direction = SettingsView::Direction;
+using Step = SettingsView::Step;
 
 class SettingsViewTest : public ThreeItemsFixture {
   protected:
@@ -159,6 +160,79 @@ TEST_F(SettingsViewTest, TheDeleteKeyDeletesTheSelectedRowOnly) {
     EXPECT_THAT(storedTitles(), ElementsAre("First", "Third"));
 }
 
+TEST_F(SettingsViewTest, TheArrowsGoOnFromThePlaceOfTheDeletedRow) {
+    struct Case {
+        Uuid deleted;
+        Step step;
+        std::string_view leadsTo;
+    };
+    const Case table[] = {
+        {second.id, Step::next, "Third"},     {second.id, Step::previous, "First"},
+        {first.id, Step::next, "Second"},     {first.id, Step::previous, "Second"},
+        {third.id, Step::next, "Second"},     {third.id, Step::previous, "Second"},
+        {second.id, Step::pageDown, "Third"}, {second.id, Step::last, "Third"},
+    };
+    for (const Case& row : table) {
+        manager.items.assign({first, second, third});
+        view->setSelectedID(row.deleted);
+        view->deleteSelectedRow();
+        EXPECT_EQ(view->selectedID(), std::nullopt);
+        EXPECT_EQ(view->committedID(), std::nullopt);
+        view->moveSelection(row.step, 9);
+        EXPECT_EQ(committedTitle(), row.leadsTo) << static_cast<int>(row.step);
+    }
+}
+
+TEST_F(SettingsViewTest, EveryDeletionOfTheSelectedRowLeavesItsPlaceToTheArrows) {
+    const std::function<void()> deletions[] = {
+        [this] { view->deleteCommitted(); },
+        [this] { view->row(1).onDelete(); },
+        [this] { view->deleteRows({1}); },
+    };
+    for (const auto& deletion : deletions) {
+        manager.items.assign({first, second, third});
+        view->setSelectedID(second.id);
+        deletion();
+        view->moveSelection(Step::next, 9);
+        EXPECT_EQ(view->selectedID(), third.id);
+    }
+    manager.items.assign({first, second, third});
+    view->setSelectedID(third.id);
+    view->deleteRows({0, 2});
+    view->moveSelection(Step::previous, 9);
+    EXPECT_EQ(view->selectedID(), second.id);
+}
+
+TEST_F(SettingsViewTest, ADeletionElsewhereLeavesTheArrowsWhereTheyAre) {
+    view->setSelectedID(third.id);
+    view->row(0).onDelete();
+    view->moveSelection(Step::previous, 9);
+    EXPECT_EQ(view->selectedID(), second.id);
+}
+
+TEST_F(SettingsViewTest, ThePlaceOfADeletedRowIsForgottenWithTheNextSelectionOrList) {
+    view->setSelectedID(second.id);
+    view->deleteSelectedRow();
+    view->setSelectedID(third.id);
+    view->setSelectedID(std::nullopt);
+    view->moveSelection(Step::next, 9);
+    EXPECT_EQ(view->selectedID(), first.id);
+
+    manager.items.assign({first, second, third});
+    view->setSelectedID(second.id);
+    view->deleteSelectedRow();
+    manager.items.assign({third, second, first});
+    view->moveSelection(Step::next, 9);
+    EXPECT_EQ(view->selectedID(), third.id);
+}
+
+TEST_F(SettingsViewTest, TheKeysSelectNothingInAnEmptyList) {
+    view->setSelectedID(second.id);
+    view->deleteRows({0, 1, 2});
+    view->moveSelection(Step::next, 9);
+    EXPECT_EQ(view->selectedID(), std::nullopt);
+}
+
 TEST_F(SettingsViewTest, MovingRowsSavesAtOnceAndKeepsTheSelection) {
     view->setSelectedID(first.id);
     view->moveRows({0}, 3);
@@ -203,6 +277,30 @@ TEST_F(SettingsViewTest, AddingAppendsAtTheBottomSavesAndSelectsNothing) {
     EXPECT_EQ(view->selectedID(), std::nullopt);
     EXPECT_EQ(view->committedID(), std::nullopt);
     EXPECT_FALSE(view->showAddSheet());
+}
+
+TEST_F(SettingsViewTest, AnAddedRowIsToBeShownOnce) {
+    EXPECT_EQ(view->nextRowToShow(), std::nullopt);
+    view->addClicked();
+    const auto sheet = view->nextSheet();
+    sheet->setTitle("Fourth");
+    sheet->commitSave();
+    EXPECT_EQ(view->nextRowToShow(), 3U);
+    EXPECT_EQ(view->nextRowToShow(), std::nullopt);
+}
+
+TEST_F(SettingsViewTest, AnAddedRowThatHasGoneIsNotToBeShown) {
+    view->addClicked();
+    const auto sheet = view->nextSheet();
+    sheet->setTitle("Fourth");
+    sheet->commitSave();
+    manager.items.assign({first});
+    EXPECT_EQ(view->nextRowToShow(), std::nullopt);
+}
+
+TEST_F(SettingsViewTest, ARowThatComesFromElsewhereIsNotToBeShown) {
+    manager.items.append(LauncherItem(first));
+    EXPECT_EQ(view->nextRowToShow(), std::nullopt);
 }
 
 TEST_F(SettingsViewTest, ADoubleClickOpensTheEditSheetAndASingleClickOnlySelectsAndCommits) {

@@ -31,14 +31,25 @@ void ControlButton::focusInEvent(QFocusEvent* event) {
     QAbstractButton::focusInEvent(event);
 }
 
-// Some desktops let Return press the focused button, which would make it submit a form.
+// The toolkit's own handling of Return differs from desktop to desktop.
 void ControlButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReturn) {
+        keyboardFocus_.keyPressed();
+        QAbstractButton::keyPressEvent(event);
+    } else if (returnKey_ == ReturnKey::leftToOthers ||
+               (event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
         event->ignore();
-        return;
+    } else if (!event->isAutoRepeat()) {
+        click(); // may be the end of the button
     }
-    keyboardFocus_.keyPressed();
-    QAbstractButton::keyPressEvent(event);
+}
+
+// Where the window is shown again, the keyboard has brought nobody here yet.
+void ControlButton::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous())
+        keyboardFocus_.reset();
+    QAbstractButton::hideEvent(event);
 }
 
 } // namespace kestrel::linux_shell

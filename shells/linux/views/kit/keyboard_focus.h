@@ -20,6 +20,9 @@ class KeyboardFocus {
     /// The focused control received a key.
     void keyPressed() { fromKeyboard_ = true; }
 
+    /// Whatever brought the focus here is over.
+    void reset() { fromKeyboard_ = false; }
+
     bool isFromKeyboard() const { return fromKeyboard_; }
 
   private:

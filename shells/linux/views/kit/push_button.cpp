@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/push_button.h"
 
+#include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_line.h"
@@ -30,6 +31,11 @@ QSize PushButton::sizeHint() const {
     // Measured in the heavier font, so that both looks of a title are as wide.
     const int title = QFontMetrics(fontFor(prominentFont)).horizontalAdvance(text());
     return {std::max(title + 2 * titlePadding, minimumTitleWidth), controlHeight};
+}
+
+void PushButton::setMark(int mark) {
+    mark_ = mark;
+    update();
 }
 
 QColor PushButton::fill() const {
@@ -74,8 +80,8 @@ void PushButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setFont(fontFor(look_ == Look::prominent ? prominentFont : plainFont));
     painter.setPen(titleColor());
-    painter.drawText(
-        rect(), Qt::AlignCenter | Qt::TextSingleLine | directionFlag(directionOf(text())), text());
+    drawMarked(painter, rect(), lineFlags(layoutDirection(), Qt::AlignHCenter, directionOf(text())),
+               text(), mark_);
 }
 
 } // namespace kestrel::linux_shell

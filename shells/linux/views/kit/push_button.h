@@ -16,6 +16,9 @@ class PushButton : public ControlButton {
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// Underlines the character of the title at `mark`; -1 for none.
+    void setMark(int mark);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -24,6 +27,7 @@ class PushButton : public ControlButton {
     QColor titleColor() const;
 
     Look look_;
+    int mark_ = -1;
 };
 
 } // namespace kestrel::linux_shell

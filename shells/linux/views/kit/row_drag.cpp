@@ -1,79 +1,54 @@
 #include "shells/linux/views/kit/row_drag.h"
 
+#include "shells/linux/views/kit/autoscroll.h"
+#include "shells/linux/views/kit/row_ghost.h"
 #include "shells/linux/views/kit/selection_list.h"
 
 #include <QApplication>
-#include <QPainter>
+#include <QGraphicsOpacityEffect>
 #include <QScrollBar>
 #include <QTimerEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrel::linux_shell {
 
 namespace {
 
-constexpr int edge = 24;           // pixels from the viewport's edge where the list scrolls
-constexpr int scrollStep = 6;      // pixels
-constexpr int scrollInterval = 16; // milliseconds
-constexpr int targetHeight = 8;    // pixels; the line with its ring
+// Without its controls, which do nothing while it is carried.
+QPixmap imageOf(ListRow& row) {
+    QPixmap image(row.size() * row.devicePixelRatio());
+    image.setDevicePixelRatio(row.devicePixelRatio());
+    image.fill(Qt::transparent);
+    row.render(&image, {}, {}, {});
+    return image;
+}
 
-class Ghost : public QWidget {
-  public:
-    Ghost(const QPixmap& image, QWidget* parent) : QWidget(parent), image_(image) {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        resize(image.deviceIndependentSize().toSize());
-    }
-
-  protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        QColor outline = palette().color(QPalette::WindowText);
-        outline.setAlphaF(0.15F);
-        painter.setPen(outline);
-        painter.setBrush(palette().color(QPalette::Base));
-        painter.setOpacity(0.95);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
-        painter.drawPixmap(0, 0, image_);
-    }
-
-  private:
-    QPixmap image_;
-};
-
-class Target : public QWidget {
-  public:
-    explicit Target(QWidget* parent) : QWidget(parent) {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
-
-  protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        const double middle = height() / 2.0;
-        if (isRightToLeft()) { // the ring stands where a row begins
-            painter.translate(width(), 0);
-            painter.scale(-1, 1);
-        }
-        painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
-        painter.drawEllipse(QPointF(middle, middle), middle - 1.5, middle - 1.5);
-        painter.drawLine(QPointF(2 * middle - 0.5, middle), QPointF(width() - 1.0, middle));
-    }
-};
+// Not hidden: a hidden widget would lose the button that is down on it.
+void showNothingOf(ListRow& row) {
+    auto* const invisible = new QGraphicsOpacityEffect;
+    invisible->setOpacity(0);
+    row.setGraphicsEffect(invisible);
+}
 
 } // namespace
 
 RowDrag::RowDrag(SelectionList& list) : list_(list) {
     connect(list.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
         if (row_ >= 0)
-            showTarget();
+            showSlot();
     });
+}
+
+RowDrag::~RowDrag() {
+    if (row_ >= 0)
+        QGuiApplication::restoreOverrideCursor();
 }
 
 void RowDrag::press(int row, QPoint position) {
     cancel();
+    holdsButton_ = true;
     pressedRow_ = row;
     pressed_ = position;
     pointer_ = position;
@@ -81,20 +56,14 @@ void RowDrag::press(int row, QPoint position) {
 
 void RowDrag::move(QPoint position) {
     pointer_ = position;
-    if (row_ < 0) {
-        const int distance = (position - pressed_).manhattanLength();
-        if (pressedRow_ < 0 || distance < QApplication::startDragDistance())
-            return;
+    const int distance = (position - pressed_).manhattanLength();
+    if (pressedRow_ >= 0 && distance >= QApplication::startDragDistance())
         begin();
-    }
     if (row_ < 0)
         return;
-    const bool nearEdge = position.y() < edge || position.y() > list_.viewport()->height() - edge;
-    if (!nearEdge)
-        scrolling_.stop();
-    else if (!scrolling_.isActive())
-        scrolling_.start(scrollInterval, this);
-    showTarget();
+    scrollAtEdge();
+    showGhost();
+    showSlot();
 }
 
 void RowDrag::begin() {
@@ -103,47 +72,97 @@ void RowDrag::begin() {
         return;
     row_ = std::exchange(pressedRow_, -1);
     grip_ = pressed_.y() - row->y();
-    QPixmap image(row->size() * row->devicePixelRatio());
-    image.setDevicePixelRatio(row->devicePixelRatio());
-    image.fill(Qt::transparent);
-    row->render(&image, {}, {}, QWidget::DrawChildren);
-    ghost_ = new Ghost(image, list_.viewport());
-    target_ = new Target(list_.viewport());
+    ghost_ = new RowGhost(imageOf(*row), list_.viewport());
+    slot_ = new RowSlot(list_.viewport());
+    slot_->lower();
+    source_ = row;
+    showNothingOf(*row);
     ghost_->show();
-    target_->show();
+    slot_->show();
+    shownDestination_ = row_;
+    QGuiApplication::setOverrideCursor(Qt::ClosedHandCursor);
+    Q_EMIT shiftsChanged();
 }
 
-int RowDrag::destination() const { return list_.gapAt(pointer_); }
+std::optional<int> RowDrag::destination() const {
+    if (row_ < 0 || !list_.viewport()->rect().contains(pointer_))
+        return std::nullopt;
+    return list_.gapAt(pointer_);
+}
 
-void RowDrag::showTarget() {
+int RowDrag::shiftOf(int row) const {
+    if (row_ < 0 || row == row_ || !shownDestination_)
+        return 0;
+    const int height = list_.rowRect(row_).height();
+    if (row > row_ && row < *shownDestination_)
+        return -height;
+    return row < row_ && row >= *shownDestination_ ? height : 0;
+}
+
+void RowDrag::showGhost() {
     const QRect source = list_.rowRect(row_);
-    ghost_->move(source.left(), pointer_.y() - grip_);
-    target_->setGeometry(source.left(), list_.gapTop(destination()) - targetHeight / 2,
-                         source.width(), targetHeight);
-    target_->raise();
+    const int lowest = std::max(list_.viewport()->height() - source.height(), 0);
+    ghost_->moveImage({source.left(), std::clamp(pointer_.y() - grip_, 0, lowest)});
+    ghost_->raise();
+}
+
+// Outside the list it is the place from where the row was taken.
+void RowDrag::showSlot() {
+    const std::optional<int> destination = this->destination();
+    ghost_->setLands(destination.has_value());
+    QRect place = list_.rowRect(row_);
+    if (destination && *destination <= row_)
+        place.moveTop(list_.gapTop(*destination));
+    else if (destination)
+        place.moveTop(list_.gapTop(*destination) - place.height());
+    slot_->setGeometry(place);
+    if (std::exchange(shownDestination_, destination) != destination)
+        Q_EMIT shiftsChanged();
+}
+
+void RowDrag::scrollAtEdge() {
+    if (autoscrollStep(pointer_.y(), list_.viewport()->height()) == 0)
+        scrolling_.stop();
+    else if (!scrolling_.isActive())
+        scrolling_.start(autoscrollInterval, this);
 }
 
 void RowDrag::timerEvent(QTimerEvent* event) {
     if (event->timerId() != scrolling_.timerId() || row_ < 0)
         return;
     QScrollBar* bar = list_.verticalScrollBar();
-    bar->setValue(bar->value() + (pointer_.y() < edge ? -scrollStep : scrollStep));
+    bar->setValue(bar->value() + autoscrollStep(pointer_.y(), list_.viewport()->height()));
+    ghost_->raise();
 }
 
-void RowDrag::drop() {
+void RowDrag::drop(QPoint position) {
+    holdsButton_ = false;
+    pointer_ = position;
     const int row = row_;
-    const int destination = row < 0 ? -1 : this->destination();
+    const std::optional<int> destination = this->destination();
     cancel();
-    if (row >= 0 && destination != row && destination != row + 1)
-        Q_EMIT list_.moveRequested(row, destination);
+    if (destination && *destination != row && *destination != row + 1)
+        Q_EMIT list_.moveRequested(row, *destination);
 }
 
 void RowDrag::cancel() {
     scrolling_.stop();
     pressedRow_ = -1;
-    row_ = -1;
+    if (std::exchange(row_, -1) < 0)
+        return;
+    QGuiApplication::restoreOverrideCursor();
+    if (source_ != nullptr)
+        source_->setGraphicsEffect(nullptr);
     delete std::exchange(ghost_, nullptr);
-    delete std::exchange(target_, nullptr);
+    delete std::exchange(slot_, nullptr);
+    Q_EMIT shiftsChanged();
+}
+
+void RowDrag::follow(Qt::MouseButtons buttons) {
+    if (buttons.testFlag(Qt::LeftButton))
+        return;
+    holdsButton_ = false;
+    cancel();
 }
 
 } // namespace kestrel::linux_shell

@@ -66,13 +66,21 @@ void RowList::refresh() {
     Q_EMIT rowsChanged();
 }
 
+RowGeometry::Range RowList::shownRange() const {
+    const int carried = carriedRow();
+    const int reach = carried < 0 ? 0 : geometry_.height(carried);
+    RowGeometry::Range range =
+        geometry_.visible(scrollOffset() - reach, viewport()->height() + 2 * reach);
+    // The owner may not have told yet that rows have gone.
+    range.last = std::min(range.last, count() - 1);
+    return range;
+}
+
 // Rows in sight keep their widgets, so that hover, focus and an open menu stay where they are.
 void RowList::layoutRows(Binding binding) {
-    RowGeometry::Range range = geometry_.visible(scrollOffset(), viewport()->height());
-    // The owner may not have told yet that rows have gone.
+    const RowGeometry::Range range = shownRange();
     const int count = this->count();
-    range.last = std::min(range.last, count - 1);
-    const int kept = keptRow();
+    const int kept = carriedRow();
     for (auto it = rows_.begin(); it != rows_.end();) {
         const auto [index, row] = *it;
         const bool needed = (index >= range.first && index <= range.last) || index == kept;
@@ -88,7 +96,7 @@ void RowList::layoutRows(Binding binding) {
     for (int index = range.first; index <= range.last; ++index)
         realise(index);
     for (const auto& [index, row] : rows_)
-        row->setGeometry(rowRect(index));
+        row->setGeometry(shownRect(index));
     updateStates();
 }
 
@@ -103,7 +111,7 @@ void RowList::realise(int row) {
         spare_.pop_back();
     }
     widget->setRow(row);
-    widget->setGeometry(rowRect(row));
+    widget->setGeometry(shownRect(row));
     source_.bindRow(*widget, row);
     rows_.emplace(row, widget);
     widget->show();
@@ -134,7 +142,8 @@ int RowList::gapAt(QPoint position) const { return geometry_.gapAt(position.y() 
 int RowList::gapTop(int gap) const { return geometry_.top(gap) - scrollOffset(); }
 
 void RowList::updateStates() {
-    const int hovered = pointer_ ? rowAt(*pointer_) : -1;
+    const bool reacts = pointer_ && carriedRow() < 0 && viewport()->rect().contains(*pointer_);
+    const int hovered = reacts ? rowAt(*pointer_) : -1;
     for (const auto& [index, row] : rows_)
         row->setState({.hovered = index == hovered, .current = index == currentRow_});
     viewport()->update();

@@ -127,8 +127,16 @@ class RowList : public QAbstractScrollArea {
     /// The pointer is over `row`, -1 for none; also called when it was there before.
     virtual void reportPointer(int /*row*/) {}
 
-    /// A row that keeps its widget out of sight too; -1 for none.
-    virtual int keptRow() const { return -1; }
+    /// The row that is being dragged, which keeps its widget out of sight too; -1 for none.
+    /// Meanwhile no row reacts to the pointer.
+    virtual int carriedRow() const { return -1; }
+
+    /// How far a row is shown from its place to make way for the carried one, in pixels: at most
+    /// by that one's height.
+    virtual int shiftOf(int /*row*/) const { return 0; }
+
+    /// `rowRect`, where the row is shown now.
+    QRect shownRect(int row) const { return rowRect(row).translated(0, shiftOf(row)); }
 
     LastInput lastInput() const { return lastInput_; }
     void setLastInput(LastInput input) { lastInput_ = input; }
@@ -154,6 +162,7 @@ class RowList : public QAbstractScrollArea {
     int rowsWidth() const;
     void rebuildGeometry();
     void layoutRows(Binding binding);
+    RowGeometry::Range shownRange() const;
     void realise(int row);
     void park(ListRow* row);
     void updateStates();

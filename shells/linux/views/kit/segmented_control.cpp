@@ -6,12 +6,15 @@
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
+#include <QEvent>
 #include <QFontMetrics>
-#include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <algorithm>
+#include <numeric>
 
 namespace kestrel::linux_shell {
 
@@ -19,24 +22,63 @@ namespace {
 
 constexpr int trackPadding = 2;  // pixels between the track's edge and the chosen segment
 constexpr int titlePadding = 10; // pixels beside a title
+constexpr int leastPadding = 8;  // the same where space is short
 constexpr style::Font plainFont = style::body;
 constexpr style::Font chosenFont = style::body.withWeight(FontWeight::medium);
 
-class Segment : public ControlButton {
+/// Each gets what it needs as long as it needs no more than its share of the space.
+std::vector<int> sharedEvenly(std::vector<int> needs, int space) {
+    std::vector<int*> smallestFirst;
+    smallestFirst.reserve(needs.size());
+    for (int& need : needs)
+        smallestFirst.push_back(&need);
+    std::ranges::sort(smallestFirst, {}, [](const int* need) { return *need; });
+    int sharers = static_cast<int>(needs.size());
+    for (int* const need : smallestFirst) {
+        *need = std::min(*need, space / sharers);
+        space -= *need;
+        --sharers;
+    }
+    return needs;
+}
+
+} // namespace
+
+class SegmentedControl::Segment final : public ControlButton {
   public:
-    Segment(const QString& title, QWidget* parent) : ControlButton(parent) {
+    Segment(const QString& title, SegmentedControl& control)
+        : ControlButton(&control), control_(control) {
         setText(title);
         setCheckable(true);
         setAutoExclusive(true);
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        setReturnKey(ReturnKey::leftToOthers);
     }
 
-    QSize sizeHint() const override { return sizeWithPadding(titlePadding); }
-
-    /// All segments are as wide while every title fits; then the long ones take from the short.
-    QSize minimumSizeHint() const override { return sizeWithPadding(titlePadding / 2); }
+    int titleWidth() const { return QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text()); }
 
   protected:
+    // The toolkit's own steps need a neighbour in the arrow's direction, so that up and down lead
+    // nowhere.
+    void keyPressEvent(QKeyEvent* event) override {
+        const int step = stepOf(*event);
+        if (step == 0)
+            ControlButton::keyPressEvent(event);
+        else
+            control_.chooseNext(step);
+    }
+
+    // A press that is let go elsewhere chooses nothing and leaves the keys where they are.
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        ControlButton::mouseReleaseEvent(event);
+        if (isChecked())
+            setFocus(Qt::MouseFocusReason);
+    }
+
+    void resizeEvent(QResizeEvent* event) override {
+        ControlButton::resizeEvent(event);
+        setToolTip(titleWidth() > width() - 2 * leastPadding ? text() : QString());
+    }
+
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
         const double radius = controlRadius - 1.5;
@@ -46,17 +88,31 @@ class Segment : public ControlButton {
             fillRounded(painter, rect(), radius, washColor(palette(), isDown() ? 0.1 : 0.05));
         if (showsFocus())
             drawFocusRing(painter, rect(), radius, palette());
-        painter.setFont(fontFor(isChecked() ? chosenFont : plainFont));
+        const QFont font = fontFor(isChecked() ? chosenFont : plainFont);
+        painter.setFont(font);
         painter.setPen(
             colorFor(isEnabled() ? style::ColorLevel::primary : style::ColorLevel::tertiaryLabel,
                      palette()));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+        const QString title =
+            QFontMetrics(font).elidedText(text(), Qt::ElideRight, width() - 2 * leastPadding);
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, title);
     }
 
   private:
-    QSize sizeWithPadding(int padding) const {
-        const int title = QFontMetrics(fontFor(chosenFont)).horizontalAdvance(text());
-        return {title + 2 * padding, controlHeight - 2 * trackPadding};
+    int stepOf(const QKeyEvent& event) const {
+        const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        switch (isPlain ? event.key() : 0) {
+        case Qt::Key_Up:
+            return -1;
+        case Qt::Key_Down:
+            return 1;
+        case Qt::Key_Left:
+            return isRightToLeft() ? 1 : -1;
+        case Qt::Key_Right:
+            return isRightToLeft() ? -1 : 1;
+        default:
+            return 0;
+        }
     }
 
     void paintThumb(QPainter& painter, double radius) const {
@@ -69,30 +125,41 @@ class Segment : public ControlButton {
                       isHighContrast(palette()) ? text
                                                 : QColor(0, 0, 0, isDark(palette()) ? 60 : 28));
     }
-};
 
-} // namespace
+    SegmentedControl& control_;
+};
 
 SegmentedControl::SegmentedControl(const QStringList& titles, const QString& name, QWidget* parent)
     : QWidget(parent) {
     setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(name);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFixedHeight(controlHeight);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(trackPadding, trackPadding, trackPadding, trackPadding);
-    layout->setSpacing(trackPadding);
     for (const QString& title : titles) {
-        auto* segment = new Segment(title, this);
+        auto* segment = new Segment(title, *this);
         const int index = static_cast<int>(segments_.size());
         // Not the click: assistive technology checks a segment without one.
         connect(segment, &QAbstractButton::toggled, this, [this, index](bool checked) {
             update();
+            stopTabAtTheChosen();
             if (checked)
                 Q_EMIT chosen(index);
         });
-        layout->addWidget(segment, 1);
         segments_.push_back(segment);
     }
+    stopTabAtTheChosen();
+}
+
+QAbstractButton& SegmentedControl::segment(int index) const {
+    return *segments_[static_cast<std::size_t>(index)];
+}
+
+// The toolkit does this only once a segment has the focus.
+void SegmentedControl::stopTabAtTheChosen() {
+    for (Segment* const segment : segments_)
+        segment->setFocusPolicy(segment->isChecked() ? Qt::StrongFocus : Qt::NoFocus);
+    const int index = currentIndex();
+    setFocusProxy(index < 0 ? nullptr : &segment(index));
 }
 
 int SegmentedControl::currentIndex() const {
@@ -102,10 +169,79 @@ int SegmentedControl::currentIndex() const {
     return -1;
 }
 
+void SegmentedControl::chooseNext(int step) {
+    const int next = currentIndex() + step;
+    if (next < 0 || next >= static_cast<int>(segments_.size()))
+        return;
+    segment(next).setChecked(true);
+    segment(next).setFocus(step < 0 ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+}
+
 void SegmentedControl::setCurrentIndex(int index) {
     const QSignalBlocker nobodyChose(segment(index));
     segment(index).setChecked(true);
+    stopTabAtTheChosen();
     update();
+}
+
+int SegmentedControl::widthWithPadding(int padding) const {
+    const int count = static_cast<int>(segments_.size());
+    int width = (count + 1) * trackPadding;
+    for (const Segment* const segment : segments_)
+        width += segment->titleWidth() + 2 * padding;
+    return width;
+}
+
+QSize SegmentedControl::sizeHint() const { return {widthWithPadding(titlePadding), controlHeight}; }
+
+QSize SegmentedControl::minimumSizeHint() const {
+    const int count = static_cast<int>(segments_.size());
+    return {(count + 1) * trackPadding + count * 4 * leastPadding, controlHeight};
+}
+
+std::vector<int> SegmentedControl::segmentWidths() const {
+    const int count = static_cast<int>(segments_.size());
+    const int space = width() - (count + 1) * trackPadding;
+    std::vector<int> needs;
+    needs.reserve(segments_.size());
+    for (const Segment* const segment : segments_)
+        needs.push_back(segment->titleWidth() + 2 * leastPadding);
+    std::vector<int> widths(needs.size(), space / count);
+    const int left = space - std::accumulate(needs.begin(), needs.end(), 0);
+    if (left < 0)
+        return sharedEvenly(needs, space);
+    if (std::ranges::max(needs) > space / count)
+        std::ranges::transform(needs, widths.begin(),
+                               [&](int need) { return need + left / count; });
+    return widths;
+}
+
+void SegmentedControl::layOut() {
+    const std::vector<int> widths = segmentWidths();
+    // What does not divide evenly goes to both ends of the track.
+    const int used = std::accumulate(widths.begin(), widths.end(), 0) +
+                     (static_cast<int>(widths.size()) - 1) * trackPadding;
+    int x = (width() - used) / 2;
+    for (std::size_t index = 0; index < segments_.size(); ++index) {
+        const QRect place(x, trackPadding, widths[index], height() - 2 * trackPadding);
+        segments_[index]->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+        x += widths[index] + trackPadding;
+    }
+    update();
+}
+
+void SegmentedControl::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange ||
+        event->type() == QEvent::LayoutDirectionChange) {
+        updateGeometry();
+        layOut();
+    }
+}
+
+void SegmentedControl::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layOut();
 }
 
 void SegmentedControl::paintEvent(QPaintEvent* /*event*/) {
@@ -114,10 +250,11 @@ void SegmentedControl::paintEvent(QPaintEvent* /*event*/) {
     strokeRounded(painter, rect(), controlRadius, outlineColor(palette(), 0.06));
     // A line stands between two segments of which neither is the chosen one.
     for (std::size_t index = 1; index < segments_.size(); ++index) {
-        if (!segments_[index - 1]->isChecked() && !segments_[index]->isChecked()) {
-            const int right = std::max(segments_[index - 1]->x(), segments_[index]->x());
-            painter.fillRect(right - trackPadding / 2, height() / 4, 1, height() / 2,
-                             separatorColor(palette()));
+        const Segment& before = *segments_[index - 1];
+        const Segment& after = *segments_[index];
+        if (!before.isChecked() && !after.isChecked()) {
+            const int x = std::max(before.x(), after.x()) - trackPadding / 2;
+            painter.fillRect(x, height() / 4, 1, height() / 2, separatorColor(palette()));
         }
     }
 }

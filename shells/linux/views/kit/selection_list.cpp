@@ -11,6 +11,11 @@
 
 namespace kestrel::linux_shell {
 
+SelectionList::SelectionList(RowSource& source, const QMargins& padding, QWidget* parent)
+    : RowList(source, Qt::ScrollBarAsNeeded, padding, parent) {
+    connect(&drag_, &RowDrag::shiftsChanged, this, [this] { layoutRows(); });
+}
+
 void SelectionList::cancelGesture() {
     drag_.cancel();
     pressedSinceReload_ = false;
@@ -24,18 +29,12 @@ std::vector<RowAction> SelectionList::rowActions() {
     };
     actions.push_back({QAccessibleActionInterface::showMenuAction(), {}, {}, showMenu});
     actions.push_back({QStringLiteral("MoveUp"), textFor(accessible_texts::moveRowUp),
-                       Qt::ALT | Qt::Key_Up, [this](int row) { moveRow(row, RowDirection::up); }});
+                       Qt::ALT | Qt::Key_Up,
+                       [this](int row) { Q_EMIT moveByOneRequested(row, RowDirection::up); }});
     actions.push_back({QStringLiteral("MoveDown"), textFor(accessible_texts::moveRowDown),
                        Qt::ALT | Qt::Key_Down,
-                       [this](int row) { moveRow(row, RowDirection::down); }});
+                       [this](int row) { Q_EMIT moveByOneRequested(row, RowDirection::down); }});
     return actions;
-}
-
-void SelectionList::moveRow(int row, RowDirection direction) {
-    if (direction == RowDirection::up && row > 0)
-        Q_EMIT moveRequested(row, row - 1);
-    else if (direction == RowDirection::down && row < count() - 1)
-        Q_EMIT moveRequested(row, row + 2);
 }
 
 void SelectionList::pick(int row, LastInput input) {
@@ -48,30 +47,14 @@ void SelectionList::pick(int row, LastInput input) {
     }
 }
 
-int SelectionList::rowAfter(RowStep step) const {
-    const int last = count() - 1;
-    const int page = std::max(viewport()->height() / rowRect(0).height() - 1, 1);
-    switch (step) {
-    case RowStep::previous:
-        return currentRow() < 0 ? last : std::max(currentRow() - 1, 0);
-    case RowStep::next:
-        return std::min(currentRow() + 1, last);
-    case RowStep::pageUp:
-        return std::max(currentRow() - page, 0);
-    case RowStep::pageDown:
-        return std::min(std::max(currentRow(), 0) + page, last);
-    case RowStep::first:
-        return 0;
-    case RowStep::last:
-        break;
-    }
-    return last;
+void SelectionList::takeStep(RowStep step) {
+    Q_EMIT stepRequested(step, std::max(viewport()->height() / rowRect(0).height() - 1, 1));
+    ensureVisible(currentRow());
 }
 
 bool SelectionList::takeKey(const QKeyEvent& event) {
     if (drag_.row() >= 0 && event.key() == Qt::Key_Escape) {
         drag_.cancel();
-        layoutRows();
         return true;
     }
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
@@ -89,7 +72,13 @@ bool SelectionList::takeKey(const QKeyEvent& event) {
     return RowList::takeKey(event);
 }
 
+// Another button than the one that holds a row lets go of it and does nothing else.
 void SelectionList::mousePressEvent(QMouseEvent* event) {
+    drag_.follow(event->buttons());
+    if (event->button() != Qt::LeftButton && drag_.holdsButton()) {
+        drag_.cancel();
+        return;
+    }
     const QPoint position = event->position().toPoint();
     const int row = rowAt(position);
     pressedSinceReload_ = true;
@@ -99,15 +88,14 @@ void SelectionList::mousePressEvent(QMouseEvent* event) {
 }
 
 void SelectionList::mouseMoveEvent(QMouseEvent* event) {
+    drag_.follow(event->buttons());
     RowList::mouseMoveEvent(event);
     drag_.move(event->position().toPoint());
 }
 
 void SelectionList::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        drag_.drop();
-        layoutRows();
-    }
+    if (event->button() == Qt::LeftButton)
+        drag_.drop(event->position().toPoint());
 }
 
 // A second click on a row that has only just come under the pointer is the first on that row.
@@ -119,7 +107,12 @@ void SelectionList::mouseDoubleClickEvent(QMouseEvent* event) {
         Q_EMIT activated(row);
 }
 
+// A menu over a row that is held would take the release of the button.
 void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
+    if (drag_.holdsButton()) {
+        drag_.cancel();
+        return;
+    }
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     const int row = byKeyboard ? currentRow() : rowAt(event->pos());
     if (row < 0)
@@ -128,6 +121,12 @@ void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
         ensureVisible(row);
     const QPoint position = byKeyboard ? rowRect(row).center() : event->pos();
     Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(position));
+}
+
+// A menu or a window that opens takes the focus, and may take the release of the button too.
+void SelectionList::focusOutEvent(QFocusEvent* event) {
+    drag_.follow(Qt::NoButton);
+    RowList::focusOutEvent(event);
 }
 
 } // namespace kestrel::linux_shell

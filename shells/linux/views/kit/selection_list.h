@@ -1,6 +1,7 @@
 #pragma once
-// A list in which a press or an arrow key selects a row and a double click or Return activates it.
-// Its rows can be dragged to another place, moved and deleted; the owner does that to the items.
+// A list in which a press selects a row and a double click or Return activates it. Its rows can be
+// dragged to another place, moved and deleted; the owner does that to the items, and decides where
+// the arrow keys lead.
 
 #include "shells/linux/views/kit/row_drag.h"
 #include "shells/linux/views/kit/row_list.h"
@@ -11,8 +12,7 @@ class SelectionList : public RowList {
     Q_OBJECT
 
   public:
-    SelectionList(RowSource& source, const QMargins& padding, QWidget* parent = nullptr)
-        : RowList(source, Qt::ScrollBarAsNeeded, padding, parent) {}
+    SelectionList(RowSource& source, const QMargins& padding, QWidget* parent = nullptr);
 
     std::vector<RowAction> rowActions() override;
 
@@ -20,8 +20,15 @@ class SelectionList : public RowList {
     /// The user made another row current, or none (-1) with a click beside the rows.
     void rowPicked(int row);
 
+    /// A key asks for another current row; the owner answers at once with setCurrentRow. `page` is
+    /// the number of whole rows in sight but one, so that a page shows where it came from.
+    void stepRequested(RowStep step, int page);
+
     /// A row was dropped in front of `destination`, a position in the list before the move.
     void moveRequested(int row, int destination);
+
+    /// An assistive program moves a row by one place.
+    void moveByOneRequested(int row, RowDirection direction);
 
     /// A key moves or deletes the current row.
     void moveCurrentRequested(RowDirection direction);
@@ -30,20 +37,20 @@ class SelectionList : public RowList {
 
   protected:
     void pressRow(int row) override { pick(row, LastInput::pointer); }
-    void takeStep(RowStep step) override { pick(rowAfter(step), LastInput::keyboard); }
+    void takeStep(RowStep step) override;
     bool takeKey(const QKeyEvent& event) override;
     void cancelGesture() override;
-    int keptRow() const override { return drag_.row(); }
+    int carriedRow() const override { return drag_.row(); }
+    int shiftOf(int row) const override { return drag_.shiftOf(row); }
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
     void pick(int row, LastInput input);
-    int rowAfter(RowStep step) const;
-    void moveRow(int row, RowDirection direction);
 
     RowDrag drag_{*this};
     bool pressedSinceReload_ = false;

@@ -66,7 +66,7 @@ void Sheet::close() {
         behind->setEnabled(true);
     QWidget* focusBefore = focusBefore_.data();
     if (focusBefore != nullptr && focusBefore->isVisible())
-        focusBefore->setFocus(Qt::OtherFocusReason);
+        focusBefore->setFocus(Qt::PopupFocusReason); // it only comes back
     deleteLater();
 }
 

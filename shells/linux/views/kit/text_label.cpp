@@ -2,10 +2,12 @@
 
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/accessible_role.h"
+#include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_line.h"
 #include "shells/linux/views/kit/wrapped_text.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace kestrel::linux_shell {
@@ -21,11 +23,32 @@ void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setLayoutDirection(layoutDirection());
     painter.setPen(colorFor(style_.color, palette()));
-    if (wrapWidth_)
+    if (wrapWidth_) {
         drawWrapped(painter, rect(), text(), font(), Qt::AlignHCenter);
+        return;
+    }
+    const Qt::Alignment horizontal = alignment() & Qt::AlignHorizontal_Mask;
+    drawMarked(painter, rect(), lineFlags(layoutDirection(), horizontal, directionOf(text())),
+               text(), mark_);
+}
+
+void TextLabel::setMark(int mark) {
+    mark_ = mark;
+    update();
+}
+
+// The focus shows, and the text of a field is selected, as if the keyboard had led there: the click
+// was not on the control.
+void TextLabel::focusBuddy() {
+    if (QWidget* const control = buddy())
+        control->setFocus(Qt::ShortcutFocusReason);
+}
+
+void TextLabel::mousePressEvent(QMouseEvent* event) {
+    if (buddy() != nullptr && event->button() == Qt::LeftButton)
+        focusBuddy();
     else
-        drawLine(painter, rect(), text(), alignment() & Qt::AlignHorizontal_Mask,
-                 directionOf(text()));
+        QLabel::mousePressEvent(event);
 }
 
 void TextLabel::setWrapWidth(int width) {

@@ -24,12 +24,20 @@ class TextLabel : public QLabel {
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// As a click on the label does; nothing without a buddy.
+    void focusBuddy();
+
+    /// Underlines the character at `mark`; -1 for none.
+    void setMark(int mark);
+
   protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
     style::TextStyle style_;
     std::optional<int> wrapWidth_;
+    int mark_ = -1;
 };
 
 class SymbolLabel : public QWidget {

@@ -53,8 +53,13 @@ Qt::LayoutDirection directionOf(const QString& text) {
     return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
-int directionFlag(Qt::LayoutDirection direction) {
-    return direction == Qt::RightToLeft ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+int lineFlags(Qt::LayoutDirection window, Qt::Alignment alignment, Qt::LayoutDirection direction) {
+    const Qt::Alignment visual = QStyle::visualAlignment(window, alignment);
+    const int force =
+        direction == Qt::RightToLeft ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+    // Some fonts draw an underscore below their own height.
+    return static_cast<int>(visual | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine |
+           Qt::TextDontClip | force;
 }
 
 QString cutAtEnd(const QString& text, const QFontMetrics& metrics, int width) {
@@ -68,11 +73,7 @@ QString cutAtEnd(const QString& text, const QFontMetrics& metrics, int width) {
 
 void drawLine(QPainter& painter, const QRect& rect, const QString& text, Qt::Alignment alignment,
               Qt::LayoutDirection direction) {
-    const Qt::Alignment visual = QStyle::visualAlignment(painter.layoutDirection(), alignment);
-    const int flags = static_cast<int>(visual | Qt::AlignAbsolute | Qt::AlignVCenter);
-    // Some fonts draw an underscore below their own height.
-    painter.drawText(rect, flags | Qt::TextSingleLine | Qt::TextDontClip | directionFlag(direction),
-                     text);
+    painter.drawText(rect, lineFlags(painter.layoutDirection(), alignment, direction), text);
 }
 
 } // namespace kestrel::linux_shell

@@ -15,8 +15,9 @@ namespace kestrel::linux_shell {
 /// That of the first letter that has one; from left to right without any.
 Qt::LayoutDirection directionOf(const QString& text);
 
-/// The flag of QPainter::drawText for it.
-int directionFlag(Qt::LayoutDirection direction);
+/// The flags of QPainter::drawText for a line in the middle of the height. Qt::AlignLeft is the
+/// edge at which the window's direction begins.
+int lineFlags(Qt::LayoutDirection window, Qt::Alignment alignment, Qt::LayoutDirection direction);
 
 /// What of `text` fits into `width` pixels and into its first line, with an ellipsis where it is
 /// cut.

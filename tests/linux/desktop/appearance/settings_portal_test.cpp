@@ -26,7 +26,7 @@ class SettingsPortalTest : public testing::Test {
     void startProgram() {
         source.emplace(program);
         if (portal) {
-            ASSERT_TRUE(waitUntil([&] { return portal->calls == 1; }));
+            ASSERT_TRUE(waitUntil([&] { return portal->calls >= 1; }));
             hearAll();
         }
     }
@@ -121,8 +121,9 @@ TEST_F(SettingsPortalTest, SignalOfAnotherProgramChangesNothingThatThePortalSays
                                              QStringLiteral("SettingChanged"));
     forged << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
            << QVariant::fromValue(QDBusVariant(2U));
+    const int before = portal->calls;
     stranger.send(forged);
-    ASSERT_TRUE(waitUntil([&] { return portal->calls == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return portal->calls > before; }));
     hearAll();
     EXPECT_EQ(source->settings(), dark);
 }
