@@ -7,6 +7,7 @@
 #include "shells/linux/views/kit/fallback_style.h"
 
 #include <QDBusConnection>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
 
@@ -54,10 +55,7 @@ Shell::Shell(QApplication& application)
     forgetOwnStart();
     if (!appearance_.isStyleUsersOwn())
         QApplication::setStyle(new FallbackStyle(x11::isCompositing));
-    // A language without a translation shows the English texts.
-    if (translator_.load(QLocale(), QStringLiteral("kestrel"), QStringLiteral("_"),
-                         QStringLiteral(":/kestrel/translations")))
-        QCoreApplication::installTranslator(&translator_);
+    language_.emplace(QLocale(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 }
 
 int Shell::run(const Startup& startup) {

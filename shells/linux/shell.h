@@ -7,6 +7,7 @@
 #include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/file_dialog_open_panel.h"
+#include "shells/linux/desktop/language.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
 #include "shells/linux/launching/file_icons.h"
@@ -19,8 +20,8 @@
 #include "shells/linux/storage/system_clock.h"
 
 #include <QApplication>
-#include <QTranslator>
 
+#include <optional>
 #include <string>
 
 namespace kestrel::linux_shell {
@@ -49,7 +50,7 @@ class Shell {
     void showOnce();
     void lateIconsArrived();
 
-    QTranslator translator_;
+    std::optional<Language> language_;
     QtMainQueue mainQueue_;
     SystemClock clock_;
     std::string dataDirectory_;

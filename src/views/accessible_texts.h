@@ -9,15 +9,15 @@ namespace kestrel::accessible_texts {
 
 using namespace style;
 
-inline constexpr Text itemList{"Items", Text::Lookup::localizable};
-inline constexpr Text rowActions{"Actions", Text::Lookup::localizable};
-inline constexpr Text moveRowUp{"Move Up", Text::Lookup::localizable};
-inline constexpr Text moveRowDown{"Move Down", Text::Lookup::localizable};
+inline constexpr Text itemList = Text::localizable("Items");
+inline constexpr Text rowActions = Text::localizable("Actions");
+inline constexpr Text moveRowUp = Text::localizable("Move Up");
+inline constexpr Text moveRowDown = Text::localizable("Move Down");
 
 // Said once of a change. %1 is the item's title; of a move %1 is the new place, counted from 1, and
 // %2 the number of items.
-inline constexpr Text added{"Added %1", Text::Lookup::localizable};
-inline constexpr Text moved{"Moved to %1 of %2", Text::Lookup::localizable};
-inline constexpr Text deleted{"Deleted %1", Text::Lookup::localizable};
+inline constexpr Text added = Text::localizable("Added %1");
+inline constexpr Text moved = Text::localizable("Moved to %1 of %2");
+inline constexpr Text deleted = Text::localizable("Deleted %1");
 
 } // namespace kestrel::accessible_texts

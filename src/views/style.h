@@ -67,6 +67,11 @@ struct Text {
     std::string_view english;
     Lookup lookup = Lookup::verbatim;
 
+    /// Every localizable text is written with this, because lupdate finds the texts by it.
+    static constexpr Text localizable(std::string_view english) {
+        return {english, Lookup::localizable};
+    }
+
     friend constexpr bool operator==(const Text&, const Text&) = default;
 };
 

@@ -13,8 +13,8 @@ import tempfile
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
-LANGUAGES = ("en", "de", "es", "fr", "ja", "zh-Hans")
-TRANSLATION_FILES = {"de": "de", "es": "es", "fr": "fr", "ja": "ja", "zh-Hans": "zh_CN"}
+# The shells name a language differently where its script counts.
+CHINESE_SCRIPTS = {"zh_CN": "zh-Hans", "zh_TW": "zh-Hant"}
 
 # One entry of a .strings file: "key" = "value"; with backslash escapes.
 ENTRY = re.compile(r'"((?:[^"\\]|\\.)*)"\s*=\s*"((?:[^"\\]|\\.)*)"\s*;')
@@ -44,20 +44,30 @@ def read_strings(path):
     return dict(entries)
 
 
+def translation_files(root):
+    """The translations of the other shell, by the language as macOS names it; English has none."""
+    files = (root / "shells/linux/translations").glob("kestrel_*.ts")
+    by_locale = {file.stem.split("_", 1)[1]: file for file in files}
+    return {CHINESE_SCRIPTS.get(locale, locale.replace("_", "-")): file
+            for locale, file in by_locale.items()}
+
+
+def languages(root):
+    return {"en", *translation_files(root)}
+
+
 def core_texts(root):
     """The texts that the core's views have looked up in the user's language."""
-    pattern = re.compile(r'\{\s*"((?:[^"\\]|\\.)*)",\s*Text::Lookup::localizable\s*\}')
+    pattern = re.compile(r'Text::localizable\(\s*"((?:[^"\\]|\\.)*)"\s*\)')
     texts = set()
-    marked = 0
     for header in sorted((root / "src" / "views").rglob("*.h")):
         text = header.read_text(encoding="utf-8")
-        texts.update(pattern.findall(text))
-        marked += text.count("Text::Lookup::localizable")
-    if not texts or marked < len(texts):
+        found = pattern.findall(text)
+        if len(found) != text.count("Text::localizable(") or "Text::Lookup::localizable" in text:
+            fail(f"{header}: a localizable text is not written Text::localizable(\"…\")")
+        texts.update(found)
+    if not texts:
         fail("no localizable text found in src/views")
-    if marked != sum(len(pattern.findall(h.read_text(encoding="utf-8")))
-                     for h in (root / "src" / "views").rglob("*.h")):
-        fail("a localizable text of src/views is not written {text, lookup}")
     return texts
 
 
@@ -101,8 +111,9 @@ def entitlements(root):
 def strings(root):
     resources = root / "shells/macos/resources"
     wanted = core_texts(root) | shell_texts(root)
-    expect_equal({folder.stem for folder in resources.glob("*.lproj")}, set(LANGUAGES), "languages")
-    for language in LANGUAGES:
+    expect_equal({folder.stem for folder in resources.glob("*.lproj")}, languages(root),
+                 "languages")
+    for language in sorted(languages(root)):
         found = read_strings(resources / f"{language}.lproj" / "Localizable.strings")
         if missing := core_texts(root) - found.keys():
             fail(f"{language}: missing {sorted(missing)}")
@@ -113,9 +124,9 @@ def strings(root):
         if language == "en":
             expect_equal({k: v for k, v in found.items() if k != v}, {}, "English texts")
             continue
-        source = root / f"shells/linux/translations/kestrel_{TRANSLATION_FILES[language]}.ts"
+        source = ElementTree.parse(translation_files(root)[language])
         both_shells = {message.findtext("source"): message.findtext("translation")
-                       for message in ElementTree.parse(source).iter("message")}
+                       for message in source.iter("message")}
         for key in core_texts(root):
             expect_equal(found.get(key), both_shells.get(key), f"{language}: {key!r}")
 
@@ -125,13 +136,13 @@ def reasons(root):
     info = plistlib.loads((root / "packaging/macos/Info.plist.in").read_bytes())
     key = "NSAppleEventsUsageDescription"
     seen = set()
-    for language in LANGUAGES:
+    for language in languages(root):
         found = read_strings(resources / f"{language}.lproj" / "InfoPlist.strings")
         expect_equal(list(found), [key], f"keys of {language}")
         seen.add(found[key])
         if language == "en":
             expect_equal(found[key], info[key], "the English reason")
-    expect_equal(len(seen), len(LANGUAGES), "number of different reasons")
+    expect_equal(len(seen), len(languages(root)), "number of different reasons")
 
 
 def png_size(data):

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>Noch keine Einträge</translation>
@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>Browse…</source>
-        <translation>Durchsuchen …</translation>
+        <translation>Durchsuchen&#xa0;…</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -94,6 +94,18 @@
     <message>
         <source>Deleted %1</source>
         <translation>„%1“ gelöscht</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>Einträge in den Einstellungen hinzufügen.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
 </context>
 </TS>

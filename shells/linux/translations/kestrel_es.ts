@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>Aún no hay elementos</translation>
@@ -94,6 +94,18 @@
     <message>
         <source>Deleted %1</source>
         <translation>«%1» eliminado</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>Abra Ajustes para añadir elementos.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
     </message>
 </context>
 </TS>

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>Aucun élément pour le moment</translation>
@@ -85,7 +85,7 @@
     </message>
     <message>
         <source>Added %1</source>
-        <translation>« %1 » ajouté</translation>
+        <translation>«&#xa0;%1&#xa0;» ajouté</translation>
     </message>
     <message>
         <source>Moved to %1 of %2</source>
@@ -93,7 +93,19 @@
     </message>
     <message>
         <source>Deleted %1</source>
-        <translation>« %1 » supprimé</translation>
+        <translation>«&#xa0;%1&#xa0;» supprimé</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>Ajoutez des éléments dans les réglages.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
     </message>
 </context>
 </TS>

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>項目はまだありません</translation>
@@ -94,6 +94,18 @@
     <message>
         <source>Deleted %1</source>
         <translation>「%1」を削除しました</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>設定を開いて項目を追加してください。</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
     </message>
 </context>
 </TS>

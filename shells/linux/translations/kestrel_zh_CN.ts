@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>Kestrel</name>
+    <name>kestrel::style::Text</name>
     <message>
         <source>No items yet</source>
         <translation>暂无项目</translation>
@@ -94,6 +94,18 @@
     <message>
         <source>Deleted %1</source>
         <translation>已删除“%1”</translation>
+    </message>
+    <message>
+        <source>Open Settings to add items.</source>
+        <translation>打开“设置”以添加项目。</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
     </message>
 </context>
 </TS>

@@ -2,9 +2,11 @@
 
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -28,17 +30,20 @@ QSize FooterButton::sizeHint() const {
 
 void FooterButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     drawBackground(painter, rect());
     // A symbol leaves a margin in its square; the spacing counts from the square of its point size.
     const int extent = symbolExtent(look_.symbol.font.size);
     const int square = pixels(look_.symbol.font.size);
-    drawSymbol(painter, QPoint(margin - (extent - square) / 2, (height() - extent) / 2),
+    const QRect symbol(margin - (extent - square) / 2, (height() - extent) / 2, extent, extent);
+    drawSymbol(painter, QStyle::visualRect(layoutDirection(), rect(), symbol).topLeft(),
                look_.symbol.name, extent, colorFor(look_.symbol.color, palette()));
     painter.setFont(fontFor(look_.titleStyle.font));
     painter.setPen(colorFor(look_.titleStyle.color, palette()));
     const int textLeft = margin + square + pixels(footer::buttonSpacing);
-    painter.drawText(QRect(textLeft, 0, width() - textLeft, height()),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+    const QRect title(textLeft, 0, width() - textLeft, height());
+    drawLine(painter, QStyle::visualRect(layoutDirection(), rect(), title), text(), Qt::AlignLeft,
+             directionOf(text()));
 }
 
 } // namespace kestrel::linux_shell

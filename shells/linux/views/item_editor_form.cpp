@@ -7,6 +7,7 @@
 #include "shells/linux/views/kit/segmented_control.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
+#include "shells/linux/views/kit/text_line.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <QFontMetrics>
@@ -105,6 +106,9 @@ void ItemEditorForm::makeTypeRow(QBoxLayout& column) {
     path_ = new RoundedField(form::appRow.font, {}, {});
     command_ = new RoundedField(form::commandRow.font, textFor(form::commandRow.placeholder),
                                 textFor(form::commandRow.label));
+    // Paths and commands run from left to right in every language.
+    path_->setLayoutDirection(Qt::LeftToRight);
+    command_->setLayoutDirection(Qt::LeftToRight);
     browse_ = new PushButton(textFor(form::browse), PushButton::Look::bordered);
     typeRowLabel_ = makeLabel(form::appRow.label, path_);
     mnemonics_->bind(*browse_, form::browse);
@@ -125,6 +129,10 @@ QLayout* ItemEditorForm::makeButtonRow() {
 }
 
 void ItemEditorForm::connectFields() {
+    // A title runs in its own direction, as in the lists.
+    connect(title_, &QLineEdit::textChanged, title_, [this](const QString& text) {
+        title_->setLayoutDirection(text.isEmpty() ? layoutDirection() : directionOf(text));
+    });
     connect(title_, &RoundedField::edited, this,
             [this](const QString& text) { view_->setTitle(text.toStdString()); });
     connect(path_, &RoundedField::edited, this,

@@ -4,8 +4,10 @@
 #include "shells/linux/views/badge.h"
 #include "shells/linux/views/item_row_metrics.h"
 #include "shells/linux/views/kit/actions_menu.h"
+#include "shells/linux/views/kit/cut_text.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
 #include "shells/linux/views/kit/wrapped_text.h"
 #include "views/accessible_texts.h"
 #include "views/settings/item_row_style.h"
@@ -13,6 +15,7 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -20,6 +23,13 @@
 namespace kestrel::linux_shell {
 
 namespace row_style = item_row_style;
+
+namespace {
+
+// Paths and commands are, whatever letters stand in them.
+constexpr Qt::LayoutDirection detailDirection = Qt::LeftToRight;
+
+} // namespace
 
 ItemRowWidget::ItemRowWidget(QWidget* parent)
     : ListRow(parent),
@@ -58,6 +68,9 @@ ItemRowWidget::Layout ItemRowWidget::layoutOfParts() const {
     const auto centered = [this](int left, QSize size) {
         return QRect(QPoint(left, (height() - size.height()) / 2), size);
     };
+    const auto visual = [this](const QRect& part) {
+        return QStyle::visualRect(layoutDirection(), rect(), part);
+    };
     const int titleHeight =
         wrappedHeight(title_, fontFor(row_style::title.font), columns.textWidth);
     const int detailHeight = itemRowLineHeight(row_style::detail.font);
@@ -66,12 +79,12 @@ ItemRowWidget::Layout ItemRowWidget::layoutOfParts() const {
         centered(columns.textLeft, QSize(columns.textWidth, titleHeight + spacing + detailHeight));
     const int actions = symbolExtent(row_style::actions.font.size);
     return {
-        .icon = centered(itemRowInset, sizeFor(row_style::iconSize)),
-        .title = QRect(text.topLeft(), QSize(text.width(), titleHeight)),
-        .detail =
-            QRect(text.left(), text.top() + titleHeight + spacing, text.width(), detailHeight),
-        .actions = centered(columns.actionsLeft, QSize(actions, actions)),
-        .badge = centered(columns.badgeLeft, badgeSize(badge_)),
+        .icon = visual(centered(itemRowInset, sizeFor(row_style::iconSize))),
+        .title = visual(QRect(text.topLeft(), QSize(text.width(), titleHeight))),
+        .detail = visual(
+            QRect(text.left(), text.top() + titleHeight + spacing, text.width(), detailHeight)),
+        .actions = visual(centered(columns.actionsLeft, QSize(actions, actions))),
+        .badge = visual(centered(columns.badgeLeft, badgeSize(badge_))),
     };
 }
 
@@ -114,6 +127,7 @@ void ItemRowWidget::resizeEvent(QResizeEvent* event) {
 
 void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Layout parts = layoutOfParts();
     const QPalette colors = state().current ? paletteOnSelection(palette()) : palette();
@@ -121,17 +135,27 @@ void ItemRowWidget::paintEvent(QPaintEvent* /*event*/) {
     if (!icon.isNull())
         painter.drawPixmap(parts.icon, icon);
     painter.setPen(colorFor(row_style::title.color, colors));
-    drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font));
-    const QFont font = fontFor(row_style::detail.font);
-    const QString detail = QFontMetrics(font).elidedText(toQString(item_.detail()), Qt::ElideMiddle,
-                                                         parts.detail.width());
-    painter.setFont(font);
+    drawWrapped(painter, parts.title, title_, fontFor(row_style::title.font), Qt::AlignLeft);
+    painter.setFont(fontFor(row_style::detail.font));
     painter.setPen(colorFor(row_style::detail.color, colors));
-    // Some fonts draw an underscore below their own height.
-    painter.drawText(parts.detail,
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                     detail);
+    drawLine(painter, parts.detail, shownDetail(parts.detail.width()), Qt::AlignLeft,
+             detailDirection);
     drawBadge(painter, parts.badge.topLeft(), badge_, colors);
+}
+
+QString ItemRowWidget::shownDetail(int width) const {
+    const QFontMetrics metrics(fontFor(row_style::detail.font));
+    return metrics.elidedText(toQString(item_.detail()), Qt::ElideMiddle, width);
+}
+
+// The title has as many lines as it needs: only the detail line can be cut.
+bool ItemRowWidget::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return ListRow::event(event);
+    const QString detail = toQString(item_.detail());
+    const bool isCut = shownDetail(layoutOfParts().detail.width()) != detail;
+    showCutText(*event, *this, isCut ? tooltipOf(detail, detailDirection) : QString());
+    return true;
 }
 
 } // namespace kestrel::linux_shell

@@ -41,6 +41,7 @@ class ItemRowWidget : public ListRow {
     void popUpMenu(QPoint globalPosition);
 
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void stateChanged() override;
@@ -49,6 +50,7 @@ class ItemRowWidget : public ListRow {
   private:
     void placeActions();
     void updateActions();
+    QString shownDetail(int width) const;
 
     ItemRow item_;
     ItemRow menuItem_; ///< what the open menu is about; the row may be bound anew meanwhile

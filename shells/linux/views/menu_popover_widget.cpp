@@ -8,6 +8,7 @@
 #include "views/popover/menu_popover_style.h"
 
 #include <QEvent>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -26,7 +27,9 @@ std::unique_ptr<QWidget> makeEmptyState(QWidget* parent) {
     column->addStretch();
     column->addWidget(new SymbolLabel(state::symbol), 0, Qt::AlignHCenter);
     column->addWidget(new TextLabel(textFor(state::title), state::titleStyle), 0, Qt::AlignHCenter);
-    column->addWidget(new TextLabel(textFor(state::hint), state::hintStyle), 0, Qt::AlignHCenter);
+    auto* hint = new TextLabel(textFor(state::hint), state::hintStyle);
+    hint->setWrapWidth(pixels(state::hintMaximumWidth));
+    column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addStretch();
     return widget;
 }
@@ -144,10 +147,12 @@ void MenuPopoverWidget::layOut() {
     const QSize settings = settings_.sizeHint();
     const QSize quit = quit_.sizeHint();
     const int edge = FooterButton::margin;
-    settings_.setGeometry(padding.left() - edge, middle - settings.height() / 2, settings.width(),
-                          settings.height());
-    quit_.setGeometry(width() - padding.right() + edge - quit.width(), middle - quit.height() / 2,
-                      quit.width(), quit.height());
+    const auto place = [this, middle](FooterButton& button, int left, const QSize& size) {
+        const QRect area(QPoint(left, middle - size.height() / 2), size);
+        button.setGeometry(QStyle::visualRect(layoutDirection(), rect(), area));
+    };
+    place(settings_, padding.left() - edge, settings);
+    place(quit_, width() - padding.right() + edge - quit.width(), quit);
 }
 
 // Of the footer's buttons.

@@ -1,32 +1,20 @@
 #include "shells/linux/views/popover_row.h"
 
+#include "shells/linux/views/kit/cut_text.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
-
-#include <algorithm>
+#include <QStyle>
 
 namespace kestrel::linux_shell {
 namespace {
 
 namespace row = menu_popover_style::row;
-
-// What of `title` fits into one line, cut with an ellipsis at the width or at a line's end.
-QString oneLine(const QString& title, const QFontMetrics& metrics, int width) {
-    const auto isBreak = [](QChar c) {
-        return c == u'\n' || c == u'\r' || c == QChar::LineSeparator ||
-               c == QChar::ParagraphSeparator;
-    };
-    const auto end = std::ranges::find_if(title, isBreak);
-    QString line(title.constData(), end - title.begin());
-    if (end != title.end())
-        line += QChar(0x2026);
-    return metrics.elidedText(line, Qt::ElideRight, width);
-}
 
 } // namespace
 
@@ -60,6 +48,7 @@ void PopoverRow::stateChanged() {
 
 void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     if (state().current) {
         const bool isFull = colors() != palette();
         fillRounded(painter, QRectF(rect().marginsRemoved(marginsFor(row::highlightInsets))),
@@ -67,19 +56,38 @@ void PopoverRow::paintEvent(QPaintEvent* /*event*/) {
                     isFull ? selectionColor(palette())
                            : washColor(palette(), row::highlightOpacity));
     }
-    const QRect content = rect().marginsRemoved(marginsFor(row::padding));
-    const QSize iconSize = sizeFor(row::iconSize);
     updatePixmap();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QRect(QPoint(content.left(), (height() - iconSize.height()) / 2), iconSize),
-                       pixmap_);
+    painter.drawPixmap(iconRect(), pixmap_);
     const QFont font = fontFor(row::title.font);
-    const int left = content.left() + iconSize.width() + pixels(row::spacing);
-    const QRect text(left, 0, content.left() + content.width() - left, height());
+    const QRect text = titleRect();
     painter.setFont(font);
     painter.setPen(colorFor(row::title.color, colors()));
-    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     oneLine(title_, QFontMetrics(font), text.width()));
+    drawLine(painter, text, cutAtEnd(title_, QFontMetrics(font), text.width()), Qt::AlignLeft,
+             directionOf(title_));
+}
+
+QRect PopoverRow::iconRect() const {
+    const QRect content = rect().marginsRemoved(marginsFor(row::padding));
+    const QSize size = sizeFor(row::iconSize);
+    const QRect icon(QPoint(content.left(), (height() - size.height()) / 2), size);
+    return QStyle::visualRect(layoutDirection(), rect(), icon);
+}
+
+QRect PopoverRow::titleRect() const {
+    const QRect content = rect().marginsRemoved(marginsFor(row::padding));
+    const int lead = pixels(row::iconSize.width) + pixels(row::spacing);
+    const QRect title(content.left() + lead, 0, content.width() - lead, height());
+    return QStyle::visualRect(layoutDirection(), rect(), title);
+}
+
+bool PopoverRow::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return ListRow::event(event);
+    const QFontMetrics metrics(fontFor(row::title.font));
+    const bool isCut = cutAtEnd(title_, metrics, titleRect().width()) != title_;
+    showCutText(*event, *this, isCut ? tooltipOf(title_, directionOf(title_)) : QString());
+    return true;
 }
 
 void PopoverRow::changeEvent(QEvent* event) {

@@ -7,6 +7,7 @@
 #include "shells/linux/views/kit/list_row.h"
 
 #include <QPixmap>
+#include <QRect>
 #include <QString>
 
 namespace kestrel::linux_shell {
@@ -20,7 +21,12 @@ class PopoverRow final : public ListRow {
 
     void show(const QString& title, const ItemIcon& icon);
 
+    /// Where the parts of the row lie.
+    QRect iconRect() const;
+    QRect titleRect() const;
+
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void stateChanged() override;

@@ -86,9 +86,7 @@ QWidget* SettingsWidget::makePlaceholder() {
     column->addWidget(new TextLabel(textFor(style_of::title), style_of::titleStyle), 0,
                       Qt::AlignHCenter);
     auto* hint = new TextLabel(textFor(style_of::hint), style_of::hintStyle);
-    hint->setWordWrap(true);
-    hint->setFixedWidth(pixels(style_of::hintMaximumWidth));
-    hint->setAlignment(Qt::AlignHCenter);
+    hint->setWrapWidth(pixels(style_of::hintMaximumWidth));
     column->addWidget(hint, 0, Qt::AlignHCenter);
     column->addSpacing(pixels(style_of::buttonTopPadding));
     auto* button = new PushButton(textFor(style_of::button), PushButton::Look::prominent);

@@ -61,7 +61,9 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
     [column addView:symbolView(state::symbol) gapAbove:0];
     [column addView:lineLabel(textFor(state::title), state::titleStyle) gapAbove:state::spacing];
-    [column addView:lineLabel(textFor(state::hint), state::hintStyle) gapAbove:state::spacing];
+    [column
+         addView:centeredParagraph(textFor(state::hint), state::hintStyle, state::hintMaximumWidth)
+        gapAbove:state::spacing];
     return column;
 }
 

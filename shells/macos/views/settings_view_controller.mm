@@ -101,14 +101,12 @@ using namespace kestrel::macos_shell;
 - (NSView*)makePlaceholder:(NSRect)frame {
     namespace placeholder = settings_style::empty_placeholder;
     CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
-    NSTextField* const hint = paragraphLabel(textFor(placeholder::hint), placeholder::hintStyle);
-    hint.alignment = NSTextAlignmentCenter;
-    const NSSize hintSize = sizeOfLabel(hint, placeholder::hintMaximumWidth);
-    hint.frame = NSMakeRect(0, 0, hintSize.width, hintSize.height);
     [column addView:symbolView(placeholder::symbol) gapAbove:0];
     [column addView:lineLabel(textFor(placeholder::title), placeholder::titleStyle)
            gapAbove:placeholder::spacing];
-    [column addView:hint gapAbove:placeholder::spacing];
+    [column addView:centeredParagraph(textFor(placeholder::hint), placeholder::hintStyle,
+                                      placeholder::hintMaximumWidth)
+           gapAbove:placeholder::spacing];
     [column addView:prominentButton(textFor(placeholder::button), self, @selector(addFirstItem:))
            gapAbove:placeholder::spacing + placeholder::buttonTopPadding];
     return column;

@@ -41,11 +41,12 @@ namespace empty_state {
 inline constexpr double height = 140;
 inline constexpr double spacing = 8;
 inline constexpr SymbolStyle symbol{"square.grid.2x2", {.size = 26}, ColorLevel::tertiary};
-inline constexpr Text title{"No items yet"};
+inline constexpr Text title = Text::localizable("No items yet");
 inline constexpr TextStyle titleStyle{callout.withWeight(FontWeight::medium),
                                       ColorLevel::secondary};
-inline constexpr Text hint{"Open Settings to add items."};
+inline constexpr Text hint = Text::localizable("Open Settings to add items.");
 inline constexpr TextStyle hintStyle{caption, ColorLevel::tertiary};
+inline constexpr double hintMaximumWidth = 212; ///< a longer translation wraps there, centred
 } // namespace empty_state
 
 inline constexpr double dividerHeight = 1;
@@ -63,12 +64,12 @@ struct Button {
 
 inline constexpr Button settings{
     .symbol = {"gearshape", {.size = 12}, ColorLevel::primary},
-    .title = {"Settings"},
+    .title = Text::localizable("Settings"),
     .titleStyle = {{.size = 13}, ColorLevel::primary},
 };
 inline constexpr Button quit{
     .symbol = {"power", {.size = 11}, ColorLevel::secondary},
-    .title = {"Quit"},
+    .title = Text::localizable("Quit"),
     .titleStyle = {{.size = 13}, ColorLevel::secondary},
 };
 } // namespace footer

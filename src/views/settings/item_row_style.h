@@ -20,8 +20,8 @@ inline constexpr Text noPath{"(no path)"};
 inline constexpr Text noCommand{"(no command)"};
 
 inline constexpr SymbolStyle actions{"ellipsis.circle", {.size = 14}, ColorLevel::secondary};
-inline constexpr Text editAction{"Edit", Text::Lookup::localizable};
-inline constexpr Text deleteAction{"Delete", Text::Lookup::localizable};
+inline constexpr Text editAction = Text::localizable("Edit");
+inline constexpr Text deleteAction = Text::localizable("Delete");
 inline constexpr ColorLevel deleteColor = ColorLevel::destructive;
 
 namespace badge {

@@ -27,13 +27,13 @@ inline constexpr double dividerHeight = 1;
 namespace empty_placeholder {
 inline constexpr double spacing = 12;
 inline constexpr SymbolStyle symbol{"square.grid.2x2", {.size = 36}, ColorLevel::tertiary};
-inline constexpr Text title{"No items yet", Text::Lookup::localizable};
+inline constexpr Text title = Text::localizable("No items yet");
 inline constexpr TextStyle titleStyle{title3.withWeight(FontWeight::medium), ColorLevel::secondary};
-inline constexpr Text hint{"Add apps, command files, or shell commands to your launcher.",
-                           Text::Lookup::localizable};
+inline constexpr Text hint =
+    Text::localizable("Add apps, command files, or shell commands to your launcher.");
 inline constexpr TextStyle hintStyle{callout, ColorLevel::tertiary};
 inline constexpr double hintMaximumWidth = 320; ///< the hint wraps there, centred
-inline constexpr Text button{"Add First Item", Text::Lookup::localizable};
+inline constexpr Text button = Text::localizable("Add First Item");
 inline constexpr double buttonTopPadding = 4; ///< on top of the spacing
 } // namespace empty_placeholder
 

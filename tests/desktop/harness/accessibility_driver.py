@@ -33,7 +33,7 @@ class AccessibilityDriver(InputDriver):
         return self.kestrel.open_popover()
 
     def open_settings(self):
-        self.tree.press("push button", "Settings")
+        self.tree.press("push button", self.word("Settings"))
         self.wait_for_settings()
 
     def close_settings(self):
@@ -41,7 +41,7 @@ class AccessibilityDriver(InputDriver):
         self.desktop.wait_for_no_window(role="settings")
 
     def quit(self):
-        self.tree.press("push button", "Quit")
+        self.tree.press("push button", self.word("Quit"))
 
     def press_button(self, name):
         self.tree.press("push button", name)
@@ -73,11 +73,11 @@ class AccessibilityDriver(InputDriver):
         self.tree.press("push button", self.word("Browse…"))
 
     def name_file(self, path):
-        self.tree.find("text", "File name:").text = path
+        self.tree.find("text", self.word("File name:")).text = path
         self.wait_for_file_name(path)
 
     def accept_dialog(self):
-        self.tree.press("push button", "Open")
+        self.tree.press("push button", self.word("Open"))
 
     def cancel_dialog(self):
         self.dialog_cancel().do("Press")

@@ -77,8 +77,8 @@ class InputDriver:
         if path is not None:
             self.name_file(path)
         if is_taken:
-            wait_for(lambda: self.is_enabled("Open"), what="Open to react")
-        if path is not None and self.is_enabled("Open"):
+            wait_for(lambda: self.is_enabled(self.word("Open")), what="Open to react")
+        if path is not None and self.is_enabled(self.word("Open")):
             self.accept_dialog()
         else:
             self.cancel_dialog()
@@ -86,8 +86,8 @@ class InputDriver:
 
     def dialog_cancel(self):
         """The dialog's button; the form, which waits behind it, has one of the same name."""
-        name = self.tree.find("text", "File name:").rect
-        return next(button for button in self.tree.find_all("push button", "Cancel")
+        name = self.tree.find("text", self.word("File name:")).rect
+        return next(button for button in self.tree.find_all("push button", self.word("Cancel"))
                     if button.rect.x > name.x + name.width)
 
     def fill_in(self, kind, title, text):
@@ -98,11 +98,11 @@ class InputDriver:
 
     def wait_for_dialog(self, is_there=True):
         """Waits for the dialog behind "Browse…" to come or to go."""
-        wait_for(lambda: bool(self.tree.find_all("text", "File name:")) == is_there,
+        wait_for(lambda: bool(self.tree.find_all("text", self.word("File name:"))) == is_there,
                  what="the dialog")
 
     def wait_for_file_name(self, path):
-        name = self.tree.find("text", "File name:")
+        name = self.tree.find("text", self.word("File name:"))
         wait_for(lambda: name.text == path, what=f"the dialog to hold {path}")
 
     def wait_for_settings(self):

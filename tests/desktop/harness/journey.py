@@ -66,7 +66,7 @@ class Journey(DesktopTest):
         if self.has_cloud:
             os.makedirs(self.desktop.path("data", "kestrel", "cloud"))
         self.assertEqual(self.start().rect.height, popover_height(0))
-        self.kestrel.accessible.find("label", "No items yet")
+        self.kestrel.accessible.find("label", self.kestrel.word("No items yet"))
         self.driver.open_settings()
         for text in ("No items yet",
                      "Add apps, command files, or shell commands to your launcher."):

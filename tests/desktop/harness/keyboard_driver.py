@@ -28,7 +28,7 @@ class KeyboardDriver(InputDriver):
         return self.kestrel.wait_for_popover()
 
     def open_settings(self):
-        self.tab_to("push button", "Settings")
+        self.tab_to("push button", self.word("Settings"))
         self.desktop.key("space")
         self.wait_for_settings()
 
@@ -36,7 +36,7 @@ class KeyboardDriver(InputDriver):
         self.kestrel.close_settings()
 
     def quit(self):
-        self.tab_to("push button", "Quit")
+        self.tab_to("push button", self.word("Quit"))
         self.desktop.key("space")
 
     def press_button(self, name):

@@ -13,7 +13,7 @@ class PointerDriver(InputDriver):
         return self.kestrel.wait_for_popover()
 
     def open_settings(self):
-        self.kestrel.click_on("push button", "Settings")
+        self.kestrel.click_on("push button", self.word("Settings"))
         self.wait_for_settings()
 
     def close_settings(self):
@@ -23,7 +23,7 @@ class PointerDriver(InputDriver):
         self.desktop.wait_for_no_window(role="settings")
 
     def quit(self):
-        self.kestrel.click_on("push button", "Quit")
+        self.kestrel.click_on("push button", self.word("Quit"))
 
     def press_button(self, name):
         self.kestrel.click_on("push button", name)
@@ -53,12 +53,12 @@ class PointerDriver(InputDriver):
 
     def accept_dialog(self):
         # The first click may only close the list of names that typing has opened.
-        while found := self.tree.find_all("push button", "Open"):
+        while found := self.tree.find_all("push button", self.word("Open")):
             self.desktop.click(*found[0].rect.center)
             time.sleep(0.2)
 
     def cancel_dialog(self):
-        while self.tree.find_all("push button", "Open"):
+        while self.tree.find_all("push button", self.word("Open")):
             self.desktop.click(*self.dialog_cancel().rect.center)
             time.sleep(0.2)
 

@@ -162,7 +162,7 @@ class Kestrel:
         """Ends it by its own button; its exit status."""
         if not self.popover():
             self.open_popover()
-        self.click_on("push button", "Quit")
+        self.click_on("push button", self.word("Quit"))
         return self.process.wait()
 
     # Windows and what is in them, by the real pointer.
@@ -191,7 +191,7 @@ class Kestrel:
         """Opens the settings window from the popover and returns it."""
         if not self.popover():
             self.open_popover()
-        self.click_on("push button", "Settings")
+        self.click_on("push button", self.word("Settings"))
         window = self.desktop.wait_for_window(role="settings")
         self.wait_for_no_popover()
         wait_for(lambda: self.desktop.focused_window() == window.id, what="the keyboard focus")

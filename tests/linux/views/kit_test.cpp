@@ -83,7 +83,8 @@ class Shouting : public QTranslator {
   public:
     QString translate(const char* context, const char* key, const char* /*disambiguation*/,
                       int /*n*/) const override {
-        return qstrcmp(context, "Kestrel") == 0 ? QString::fromUtf8(key).toUpper() : QString();
+        return qstrcmp(context, "kestrel::style::Text") == 0 ? QString::fromUtf8(key).toUpper()
+                                                             : QString();
     }
     bool isEmpty() const override { return false; }
 };
@@ -91,10 +92,10 @@ class Shouting : public QTranslator {
 TEST(StyleBridgeTest, OnlyLocalizableTextsAreTranslated) {
     Shouting translator;
     QCoreApplication::installTranslator(&translator);
-    EXPECT_EQ(textFor({"Cancel", style::Text::Lookup::localizable}), QStringLiteral("CANCEL"));
-    EXPECT_EQ(textFor({"Settings"}), QStringLiteral("Settings"));
+    EXPECT_EQ(textFor(style::Text::localizable("Cancel")), QStringLiteral("CANCEL"));
+    EXPECT_EQ(textFor({"App"}), QStringLiteral("App"));
     QCoreApplication::removeTranslator(&translator);
-    EXPECT_EQ(textFor({"Browse…", style::Text::Lookup::localizable}), QStringLiteral("Browse…"));
+    EXPECT_EQ(textFor(style::Text::localizable("Browse…")), QStringLiteral("Browse…"));
 }
 
 TEST(SymbolTest, EverySymbolOfTheProgramIsThereInItsColourAtEveryScale) {

@@ -253,6 +253,13 @@ TEST(MenuPopoverStyleTest, TheEmptyStateIs140HighWithItsThreeLines) {
     EXPECT_EQ(mps::empty_state::hintStyle.font, style::caption);
 }
 
+TEST(MenuPopoverStyleTest, TheProgramsOwnTextsAreTranslated) {
+    for (const style::Text& text :
+         {mps::empty_state::title, mps::empty_state::hint, mps::footer::settings.title,
+          mps::footer::quit.title})
+        EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
+}
+
 TEST(MenuPopoverStyleTest, ATitleIsCutToOneLine) { EXPECT_EQ(mps::row::titleLineLimit, 1); }
 
 TEST(MenuPopoverStyleTest, TheHighlightIsInset4OnBothSidesWithRadius5At8Percent) {

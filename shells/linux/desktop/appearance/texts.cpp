@@ -10,7 +10,7 @@ QString textFor(const style::Text& text) {
     if (text.lookup == style::Text::Lookup::verbatim)
         return toQString(text.english);
     const std::string key(text.english);
-    return QCoreApplication::translate("Kestrel", key.c_str());
+    return QCoreApplication::translate("kestrel::style::Text", key.c_str());
 }
 
 QString toQString(std::string_view utf8) {

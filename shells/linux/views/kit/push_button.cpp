@@ -4,6 +4,7 @@
 #include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -48,7 +49,8 @@ void PushButton::paintEvent(QPaintEvent* /*event*/) {
     drawButtonFace(painter, rect(), palette(), face);
     painter.setFont(fontFor(look_ == Look::prominent ? prominentFont : plainFont));
     painter.setPen(buttonTitleColor(palette(), face));
-    drawMarked(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, text(), mark_);
+    drawMarked(painter, rect(), lineFlags(layoutDirection(), Qt::AlignHCenter, directionOf(text())),
+               text(), mark_);
 }
 
 } // namespace kestrel::linux_shell

@@ -4,11 +4,11 @@
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/views/kit/mnemonics.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "shells/linux/views/kit/text_line.h"
+#include "shells/linux/views/kit/wrapped_text.h"
 
 #include <QMouseEvent>
 #include <QPainter>
-
-#include <algorithm>
 
 namespace kestrel::linux_shell {
 
@@ -21,9 +21,15 @@ TextLabel::TextLabel(const QString& text, const style::TextStyle& textStyle, QWi
 
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
     painter.setPen(colorFor(style_.color, palette()));
-    const int wrap = wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine;
-    drawMarked(painter, rect(), static_cast<int>(alignment()) | wrap, text(), mark_);
+    if (wrapWidth_) {
+        drawWrapped(painter, rect(), text(), font(), Qt::AlignHCenter);
+        return;
+    }
+    const Qt::Alignment horizontal = alignment() & Qt::AlignHorizontal_Mask;
+    drawMarked(painter, rect(), lineFlags(layoutDirection(), horizontal, directionOf(text())),
+               text(), mark_);
 }
 
 void TextLabel::setMark(int mark) {
@@ -45,8 +51,16 @@ void TextLabel::mousePressEvent(QMouseEvent* event) {
         QLabel::mousePressEvent(event);
 }
 
-int TextLabel::heightForWidth(int width) const {
-    return QLabel::heightForWidth(std::min(width, maximumWidth()));
+void TextLabel::setWrapWidth(int width) {
+    wrapWidth_ = width;
+    updateGeometry();
+}
+
+QSize TextLabel::sizeHint() const {
+    if (!wrapWidth_)
+        return QLabel::sizeHint();
+    const int width = evenWidth(text(), font(), *wrapWidth_);
+    return {width, wrappedHeight(text(), font(), width)};
 }
 
 SymbolLabel::SymbolLabel(const style::SymbolStyle& symbol, QWidget* parent)

@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+#include <optional>
+
 namespace kestrel::linux_shell {
 
 /// Draws its text itself: no role of a palette stands for a colour level, and the toolkit's own
@@ -16,8 +18,11 @@ class TextLabel : public QLabel {
   public:
     TextLabel(const QString& text, const style::TextStyle& textStyle, QWidget* parent = nullptr);
 
-    /// In no more than the maximum width: a layout asks for the whole width that it has to give.
-    int heightForWidth(int width) const override;
+    /// The text wraps, centred, into even lines of at most so many pixels.
+    void setWrapWidth(int width);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
     /// As a click on the label does; nothing without a buddy.
     void focusBuddy();
@@ -31,6 +36,7 @@ class TextLabel : public QLabel {
 
   private:
     style::TextStyle style_;
+    std::optional<int> wrapWidth_;
     int mark_ = -1;
 };
 

@@ -1,7 +1,10 @@
 #include "shells/linux/views/kit/wrapped_text.h"
 
+#include "shells/linux/views/kit/text_line.h"
+
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 
 #include <cmath>
@@ -11,8 +14,9 @@ namespace kestrel::linux_shell {
 namespace {
 
 /// Lays the lines out below each other; the height of all of them.
-double layOut(QTextLayout& layout, int width) {
-    QTextOption option;
+double layOut(QTextLayout& layout, int width, Qt::Alignment alignment = Qt::AlignLeft) {
+    QTextOption option(alignment);
+    option.setTextDirection(directionOf(layout.text()));
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     double y = 0;
@@ -35,19 +39,31 @@ QString withLineSeparators(QString text) {
 } // namespace
 
 int wrappedHeight(const QString& text, const QFont& font, int width) {
-    const QFontMetrics metrics(font);
     const QString lines = withLineSeparators(text);
-    const bool oneLine =
-        !lines.contains(QChar(QChar::LineSeparator)) && metrics.horizontalAdvance(lines) <= width;
+    // In parts of a pixel, as the layout measures: a line that is wider by one breaks.
+    const bool oneLine = !lines.contains(QChar(QChar::LineSeparator)) &&
+                         QFontMetricsF(font).horizontalAdvance(lines) <= width;
     if (oneLine)
-        return metrics.height();
+        return QFontMetrics(font).height();
     QTextLayout layout(lines, font);
     return static_cast<int>(std::ceil(layOut(layout, width)));
 }
 
-void drawWrapped(QPainter& painter, const QRect& rect, const QString& text, const QFont& font) {
+int evenWidth(const QString& text, const QFont& font, int width) {
+    const int height = wrappedHeight(text, font, width);
+    int tooNarrow = 0;
+    int enough = width;
+    while (enough - tooNarrow > 1) {
+        const int between = (tooNarrow + enough) / 2;
+        (wrappedHeight(text, font, between) > height ? tooNarrow : enough) = between;
+    }
+    return enough;
+}
+
+void drawWrapped(QPainter& painter, const QRect& rect, const QString& text, const QFont& font,
+                 Qt::Alignment alignment) {
     QTextLayout layout(withLineSeparators(text), font);
-    layOut(layout, rect.width());
+    layOut(layout, rect.width(), QStyle::visualAlignment(painter.layoutDirection(), alignment));
     layout.draw(&painter, rect.topLeft());
 }
 

@@ -14,6 +14,9 @@ NSTextField* lineLabel(NSString* text, const style::TextStyle& style);
 /// As many lines as its frame's width makes necessary.
 NSTextField* paragraphLabel(NSString* text, const style::TextStyle& style);
 
+/// Centred, as large as its text: as few lines as `maximumWidth` points allow, as even as can be.
+NSTextField* centeredParagraph(NSString* text, const style::TextStyle& style, CGFloat maximumWidth);
+
 /// The size of the label's text when it may be at most `maximumWidth` points wide.
 NSSize sizeOfLabel(NSTextField* label, CGFloat maximumWidth);
 

@@ -32,6 +32,22 @@ NSTextField* paragraphLabel(NSString* text, const style::TextStyle& style) {
     return label;
 }
 
+NSTextField* centeredParagraph(NSString* text, const style::TextStyle& style,
+                               CGFloat maximumWidth) {
+    NSTextField* const label = paragraphLabel(text, style);
+    label.alignment = NSTextAlignmentCenter;
+    const CGFloat height = sizeOfLabel(label, maximumWidth).height;
+    CGFloat tooNarrow = 0;
+    CGFloat enough = maximumWidth;
+    while (enough - tooNarrow > 1) {
+        const CGFloat between = std::floor((tooNarrow + enough) / 2);
+        (sizeOfLabel(label, between).height > height ? tooNarrow : enough) = between;
+    }
+    const NSSize size = sizeOfLabel(label, enough);
+    label.frame = NSMakeRect(0, 0, size.width, size.height);
+    return label;
+}
+
 NSSize sizeOfLabel(NSTextField* label, CGFloat maximumWidth) {
     const NSRect room = NSMakeRect(0, 0, std::max(maximumWidth, 0.0), CGFLOAT_MAX);
     const NSSize size = [label.cell cellSizeForBounds:room];
