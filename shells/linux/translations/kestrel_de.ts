@@ -83,5 +83,29 @@
         <source>Move Down</source>
         <translation>Nach unten bewegen</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>Anwendung auswählen</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Anwendungen</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>Keine Anwendungen gefunden</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>Andere …</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Auswählen</translation>
+    </message>
 </context>
 </TS>

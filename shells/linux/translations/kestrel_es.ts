@@ -83,5 +83,29 @@
         <source>Move Down</source>
         <translation>Mover hacia abajo</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>Elegir una aplicación</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Aplicaciones</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>No se encontró ninguna aplicación</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>Otra…</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Elegir</translation>
+    </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "views/accessible_texts.h"
 #include "views/settings/add_edit_item_style.h"
+#include "views/settings/application_chooser_style.h"
 #include "views/settings/item_row_style.h"
 #include "views/settings/settings_style.h"
 
@@ -22,6 +23,7 @@ std::set<std::string> localizableTexts() {
     namespace row = item_row_style;
     namespace placeholder = settings_style::empty_placeholder;
     namespace accessible = accessible_texts;
+    namespace chooser = application_chooser_style;
     std::set<std::string> texts;
     for (const style::Text& text : {placeholder::title,
                                     placeholder::hint,
@@ -42,7 +44,13 @@ std::set<std::string> localizableTexts() {
                                     accessible::itemList,
                                     accessible::rowActions,
                                     accessible::moveRowUp,
-                                    accessible::moveRowDown}) {
+                                    accessible::moveRowDown,
+                                    chooser::title,
+                                    chooser::search,
+                                    chooser::list,
+                                    chooser::nothingFound,
+                                    chooser::other,
+                                    chooser::choose}) {
         EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
         texts.emplace(text.english);
     }
