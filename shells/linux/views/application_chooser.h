@@ -39,7 +39,7 @@ class ApplicationChooser final : public QDialog {
     QSize sizeHint() const override;
 
     RoundedField& searchField() const { return *search_; }
-    const ChoiceList& list() const { return *list_; }
+    ChoiceList& list() const { return *list_; }
     TextLabel& nothingFoundLabel() const { return *nothingFound_; }
     PushButton& otherButton() const { return *other_; }
     PushButton& cancelButton() const { return *cancel_; }

@@ -14,9 +14,11 @@ namespace {
 
 constexpr std::size_t ranks = 4;
 
-/// Letters without their accents, in one case, words with one space between them.
+/// Letters without their accents, in one case, words with one space between them. Only the way over
+/// capitals makes "ss" of "ß".
 QString folded(const QString& text) {
-    QString result = text.normalized(QString::NormalizationForm_KD).toCaseFolded().simplified();
+    const QString plain = text.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded();
+    QString result = plain.simplified();
     result.removeIf([](QChar c) { return c.isMark(); });
     return result;
 }
