@@ -1,22 +1,9 @@
 """The whole journey (journey.py) in each way of working, and in another language."""
-import os
-import xml.etree.ElementTree
-
 from harness.accessibility_driver import AccessibilityDriver
 from harness.journey import Journey
 from harness.keyboard_driver import KeyboardDriver
 from harness.pointer_driver import PointerDriver
-
-
-TRANSLATIONS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "shells",
-                            "linux", "translations")
-
-
-def translations(language):
-    """The program's texts in a language, by the English ones."""
-    tree = xml.etree.ElementTree.parse(os.path.join(TRANSLATIONS, f"kestrel_{language}.ts"))
-    return {message.find("source").text: message.find("translation").text
-            for message in tree.iter("message")}
+from harness.translations import translations
 
 
 class PointerJourney(Journey):

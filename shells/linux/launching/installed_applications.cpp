@@ -6,6 +6,7 @@
 #include <gio/gdesktopappinfo.h>
 
 #include <QCollator>
+#include <QLocale>
 #include <QString>
 
 #include <algorithm>
@@ -58,7 +59,9 @@ std::optional<InstalledApplication> shownApplication(GAppInfo* info) {
 }
 
 void sortByName(std::vector<InstalledApplication>& applications) {
-    QCollator collator;
+    // The order of a session without a language is that of bytes: all capitals come first there.
+    const QLocale locale;
+    QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::vector<std::pair<QCollatorSortKey, InstalledApplication>> keyed;

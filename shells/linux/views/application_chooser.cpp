@@ -74,10 +74,6 @@ ApplicationChooser::ApplicationChooser(const FileIconSource& fileIcons, QWidget*
 
     list_ = new ChoiceList(rows_, marginsFor(chooser::listPadding));
     list_->setAccessibleName(textFor(chooser::list));
-    nothingFound_ =
-        new TextLabel(textFor(chooser::nothingFound), chooser::nothingFoundStyle, list_);
-    nothingFound_->setAlignment(Qt::AlignCenter);
-    nothingFound_->hide();
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
@@ -87,6 +83,11 @@ ApplicationChooser::ApplicationChooser(const FileIconSource& fileIcons, QWidget*
     column->addWidget(list_, 1);
     column->addWidget(new Divider);
     column->addLayout(makeButtonRow());
+
+    // Not in the list, of which a screen reader sees the rows alone.
+    nothingFound_ = new TextLabel(textFor(chooser::nothingFound), chooser::nothingFoundStyle, this);
+    nothingFound_->setAlignment(Qt::AlignCenter);
+    nothingFound_->hide();
 
     connectControls();
     connect(&fileIcons, &FileIconSource::changed, list_, &ChoiceList::refresh);
@@ -192,7 +193,7 @@ void ApplicationChooser::keyPressEvent(QKeyEvent* event) {
 void ApplicationChooser::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
     layout()->activate();
-    nothingFound_->setGeometry(list_->rect());
+    nothingFound_->setGeometry(list_->geometry());
 }
 
 } // namespace kestrel::linux_shell

@@ -82,6 +82,9 @@ class AccessibilityDriver(InputDriver):
     def cancel_dialog(self):
         self.dialog_cancel().do("Press")
 
+    def cancel_list(self):
+        self.list_cancel().do("Press")
+
     def choose_in_menu(self, title, choice):
         self.row(title).do("ShowMenu")
         self.tree.press("menu item", self.word(choice))
