@@ -73,7 +73,10 @@ class AccessibilityDriver(InputDriver):
         self.tree.press("push button", self.word("Browse…"))
 
     def name_file(self, path):
-        self.tree.find("text", "File name:").text = path
+        name = self.tree.find("text", "File name:")
+        name.focus()    # without the keys the toolkit's dialog makes another text of it
+        self.wait_for_keys_in_dialog()
+        name.text = path
         self.wait_for_file_name(path)
 
     def accept_dialog(self):
