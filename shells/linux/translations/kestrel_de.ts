@@ -101,7 +101,7 @@
     </message>
     <message>
         <source>Other…</source>
-        <translation>Andere …</translation>
+        <translation>Andere …</translation>
     </message>
     <message>
         <source>Choose</source>

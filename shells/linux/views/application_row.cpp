@@ -13,7 +13,7 @@
 namespace kestrel::linux_shell {
 
 namespace {
-namespace row_style = application_chooser_style::row;
+namespace chooser_row_style = application_chooser_style::row;
 }
 
 ApplicationRow::ApplicationRow(const FileIconSource& fileIcons, QWidget* parent)
@@ -39,8 +39,8 @@ void ApplicationRow::updatePixmap() {
     if (pixmapRatio_ == devicePixelRatioF())
         return;
     pixmapRatio_ = devicePixelRatioF();
-    pixmap_ = itemIconPixmap(FileIcon{path_}, fileIcons_, sizeFor(row_style::iconSize),
-                             pixmapRatio_, colorFor(row_style::title.color, palette()));
+    pixmap_ = itemIconPixmap(FileIcon{path_}, fileIcons_, sizeFor(chooser_row_style::iconSize),
+                             pixmapRatio_, colorFor(chooser_row_style::title.color, palette()));
 }
 
 void ApplicationRow::paintEvent(QPaintEvent* /*event*/) {
@@ -48,17 +48,17 @@ void ApplicationRow::paintEvent(QPaintEvent* /*event*/) {
     const auto mirrored = [this](const QRect& area) {
         return QStyle::visualRect(layoutDirection(), rect(), area);
     };
-    const QRect content = rect().marginsRemoved(marginsFor(row_style::padding));
-    const QSize iconSize = sizeFor(row_style::iconSize);
+    const QRect content = rect().marginsRemoved(marginsFor(chooser_row_style::padding));
+    const QSize iconSize = sizeFor(chooser_row_style::iconSize);
     const QRect icon(QPoint(content.left(), (height() - iconSize.height()) / 2), iconSize);
     updatePixmap();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(mirrored(icon), pixmap_);
     QRect text = content;
-    text.setLeft(icon.right() + 1 + pixels(row_style::spacing));
-    const QFont font = fontFor(row_style::title.font);
+    text.setLeft(icon.right() + 1 + pixels(chooser_row_style::spacing));
+    const QFont font = fontFor(chooser_row_style::title.font);
     painter.setFont(font);
-    painter.setPen(colorFor(row_style::title.color, palette()));
+    painter.setPen(colorFor(chooser_row_style::title.color, palette()));
     const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft);
     const QString line = QFontMetrics(font).elidedText(name_, Qt::ElideRight, text.width());
     painter.drawText(

@@ -11,7 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 
-const std::vector<InstalledApplication> applications = {
+const std::vector<InstalledApplication> searched = {
     {"/a", "Archive Manager", "Compress\nfile-roller"},
     {"/b", "Café au Lait", ""},
     {"/c", "Document Editor", "Office"},
@@ -21,45 +21,45 @@ const std::vector<InstalledApplication> applications = {
     {"/g", "Straße", ""},
 };
 
-std::vector<std::string> found(const QString& typed) {
+std::vector<std::string> namesFound(const QString& typed) {
     std::vector<std::string> names;
-    for (const int position : ApplicationSearch(applications).find(typed))
-        names.push_back(applications[static_cast<std::size_t>(position)].name);
+    for (const int position : ApplicationSearch(searched).find(typed))
+        names.push_back(searched[static_cast<std::size_t>(position)].name);
     return names;
 }
 
 TEST(ApplicationSearchTest, NothingTypedFindsAllInTheirOrder) {
-    EXPECT_EQ(found({}).size(), applications.size());
-    EXPECT_EQ(found(QStringLiteral("  ")).size(), applications.size());
-    EXPECT_EQ(found({}).front(), "Archive Manager");
+    EXPECT_EQ(namesFound({}).size(), searched.size());
+    EXPECT_EQ(namesFound(QStringLiteral("  ")).size(), searched.size());
+    EXPECT_EQ(namesFound({}).front(), "Archive Manager");
 }
 
 TEST(ApplicationSearchTest, BeginningsOfNamesComeBeforeThoseOfWordsAndTheseBeforeTheRest) {
-    EXPECT_THAT(found(QStringLiteral("e")),
+    EXPECT_THAT(namesFound(QStringLiteral("e")),
                 ElementsAre("Document Editor", "Text Editor", "Archive Manager", "Café au Lait",
                             "gedit", "Straße", "Mail"));
-    EXPECT_THAT(found(QStringLiteral("edit")),
+    EXPECT_THAT(namesFound(QStringLiteral("edit")),
                 ElementsAre("Document Editor", "Text Editor", "gedit"));
-    EXPECT_THAT(found(QStringLiteral("text")), ElementsAre("Text Editor", "gedit"));
+    EXPECT_THAT(namesFound(QStringLiteral("text")), ElementsAre("Text Editor", "gedit"));
 }
 
 TEST(ApplicationSearchTest, CaseAccentsAndSpacesMakeNoDifference) {
-    EXPECT_THAT(found(QStringLiteral("CAFE  au")), ElementsAre("Café au Lait"));
-    EXPECT_THAT(found(QStringLiteral("cafe\u0301")), ElementsAre("Café au Lait"));
-    EXPECT_THAT(found(QStringLiteral(" mÄil ")), ElementsAre("Mail"));
-    EXPECT_THAT(found(QStringLiteral("STRASSE")), ElementsAre("Straße"));
+    EXPECT_THAT(namesFound(QStringLiteral("CAFE  au")), ElementsAre("Café au Lait"));
+    EXPECT_THAT(namesFound(QStringLiteral("cafe\u0301")), ElementsAre("Café au Lait"));
+    EXPECT_THAT(namesFound(QStringLiteral(" mÄil ")), ElementsAre("Mail"));
+    EXPECT_THAT(namesFound(QStringLiteral("STRASSE")), ElementsAre("Straße"));
 }
 
 TEST(ApplicationSearchTest, WordsMayStandInAnyOrderAndInTheOtherNames) {
-    EXPECT_THAT(found(QStringLiteral("editor text")), ElementsAre("gedit", "Text Editor"));
-    EXPECT_THAT(found(QStringLiteral("thunderbird")), ElementsAre("Mail"));
-    EXPECT_THAT(found(QStringLiteral("roll")), ElementsAre("Archive Manager"));
-    EXPECT_THAT(found(QStringLiteral("editor nowhere")), ElementsAre());
+    EXPECT_THAT(namesFound(QStringLiteral("editor text")), ElementsAre("gedit", "Text Editor"));
+    EXPECT_THAT(namesFound(QStringLiteral("thunderbird")), ElementsAre("Mail"));
+    EXPECT_THAT(namesFound(QStringLiteral("roll")), ElementsAre("Archive Manager"));
+    EXPECT_THAT(namesFound(QStringLiteral("editor nowhere")), ElementsAre());
 }
 
 TEST(ApplicationSearchTest, SignsOfPatternsStandForThemselves) {
-    EXPECT_THAT(found(QStringLiteral(".*")), ElementsAre());
-    EXPECT_THAT(found(QStringLiteral("file-roller")), ElementsAre("Archive Manager"));
+    EXPECT_THAT(namesFound(QStringLiteral(".*")), ElementsAre());
+    EXPECT_THAT(namesFound(QStringLiteral("file-roller")), ElementsAre("Archive Manager"));
 }
 
 } // namespace
