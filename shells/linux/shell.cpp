@@ -41,6 +41,7 @@ Shell::Shell(QApplication& application)
       iconSource_([this](const std::string& path) { return fileIcons_.iconForFile(path); }),
       application_(application),
       appearance_(QDBusConnection::sessionBus()),
+      openPanel_(mainQueue_, iconSource_),
       desktop_(QDBusConnection::sessionBus(), iconSource_),
       delegate_({.store = {.mainQueue = mainQueue_,
                            .userDefaults = userDefaults_,

@@ -6,7 +6,6 @@
 #include "shells/linux/desktop/activation_tokens.h"
 #include "shells/linux/desktop/appearance/appearance.h"
 #include "shells/linux/desktop/application.h"
-#include "shells/linux/desktop/file_dialog_open_panel.h"
 #include "shells/linux/desktop/language.h"
 #include "shells/linux/desktop/main_queue.h"
 #include "shells/linux/desktop/startup.h"
@@ -15,6 +14,7 @@
 #include "shells/linux/launching/launch_worker.h"
 #include "shells/linux/launching/shell_terminal.h"
 #include "shells/linux/linux_desktop.h"
+#include "shells/linux/linux_open_panel.h"
 #include "shells/linux/storage/file_user_defaults.h"
 #include "shells/linux/storage/folder_cloud.h"
 #include "shells/linux/storage/system_clock.h"
@@ -64,7 +64,7 @@ class Shell {
     FileIconSource iconSource_;
     QtApplication application_;
     Appearance appearance_;
-    FileDialogOpenPanel openPanel_;
+    LinuxOpenPanel openPanel_;
     LinuxDesktop desktop_;
     AppDelegate delegate_;
     bool hasShownItself_ = false; ///< the popover, for want of a panel

@@ -1,8 +1,5 @@
 """Journeys through the settings window by a real pointer and keyboard, with the stored bytes
 compared after every step."""
-import os
-import re
-
 from harness.case import DesktopTest
 from harness.program import item, popover_height, store_before_start
 
@@ -122,69 +119,6 @@ class SettingsTest(DesktopTest):
         kestrel.choose_kind(COMMAND)
         kestrel.finish_form_adding()
         kestrel.wait_for_stored([item(COMMAND, "Switch", "echo switch")])
-
-    def choose_file(self, path):
-        """Names a file in the dialog behind "Browse…"; None cancels the dialog."""
-        self.kestrel.click_on("push button", "Browse…")
-        self.choose_in_dialog(path)
-
-    def choose_in_dialog(self, path):
-        tree = self.kestrel.accessible
-        self.wait_until(lambda: tree.find_all("push button", "Open"), "the dialog")
-        if path is None:
-            self.desktop.key("Escape")
-        else:
-            name = tree.find("text", "File name:")
-            self.desktop.click(*name.rect.center)
-            self.wait_until(lambda: "focused" in name.states, "the keyboard focus")
-            self.desktop.type(path)
-            self.wait_until(lambda: name.text == path, "the typed path")
-            self.desktop.key("Return")
-        self.wait_until(lambda: not tree.find_all("push button", "Open"), "the dialog to close")
-
-    def test_browse_fills_in_the_path_and_an_empty_title(self):
-        kestrel = self.start()
-        script = self.desktop.write("home/Desktop/deploy.command", "#!/bin/sh\n", 0o755)
-        other = self.desktop.write("home/Desktop/other.txt", "")
-        kestrel.click_on("push button", "Add First Item")
-        kestrel.choose_kind(FILE)
-        self.choose_file(None)
-        self.assertEqual((kestrel.field("Title"), kestrel.field("File")), ("", ""))
-        self.choose_file(script)
-        self.wait_until(lambda: kestrel.field("File") == script, "the path")
-        self.assertEqual(kestrel.field("Title"), "deploy")
-        self.choose_file(other)
-        self.wait_until(lambda: kestrel.field("File") == other, "the other path")
-        self.assertEqual(kestrel.field("Title"), "deploy")
-        kestrel.finish_form_adding()
-        kestrel.wait_for_stored([item(FILE, "deploy", other)])
-
-    def test_browse_for_an_application_takes_executables_and_nothing_else(self):
-        kestrel = self.start()
-        program = self.desktop.write("home/tool", "#!/bin/sh\n", 0o755)
-        notes = self.desktop.write("home/notes", "")
-        kestrel.click_on("push button", "Add First Item")
-        kestrel.set_field("Title", "  ")
-        for path, expected in ((notes, ""), (program, program)):
-            kestrel.click_on("push button", "Browse…")
-            kestrel.accessible.find("combo box", "/usr/share/applications")
-            self.desktop.click(*kestrel.accessible.find("combo box", "App .*").rect.center)
-            self.desktop.key("End", "Return")
-            kestrel.accessible.find("combo box", "All files.*")
-            self.choose_in_dialog(path)
-            self.wait_until(lambda: kestrel.field("App") == expected, "the path")
-        # A title of spaces is the user's; it only cannot be saved.
-        self.assertEqual(kestrel.field("Title"), "  ")
-        self.assertNotIn("sensitive", self.form_button("Add").states)
-
-    def test_browse_for_a_command_file_starts_on_the_desktop(self):
-        kestrel = self.start()
-        desktop = os.path.dirname(self.desktop.write("home/Desktop/deploy.command", ""))
-        kestrel.click_on("push button", "Add First Item")
-        kestrel.choose_kind(FILE)
-        kestrel.click_on("push button", "Browse…")
-        kestrel.accessible.find("combo box", re.escape(desktop))
-        self.choose_in_dialog(None)
 
     def test_cancel_and_escape_change_nothing(self):
         kestrel = self.start_with_three()

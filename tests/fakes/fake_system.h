@@ -56,15 +56,18 @@ class FakeTerminal final : public Terminal {
 
 class FakeOpenPanel final : public OpenPanel {
   public:
-    std::optional<std::string> result;
-    std::function<void()> whileShown; ///< what happens while the panel is open
+    std::optional<std::string> result; ///< the path of the answer
+    std::optional<std::string> name;   ///< the name that comes with it
+    std::function<void()> whileShown;  ///< what happens while the panel is open
     std::vector<OpenPanelOptions> shown;
 
-    std::optional<std::string> runModal(const OpenPanelOptions& options) override {
+    std::optional<ChosenFile> runModal(const OpenPanelOptions& options) override {
         shown.push_back(options);
         if (whileShown)
             whileShown();
-        return result;
+        if (!result)
+            return std::nullopt;
+        return ChosenFile{*result, name};
     }
 };
 

@@ -52,10 +52,10 @@ TEST_F(OpenPanelTest, EveryOptionIsHandedOn) {
     EXPECT_FALSE(shown.resolvesAliases);
 }
 
-TEST_F(OpenPanelTest, TheAnswerIsTheAbsolutePathOfTheFile) {
+TEST_F(OpenPanelTest, TheAnswerIsTheAbsolutePathOfTheFileAndNoOtherName) {
     recording::answerOpenPanel(
         @[ [NSURL fileURLWithPath:@"/Applications/Gr\u00fc\u00df \u9ce5.app"] ]);
-    EXPECT_EQ(panel.runModal({}), "/Applications/Grüß 鳥.app");
+    EXPECT_EQ(panel.runModal({}), (ChosenFile{"/Applications/Grüß 鳥.app", std::nullopt}));
 }
 
 TEST_F(OpenPanelTest, CancellingGivesNothing) { EXPECT_EQ(panel.runModal({}), std::nullopt); }

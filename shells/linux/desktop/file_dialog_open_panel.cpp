@@ -1,6 +1,7 @@
 #include "shells/linux/desktop/file_dialog_open_panel.h"
 
 #include "shells/linux/desktop/appearance/texts.h"
+#include "shells/linux/launching/installed_applications.h"
 #include "views/settings/add_edit_item_style.h"
 
 #include <QApplication>
@@ -8,6 +9,8 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QStandardPaths>
+
+#include <utility>
 
 namespace kestrel::linux_shell {
 
@@ -51,7 +54,7 @@ bool isApplicationFile(const std::string& path) {
     return file.isFile() && (desktopEntry || file.isExecutable());
 }
 
-std::optional<std::string> FileDialogOpenPanel::runModal(const OpenPanelOptions& options) {
+std::optional<ChosenFile> FileDialogOpenPanel::runModal(const OpenPanelOptions& options) {
     // The window, and the dialog with it, may be closed while the dialog shows.
     const QPointer<QFileDialog> dialog(new QFileDialog(QApplication::activeWindow()));
     configure(*dialog, options);
@@ -63,9 +66,12 @@ std::optional<std::string> FileDialogOpenPanel::runModal(const OpenPanelOptions&
     if (chosen.isEmpty() || chosen.first().isEmpty())
         return std::nullopt;
     std::string path = QFileInfo(chosen.first()).absoluteFilePath().toStdString();
-    if (options.content == OpenPanelOptions::Content::applications && !isApplicationFile(path))
+    if (options.content != OpenPanelOptions::Content::applications)
+        return ChosenFile{std::move(path), std::nullopt};
+    if (!isApplicationFile(path))
         return std::nullopt;
-    return path;
+    auto name = nameOfEntry(path);
+    return ChosenFile{std::move(path), std::move(name)};
 }
 
 } // namespace kestrel::linux_shell

@@ -107,5 +107,29 @@
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>Anwendung auswählen</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Anwendungen</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>Keine Anwendungen gefunden</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>Andere&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Auswählen</translation>
+    </message>
 </context>
 </TS>

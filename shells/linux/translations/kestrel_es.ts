@@ -107,5 +107,29 @@
         <source>Quit</source>
         <translation>Salir</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>Elegir una aplicación</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Aplicaciones</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>No se encontró ninguna aplicación</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>Otra…</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Elegir</translation>
+    </message>
 </context>
 </TS>

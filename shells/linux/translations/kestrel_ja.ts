@@ -107,5 +107,29 @@
         <source>Quit</source>
         <translation>終了</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>アプリケーションを選択</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>検索</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>アプリケーション</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>アプリケーションが見つかりません</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>その他…</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>選択</translation>
+    </message>
 </context>
 </TS>

@@ -107,5 +107,29 @@
         <source>Quit</source>
         <translation>退出</translation>
     </message>
+    <message>
+        <source>Choose an Application</source>
+        <translation>选择应用程序</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>应用程序</translation>
+    </message>
+    <message>
+        <source>No applications found</source>
+        <translation>未找到应用程序</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>其他…</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>选择</translation>
+    </message>
 </context>
 </TS>

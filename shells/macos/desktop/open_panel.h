@@ -7,7 +7,7 @@ namespace kestrel::macos_shell {
 
 class AppKitOpenPanel final : public OpenPanel {
   public:
-    std::optional<std::string> runModal(const OpenPanelOptions& options) override;
+    std::optional<ChosenFile> runModal(const OpenPanelOptions& options) override;
 };
 
 } // namespace kestrel::macos_shell

@@ -22,7 +22,7 @@ NSURL* startFolder(OpenPanelOptions::StartFolder folder) {
 
 } // namespace
 
-std::optional<std::string> AppKitOpenPanel::runModal(const OpenPanelOptions& options) {
+std::optional<ChosenFile> AppKitOpenPanel::runModal(const OpenPanelOptions& options) {
     NSOpenPanel* const panel = [[NSOpenPanel alloc] init];
     panel.canChooseFiles = options.canChooseFiles;
     panel.canChooseDirectories = options.canChooseDirectories;
@@ -35,7 +35,10 @@ std::optional<std::string> AppKitOpenPanel::runModal(const OpenPanelOptions& opt
         return std::nullopt;
     NSURL* const url = panel.URL;
     NSString* const path = url.path;
-    return path ? std::optional(toUtf8(path)) : std::nullopt;
+    if (path == nil)
+        return std::nullopt;
+    // An application's file name is its name.
+    return ChosenFile{toUtf8(path), std::nullopt};
 }
 
 } // namespace kestrel::macos_shell

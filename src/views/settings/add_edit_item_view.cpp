@@ -84,8 +84,8 @@ void AddEditItemView::pick(const OpenPanelOptions& options) {
     auto chosen = openPanel_.runModal(options);
     if (!chosen || weak.expired())
         return;
-    std::string name = nameWithoutExtension(*chosen);
-    setPath(*std::move(chosen));
+    std::string name = chosen->name ? *chosen->name : nameWithoutExtension(chosen->path);
+    setPath(std::move(chosen->path));
     // Nothing is trimmed here: a title of spaces is the user's and stays.
     if (title_.empty())
         setTitle(std::move(name));

@@ -45,8 +45,9 @@ class AddEditItemView {
     style::Text header() const;
     style::Text confirmTitle() const;
 
-    /// Lets the user pick a file of the selected type for `path`; an empty title takes the file's
-    /// name without its extension. Nothing changes when the panel is cancelled.
+    /// Lets the user pick a file of the selected type for `path`; an empty title takes the name
+    /// that comes with it, or else the file's name without its extension. Nothing changes when the
+    /// panel is cancelled.
     void browse();
     void browseForApp();
     void browseForCommandFile();

@@ -73,7 +73,10 @@ class AccessibilityDriver(InputDriver):
         self.tree.press("push button", self.word("Browse…"))
 
     def name_file(self, path):
-        self.tree.find("text", self.word("File name:")).text = path
+        name = self.tree.find("text", self.word("File name:"))
+        name.focus()    # without the keys the toolkit's dialog makes another text of it
+        self.wait_for_keys_in_dialog()
+        name.text = path
         self.wait_for_file_name(path)
 
     def accept_dialog(self):
@@ -81,6 +84,9 @@ class AccessibilityDriver(InputDriver):
 
     def cancel_dialog(self):
         self.dialog_cancel().do("Press")
+
+    def cancel_list(self):
+        self.list_cancel().do("Press")
 
     def choose_in_menu(self, title, choice):
         self.row(title).do("ShowMenu")

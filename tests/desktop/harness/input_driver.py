@@ -71,8 +71,14 @@ class InputDriver:
 
     def browse(self, path, is_taken=True):
         """Names a file in the dialog behind "Browse…", or cancels it for None. A file that is not
-        taken is refused by the dialog or, after it, by the program."""
+        taken is refused by the dialog or, after it, by the program. For an application the dialog
+        is behind the list of those that are installed, which has to be cancelled where nothing is
+        taken."""
         self.open_dialog()
+        has_list = wait_for(lambda: self.list_of_applications() or self.file_name_fields(),
+                            what="a dialog") and bool(self.list_of_applications())
+        if has_list:
+            self.press_button(self.word("Other…"))
         self.wait_for_dialog()
         if path is not None:
             self.name_file(path)
@@ -83,6 +89,26 @@ class InputDriver:
         else:
             self.cancel_dialog()
         self.wait_for_dialog(False)
+        if has_list and not is_taken:
+            self.cancel_list()
+        wait_for(lambda: not self.list_of_applications(), what="the list to close")
+
+    def list_of_applications(self):
+        """The dialogs with that list that are shown: one or none."""
+        return self.tree.find_all("dialog", self.word("Choose an Application"))
+
+    def list_cancel(self):
+        """The button of that dialog; the form, which waits behind it, has one of the same name."""
+        return self.list_of_applications()[0].find_all("push button", self.word("Cancel"))[0]
+
+    def file_name_fields(self):
+        """The fields for a name in the file dialogs that are shown: one or none."""
+        return self.tree.find_all("text", self.word("File name:"))
+
+    def wait_for_keys_in_dialog(self):
+        """What is typed before the window manager has given it the keyboard is lost."""
+        wait_for(lambda: any("focused" in field.states for field in self.file_name_fields()),
+                 what="the keyboard focus in the file dialog")
 
     def dialog_cancel(self):
         """The dialog's button; the form, which waits behind it, has one of the same name."""
@@ -98,8 +124,7 @@ class InputDriver:
 
     def wait_for_dialog(self, is_there=True):
         """Waits for the dialog behind "Browse…" to come or to go."""
-        wait_for(lambda: bool(self.tree.find_all("text", self.word("File name:"))) == is_there,
-                 what="the dialog")
+        wait_for(lambda: bool(self.file_name_fields()) == is_there, what="the dialog")
 
     def wait_for_file_name(self, path):
         name = self.tree.find("text", self.word("File name:"))

@@ -94,10 +94,11 @@ class Journey(DesktopTest):
         self.assert_toolbar(acts=False)
 
     def add_each_kind(self):
-        """A title of its own comes from the chosen file, and only while there is none."""
+        """A title of its own comes from the chosen file or application, and only while there is
+        none."""
         driver = self.driver
         entry = self.desktop.write("home/Web.Browser.desktop", "[Desktop Entry]\n"
-                                   "Type=Application\nName=Any\nExec=true\n")
+                                   "Type=Application\nName=Web Browser\nExec=true\n")
         notes = self.desktop.write("home/notes.txt", "no application")
         script = self.desktop.write("home/Desktop/deploy.command", "#!/bin/sh\n", 0o755)
         self.open_form()
@@ -106,9 +107,9 @@ class Journey(DesktopTest):
             self.assertEqual((driver.field("Title").text, driver.field("App").text), ("", ""))
         driver.browse(entry)
         driver.wait_for_text("App", entry)
-        driver.wait_for_text("Title", "Web.Browser")
+        driver.wait_for_text("Title", "Web Browser")
         driver.confirm()
-        self.assert_stored(item(APP, "Web.Browser", entry))
+        self.assert_stored(item(APP, "Web Browser", entry))
 
         self.open_form()
         driver.choose_kind(FILE)
@@ -167,8 +168,8 @@ class Journey(DesktopTest):
         self.assert_stored()
 
         # The item keeps its id and its place; the text of its old kind goes.
-        driver.edit_by_gesture("Web.Browser")
-        driver.wait_for_text("Title", "Web.Browser")
+        driver.edit_by_gesture("Web Browser")
+        driver.wait_for_text("Title", "Web Browser")
         driver.fill_in(COMMAND, "By a gesture", "web --now")
         driver.confirm()
         self.items[1] = item(COMMAND, "By a gesture", "web --now", self.items[1]["id"])

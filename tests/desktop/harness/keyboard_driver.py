@@ -85,6 +85,7 @@ class KeyboardDriver(InputDriver):
         self.desktop.key("space")
 
     def name_file(self, path):
+        self.wait_for_keys_in_dialog()
         self.desktop.type(path)
         self.wait_for_file_name(path)
 
@@ -92,6 +93,11 @@ class KeyboardDriver(InputDriver):
         self.desktop.key("Return")
 
     def cancel_dialog(self):
+        self.desktop.key("Escape")
+
+    def cancel_list(self):
+        wait_for(lambda: "focused" in self.tree.find("push button", self.word("Other…")).states,
+                 what="the keyboard focus in the list")
         self.desktop.key("Escape")
 
     def choose_in_menu(self, title, choice):

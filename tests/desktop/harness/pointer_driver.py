@@ -48,6 +48,7 @@ class PointerDriver(InputDriver):
         self.kestrel.click_on("push button", self.word("Browse…"))
 
     def name_file(self, path):
+        self.wait_for_keys_in_dialog()
         self.desktop.type(path)
         self.wait_for_file_name(path)
 
@@ -61,6 +62,9 @@ class PointerDriver(InputDriver):
         while self.tree.find_all("push button", self.word("Open")):
             self.desktop.click(*self.dialog_cancel().rect.center)
             time.sleep(0.2)
+
+    def cancel_list(self):
+        self.desktop.click(*self.list_cancel().rect.center)
 
     def choose_in_menu(self, title, choice):
         self.kestrel.click_row_actions(title, choice)

@@ -25,16 +25,17 @@ class FileDialogOpenPanelTest : public testing::Test {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     }
 
-    std::string file(const char* name, QFile::Permissions more = {}) {
+    std::string file(const char* name, QFile::Permissions more = {}, const char* bytes = "") {
         QFile created(folder.filePath(QString::fromUtf8(name)));
         EXPECT_TRUE(created.open(QIODevice::WriteOnly));
+        created.write(bytes);
         EXPECT_TRUE(created.setPermissions(QFile::ReadOwner | QFile::WriteOwner | more));
         return created.fileName().toStdString();
     }
 
     /// Shows the panel and, once it is up, picks `path`, or cancels without one.
-    std::optional<std::string> run(const OpenPanelOptions& options,
-                                   const std::optional<std::string>& path) {
+    std::optional<ChosenFile> run(const OpenPanelOptions& options,
+                                  const std::optional<std::string>& path) {
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, [this, &poll, &path] {
             auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -57,6 +58,8 @@ class FileDialogOpenPanelTest : public testing::Test {
     }
 };
 
+ChosenFile withoutName(const std::string& path) { return {path, std::nullopt}; }
+
 constexpr OpenPanelOptions applications{.content = OpenPanelOptions::Content::applications,
                                         .startFolder = OpenPanelOptions::StartFolder::applications};
 
@@ -67,7 +70,7 @@ TEST_F(FileDialogOpenPanelTest, ACancelledPanelYieldsNothing) {
 
 TEST_F(FileDialogOpenPanelTest, AnyFileCanBePickedByItsAbsolutePath) {
     const std::string script = file("deploy.command");
-    EXPECT_EQ(run({}, script), script);
+    EXPECT_EQ(run({}, script), withoutName(script));
     EXPECT_TRUE(nameFilters.isEmpty() ||
                 nameFilters == QStringList{QFileDialog::tr("All Files (*)")});
 }
@@ -76,12 +79,19 @@ TEST_F(FileDialogOpenPanelTest, AnApplicationIsADesktopEntryOrAnExecutable) {
     const std::string entry = file("editor.desktop");
     const std::string image = file("Editor.AppImage", QFile::ExeOwner);
     const std::string text = file("notes.txt");
-    EXPECT_EQ(run(applications, entry), entry);
-    EXPECT_EQ(run(applications, image), image);
+    EXPECT_EQ(run(applications, entry), withoutName(entry));
+    EXPECT_EQ(run(applications, image), withoutName(image));
     EXPECT_EQ(run(applications, text), std::nullopt);
     ASSERT_FALSE(nameFilters.isEmpty());
     EXPECT_TRUE(nameFilters[0].contains(QStringLiteral("*.desktop")));
     EXPECT_TRUE(nameFilters[0].contains(QStringLiteral("*.AppImage")));
+}
+
+TEST_F(FileDialogOpenPanelTest, AnEntryThatIsPickedAsAnApplicationHasTheNameInIt) {
+    const std::string entry =
+        file("org.example.Editor.desktop", {}, "[Desktop Entry]\nName=Text Editor\n");
+    EXPECT_EQ(run(applications, entry), (ChosenFile{entry, "Text Editor"}));
+    EXPECT_EQ(run({}, entry), withoutName(entry));
 }
 
 TEST_F(FileDialogOpenPanelTest, FoldersAreNoApplications) {

@@ -182,6 +182,23 @@ TEST_F(AddEditItemViewTest, PickingFillsAnEmptyTitleOnceAndAfterwardsOnlyThePath
     EXPECT_EQ(form->command(), "");
 }
 
+TEST_F(AddEditItemViewTest, ANameThatComesWithTheFileIsTheTitleOnlyWhileThatIsExactlyEmpty) {
+    open();
+    panel.result = "/usr/share/applications/org.gnome.TextEditor.desktop";
+    panel.name = "Text Editor";
+    form->browseForApp();
+    EXPECT_EQ(form->title(), "Text Editor");
+    EXPECT_EQ(form->path(), "/usr/share/applications/org.gnome.TextEditor.desktop");
+    panel.result = "/usr/share/applications/org.gnome.Maps.desktop";
+    panel.name = "Maps";
+    form->browseForApp();
+    EXPECT_EQ(form->title(), "Text Editor");
+    EXPECT_EQ(form->path(), "/usr/share/applications/org.gnome.Maps.desktop");
+    form->setTitle(" ");
+    form->browseForApp();
+    EXPECT_EQ(form->title(), " ");
+}
+
 TEST_F(AddEditItemViewTest, ATitleOfSpacesIsLeftAloneByPickingAndStillCannotBeSaved) {
     open();
     form->setTitle("  ");
