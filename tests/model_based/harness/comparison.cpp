@@ -157,7 +157,7 @@ ModelHarness::Difference ModelHarness::differenceOfForm() {
 }
 
 ModelHarness::Difference ModelHarness::differenceOfPopover() {
-    if (auto found = unequal("highlight", popover_->hoveredRow(), referencePopover_.hovered))
+    if (auto found = unequal("highlight", popover_->hoveredRow(), referencePopover_.shown()))
         return found;
     if (auto found = unequal("closes of the popover", closes_, referencePopover_.closes))
         return found;
@@ -186,7 +186,7 @@ ModelHarness::Difference ModelHarness::missingSignal() {
         if (changed && formSignals_ == 0)
             return "the form's signal did not fire";
     }
-    if ((wroteItems || referencePopover_.hovered != hoveredBefore_) && popoverSignals_ == 0)
+    if ((wroteItems || referencePopover_.shown() != hoveredBefore_) && popoverSignals_ == 0)
         return "the popover's signal did not fire";
     return std::nullopt;
 }

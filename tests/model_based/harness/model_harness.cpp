@@ -55,6 +55,7 @@ const std::vector<ModelHarness::Entry>& ModelHarness::entries() {
         {"deleteRows", 2, &ModelHarness::deleteRows},
         {"moveRows", 4, &ModelHarness::moveRows},
         {"key", 5, &ModelHarness::key},
+        {"stepInSettings", 5, &ModelHarness::stepInSettings},
         {"typeInSettings", 4, &ModelHarness::typeInSettings},
         {"presentSheet", 10, &ModelHarness::presentSheet},
         {"setField", 12, &ModelHarness::setField},
@@ -69,6 +70,7 @@ const std::vector<ModelHarness::Entry>& ModelHarness::entries() {
         {"keptTap", 2, &ModelHarness::keptTap},
         {"typeInPopover", 4, &ModelHarness::typeInPopover},
         {"resetHighlight", 2, &ModelHarness::resetHighlight},
+        {"focusFooter", 2, &ModelHarness::focusFooter},
         {"footer", 1, &ModelHarness::footer},
     };
     return table;
@@ -79,7 +81,11 @@ const char* ModelHarness::nameOf(std::size_t action) { return entries()[action].
 int ModelHarness::weightOf(std::size_t action) { return entries()[action].weight; }
 
 ModelHarness::ModelHarness() {
-    reference_.observer = [this] { referencePopover_.hovered.reset(); };
+    reference_.observer = [this] {
+        referencePopover_.hovered.reset();
+        if (referenceSettings_)
+            referenceSettings_->gap.reset();
+    };
     reference_.now = clock_.time;
     start();
 }
@@ -102,7 +108,7 @@ std::optional<std::string> ModelHarness::apply(const Operation& operation) {
     settingsSignals_ = formSignals_ = popoverSignals_ = 0;
     settingsBefore_ = referenceSettings_;
     formBefore_ = referenceForm_;
-    hoveredBefore_ = referencePopover_.hovered;
+    hoveredBefore_ = referencePopover_.shown();
 
     (this->*entries()[operation.action].run)(operation);
 

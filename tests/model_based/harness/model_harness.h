@@ -82,6 +82,7 @@ class ModelHarness {
     void deleteRows(const Operation& operation);
     void moveRows(const Operation& operation);
     void key(const Operation& operation);
+    void stepInSettings(const Operation& operation);
     void typeInSettings(const Operation& operation);
 
     // Its sheets (form_operations.cpp).
@@ -100,6 +101,7 @@ class ModelHarness {
     void keptTap(const Operation& operation);
     void typeInPopover(const Operation& operation);
     void resetHighlight(const Operation& operation);
+    void focusFooter(const Operation& operation);
     void footer(const Operation& operation);
 
     void recordStep(const std::string& text);

@@ -24,14 +24,13 @@ void ModelHarness::step(const Operation& operation) {
     const auto number = static_cast<int>(operation.a % 6);
     recordStep("step " + std::to_string(number));
     popover_->moveHighlight(static_cast<MenuPopoverView::Step>(number));
-    referencePopover_.step(static_cast<ReferencePopover::Step>(number), reference_.items.size());
+    referencePopover_.step(static_cast<ReferenceStep>(number), reference_.items.size());
 }
 
 void ModelHarness::activate(const Operation& /*operation*/) {
     recordStep("Return in the popover");
     popover_->activateHighlighted();
-    if (referencePopover_.hovered)
-        referencePopover_.tap(reference_, reference_.items[*referencePopover_.hovered]);
+    referencePopover_.activate(reference_);
 }
 
 void ModelHarness::tap(const Operation& operation) {
@@ -64,15 +63,21 @@ void ModelHarness::typeInPopover(const Operation& operation) {
     const std::string letters = generateLetters(operation.a);
     recordStep("type in the popover: " + letters);
     popover_->typed(letters);
-    if (const auto row = referencePopover_.typeSelect.typed(
-            letters, reference_.items, referencePopover_.hovered, reference_.now))
-        referencePopover_.hovered = row;
+    referencePopover_.typed(reference_, letters);
 }
 
 void ModelHarness::resetHighlight(const Operation& /*operation*/) {
     recordStep("the popover opens or closes");
     popover_->resetHighlight();
     referencePopover_.hovered.reset();
+    referencePopover_.typeSelect.prefix.clear();
+}
+
+void ModelHarness::focusFooter(const Operation& operation) {
+    const bool has = operation.a % 2 == 0;
+    recordStep(has ? "Tab to the footer" : "Tab to the list");
+    popover_->setFooterHasFocus(has);
+    referencePopover_.footerHasFocus = has;
 }
 
 void ModelHarness::footer(const Operation& operation) {

@@ -205,6 +205,17 @@ void ModelHarness::key(const Operation& operation) {
     }
 }
 
+void ModelHarness::stepInSettings(const Operation& operation) {
+    if (!settings_)
+        return;
+    const auto number = static_cast<int>(operation.a % 6);
+    const std::size_t page = 1 + operation.b % 4;
+    recordStep("step " + std::to_string(number) + " in the window, a page is " +
+               std::to_string(page));
+    settings_->moveSelection(static_cast<SettingsView::Step>(number), page);
+    referenceSettings_->step(static_cast<ReferenceStep>(number), page, reference_);
+}
+
 void ModelHarness::typeInSettings(const Operation& operation) {
     if (!settings_)
         return;

@@ -34,6 +34,7 @@ void ModelHarness::stop() {
     manager_.reset();
     reference_.items.clear();
     referencePopover_.hovered.reset();
+    referencePopover_.footerHasFocus = false;
     hoveredBefore_.reset();
     referencePopover_.typeSelect = {};
     reference_.queue.clear();

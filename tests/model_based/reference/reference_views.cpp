@@ -47,11 +47,15 @@ void removeRows(ReferenceStore& store, const std::set<std::size_t>& rows) {
 
 } // namespace
 
+bool ReferenceTypeSelect::isUnderWay(Date now) const {
+    return !prefix.empty() && now - last <= std::chrono::milliseconds(1000);
+}
+
 std::optional<std::size_t> ReferenceTypeSelect::typed(const std::string& text,
                                                       const ReferenceItems& items,
                                                       std::optional<std::size_t> current,
                                                       Date now) {
-    if (now - last > std::chrono::milliseconds(1000))
+    if (!isUnderWay(now))
         prefix.clear();
     last = now;
     if (prefix.empty() && text == " ")
@@ -120,6 +124,7 @@ ReferenceItem ReferenceForm::record() const {
 void ReferenceSettings::select(const std::optional<std::string>& id) {
     if (id == selected)
         return;
+    gap.reset();
     selected = id;
     if (id)
         committed = id;
@@ -147,7 +152,7 @@ void ReferenceSettings::deleteItem(ReferenceStore& store, const std::string& id)
     const auto row = store.positionOf(id);
     if (!row)
         return;
-    removeRows(store, {*row});
+    remove(store, {*row});
     if (committed == id)
         committed.reset();
     if (selected == id)
@@ -155,7 +160,7 @@ void ReferenceSettings::deleteItem(ReferenceStore& store, const std::string& id)
 }
 
 void ReferenceSettings::deleteRows(ReferenceStore& store, const std::set<std::size_t>& rows) {
-    removeRows(store, rows);
+    remove(store, rows);
     selected.reset();
     committed.reset();
 }
@@ -187,21 +192,74 @@ void ReferenceSettings::moveSelected(ReferenceStore& store, bool up) const {
         moveRows(store, {*row}, *row + 2);
 }
 
-void ReferencePopover::step(Step step, std::size_t count) {
+void ReferenceSettings::remove(ReferenceStore& store, const std::set<std::size_t>& rows) {
+    const auto row = selectedRow(store);
+    removeRows(store, rows);
+    if (!row || !rows.contains(*row))
+        return;
+    gap = *row;
+    for (const std::size_t other : rows)
+        if (other < *row)
+            --*gap;
+}
+
+// Row by row: a page is as many steps.
+void ReferenceSettings::step(ReferenceStep step, std::size_t page, const ReferenceStore& store) {
+    const std::size_t count = store.items.size();
+    if (count == 0)
+        return;
+    const bool isForward = step == ReferenceStep::next || step == ReferenceStep::pageDown;
+    const bool isPage = step == ReferenceStep::pageUp || step == ReferenceStep::pageDown;
+    auto row = selectedRow(store);
+    if (step == ReferenceStep::first || step == ReferenceStep::last) {
+        row = step == ReferenceStep::first ? 0 : count - 1;
+    } else if (!row && !gap) {
+        row = isForward ? 0 : count - 1;
+    } else {
+        for (std::size_t i = 0; i < (isPage ? page : 1); ++i) {
+            if (row)
+                row = isForward ? *row + 1 : *row - (*row > 0 ? 1 : 0);
+            else
+                row = isForward ? *gap : *gap - (*gap > 0 ? 1 : 0);
+        }
+    }
+    select(store.items[std::min(*row, count - 1)].id);
+}
+
+std::optional<std::size_t> ReferencePopover::shown() const {
+    return footerHasFocus ? std::nullopt : hovered;
+}
+
+void ReferencePopover::step(ReferenceStep step, std::size_t count) {
     constexpr std::size_t page = 9; // rows that fit without scrolling
+    typeSelect.prefix.clear();
     if (count == 0)
         return;
     const std::size_t last = count - 1;
-    if (step == Step::first || step == Step::last)
-        hovered = step == Step::first ? 0 : last;
+    if (step == ReferenceStep::first || step == ReferenceStep::last)
+        hovered = step == ReferenceStep::first ? 0 : last;
     else if (!hovered)
-        hovered = step == Step::next || step == Step::pageDown ? 0 : last;
-    else if (step == Step::next || step == Step::pageDown)
-        hovered = std::min(*hovered + (step == Step::next ? 1 : page), last);
+        hovered = step == ReferenceStep::next || step == ReferenceStep::pageDown ? 0 : last;
+    else if (step == ReferenceStep::next || step == ReferenceStep::pageDown)
+        hovered = std::min(*hovered + (step == ReferenceStep::next ? 1 : page), last);
     else {
-        const std::size_t distance = step == Step::previous ? 1 : page;
+        const std::size_t distance = step == ReferenceStep::previous ? 1 : page;
         hovered = *hovered < distance ? 0 : *hovered - distance;
     }
+}
+
+void ReferencePopover::activate(ReferenceStore& store) {
+    if (const auto row = shown())
+        tap(store, store.items[*row]);
+}
+
+void ReferencePopover::typed(ReferenceStore& store, const std::string& text) {
+    if (text == " " && !typeSelect.isUnderWay(store.now)) {
+        activate(store);
+        return;
+    }
+    if (const auto row = typeSelect.typed(text, store.items, hovered, store.now))
+        hovered = row;
 }
 
 void ReferencePopover::tap(ReferenceStore& store, const ReferenceItem& item) {

@@ -16,6 +16,7 @@ struct ReferenceTypeSelect {
     std::string prefix;
     Date last;
 
+    bool isUnderWay(Date now) const;
     std::optional<std::size_t> typed(const std::string& text, const ReferenceItems& items,
                                      std::optional<std::size_t> current, Date now);
 };
@@ -40,11 +41,14 @@ struct ReferenceForm {
     ReferenceItem record() const;
 };
 
+enum class ReferenceStep { previous, next, pageUp, pageDown, first, last };
+
 struct ReferenceSettings {
     std::optional<std::string> selected;
     std::optional<std::string> committed;
     bool showsAddSheet = false;
     std::optional<ReferenceItem> edited;
+    std::optional<std::size_t> gap; ///< before which row the selected one was deleted
     ReferenceTypeSelect typeSelect;
 
     void select(const std::optional<std::string>& id);
@@ -57,16 +61,23 @@ struct ReferenceSettings {
     static void moveRows(ReferenceStore& store, const std::set<std::size_t>& rows,
                          std::size_t destination);
     void moveSelected(ReferenceStore& store, bool up) const;
+    void step(ReferenceStep step, std::size_t page, const ReferenceStore& store);
+
+  private:
+    void remove(ReferenceStore& store, const std::set<std::size_t>& rows);
 };
 
 struct ReferencePopover {
-    enum class Step { previous, next, pageUp, pageDown, first, last };
-
     std::optional<std::size_t> hovered;
+    bool footerHasFocus = false;
     int closes = 0;
     ReferenceTypeSelect typeSelect;
 
-    void step(Step step, std::size_t count);
+    /// What is highlighted for all to see.
+    std::optional<std::size_t> shown() const;
+    void step(ReferenceStep step, std::size_t count);
+    void activate(ReferenceStore& store);
+    void typed(ReferenceStore& store, const std::string& text);
     void tap(ReferenceStore& store, const ReferenceItem& item);
 };
 
