@@ -206,6 +206,18 @@ TEST_F(MacPopoverViewTest, ScrollingTakesTheHighlightFromARowThatMovesAway) {
     EXPECT_EQ(highlightedRow(), -1);
 }
 
+TEST_F(MacPopoverViewTest, ATooltipShowsATitleThatIsCut) {
+    EXPECT_TRUE(row(0).toolTip == nil);
+    const std::string title = "A title that is far too long for one row of the popover";
+    setItems({appItem(title), second});
+    redraw();
+    EXPECT_EQ(textOf(row(0).toolTip), title);
+    EXPECT_TRUE(row(1).toolTip == nil);
+    setItems({first, second});
+    redraw();
+    EXPECT_TRUE(row(0).toolTip == nil);
+}
+
 TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
     EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6)], row(0));
     EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6 + 34)], row(1));
