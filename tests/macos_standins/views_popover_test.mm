@@ -358,6 +358,11 @@ TEST_F(MacPopoverViewTest, TheMarkGoesWhereTheUserActs) {
     redraw();
     EXPECT_EQ(window.firstResponder, controller_.view);
     EXPECT_EQ(highlightedRow(), 2);
+    [window makeFirstResponder:button("Quit")];
+    [controller_ keyDown:keyPress('f')];
+    redraw();
+    EXPECT_EQ(window.firstResponder, controller_.view);
+    EXPECT_EQ(highlightedRow(), 0);
 }
 
 TEST_F(MacPopoverViewTest, SpaceAndReturnPressTheButtonWithTheKeys) {

@@ -338,6 +338,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)insertText:(id)text {
     if (!_state)
         return;
+    [self takeKeys];
     NSString* const letters = [text isKindOfClass:NSString.class] ? text : @"";
     _state->typed(toUtf8(letters));
     if (const auto row = _state->hoveredRow())
