@@ -67,11 +67,9 @@ TEST(TooltipTest, ATextWithoutEndIsShortenedAndWraps) {
     EXPECT_TRUE(shown.endsWith(QStringLiteral("end")));
     EXPECT_LT(shown.size(), 1200);
     const auto windows = QApplication::topLevelWidgets();
-    for (const QWidget* window : windows) {
-        if (window->inherits("QTipLabel")) {
+    for (const QWidget* window : windows)
+        if (window->inherits("QTipLabel"))
             EXPECT_LT(window->width(), 1000);
-        }
-    }
     // No letter of two units is torn.
     const QString letters = QStringLiteral("😀").repeated(3000);
     for (const QString& text : {letters, u'x' + letters}) {

@@ -216,12 +216,11 @@ void ReferenceSettings::step(ReferenceStep step, std::size_t page, const Referen
     } else if (!row && !gap) {
         row = isForward ? 0 : count - 1;
     } else {
-        for (std::size_t i = 0; i < (isPage ? page : 1); ++i) {
+        for (std::size_t i = 0; i < (isPage ? page : 1); ++i)
             if (row)
                 row = isForward ? *row + 1 : *row - (*row > 0 ? 1 : 0);
             else
                 row = isForward ? *gap : *gap - (*gap > 0 ? 1 : 0);
-        }
     }
     select(store.items[std::min(*row, count - 1)].id);
 }

@@ -254,9 +254,8 @@ TEST(MenuPopoverStyleTest, TheEmptyStateIs140HighWithItsThreeLines) {
 }
 
 TEST(MenuPopoverStyleTest, TheProgramsOwnTextsAreTranslated) {
-    for (const style::Text& text :
-         {mps::empty_state::title, mps::empty_state::hint, mps::footer::settings.title,
-          mps::footer::quit.title})
+    for (const style::Text& text : {mps::empty_state::title, mps::empty_state::hint,
+                                    mps::footer::settings.title, mps::footer::quit.title})
         EXPECT_EQ(text.lookup, style::Text::Lookup::localizable) << text.english;
 }
 
