@@ -3,15 +3,21 @@
 
 #include "shells/linux/views/settings_list.h"
 
+#include "shells/linux/desktop/appearance/contrast.h"
+#include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/row_ghost.h"
 #include "shells/linux/views/toolbar_button.h"
+#include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QPaintEvent>
 #include <QScrollBar>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -36,6 +42,17 @@ class PaintLog : public QObject {
     }
 };
 
+/// Of what is drawn with what it is drawn on: the colour at the end of a line of text.
+double contrastIn(const QImage& line) {
+    const QColor background = line.pixelColor(line.width() - 1, line.height() / 2);
+    double greatest = 1;
+    for (int y = 0; y < line.height(); ++y) {
+        for (int x = 0; x < line.width(); ++x)
+            greatest = std::max(greatest, contrastRatio(line.pixelColor(x, y), background));
+    }
+    return greatest;
+}
+
 TEST_F(SettingsListTest, ARowThatIsCarriedLeavesItsPlaceToTheOthersAndNothingBehind) {
     const auto picture = [this](int row) {
         return list().viewport()->grab(list().rowRect(row)).toImage();
@@ -55,6 +72,27 @@ TEST_F(SettingsListTest, ARowThatIsCarriedLeavesItsPlaceToTheOthersAndNothingBeh
     release(*list().viewport(), QPoint(-20, 300));
     turnEventLoop();
     EXPECT_THAT(titles(manager.items), ElementsAre("First", "Second", "Third"));
+}
+
+TEST_F(SettingsListTest, TheTitleOnTheCardIsReadableInAllColors) {
+    const QPalette before = QApplication::palette();
+    for (const NamedPalette& theme : themePalettes()) {
+        QApplication::setPalette(theme.palette);
+        turnEventLoop();
+        press(*list().viewport(), middleOf(0));
+        drag(*list().viewport(), middleOf(1));
+        turnEventLoop();
+        EXPECT_EQ(list().currentRow(), 0);
+        const QWidget* const card = list().viewport()->findChild<RowGhost*>();
+        ASSERT_NE(card, nullptr);
+        const auto& row = static_cast<const ItemRowWidget&>(*list().realisedRow(0));
+        QRect place = row.rect();
+        place.moveCenter(card->geometry().center());
+        const QRect title = row.layoutOfParts().title.translated(place.topLeft());
+        EXPECT_GE(contrastIn(list().viewport()->grab(title).toImage()), readableText) << theme.name;
+        keyClick(list(), Qt::Key_Escape);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST_F(SettingsListTest, TheHighlightIsPaintedWholeWhenTheFocusGoesThroughTheRowsButton) {

@@ -128,7 +128,7 @@ class RowList : public QAbstractScrollArea {
     virtual void reportPointer(int /*row*/) {}
 
     /// The row that is being dragged, which keeps its widget out of sight too; -1 for none.
-    /// Meanwhile no row reacts to the pointer.
+    /// Meanwhile no row reacts to the pointer, and that one does not show whether it is current.
     virtual int carriedRow() const { return -1; }
 
     /// How far a row is shown from its place to make way for the carried one, in pixels: at most
