@@ -1,6 +1,6 @@
 #pragma once
-// A vertical list of any length, worked by pointer and keyboard: what MenuList and SelectionList
-// have in common. Knows positions, nothing of the items. Only the rows in sight exist: those that
+// A vertical list of any length, worked by pointer and keyboard: what MenuList and PickList have
+// in common. Knows positions, nothing of the items. Only the rows in sight exist: those that
 // scroll out are bound again to the items that scroll in.
 //
 // Not a QListView because of assistive programs: a row offers them actions of its own, such as its
