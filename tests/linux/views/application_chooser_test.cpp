@@ -1,8 +1,13 @@
 #include "shells/linux/views/application_chooser.h"
 
+#include "shells/linux/desktop/appearance/contrast.h"
+#include "shells/linux/views/application_row.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
+#include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
+#include "tests/linux/views/pictures.h"
+#include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QMouseEvent>
@@ -303,6 +308,23 @@ TEST_F(ApplicationChooserTest, LettersForTheListGoToTheField) {
     type(QStringLiteral("mail"));
     EXPECT_EQ(chooser->searchField().text(), QStringLiteral("mail"));
     EXPECT_EQ(selected(), "Mail");
+}
+
+TEST_F(ApplicationChooserTest, TheSelectedNameIsReadableInAllColors) {
+    const QPalette before = QApplication::palette();
+    showThree();
+    for (const NamedPalette& theme : themePalettes()) {
+        QApplication::setPalette(theme.palette);
+        chooser->list().setCurrentRow(1);
+        turnEventLoop();
+        const auto& row = static_cast<const ApplicationRow&>(*chooser->list().realisedRow(1));
+        const QRect title = row.titleRect().translated(row.pos()).adjusted(0, 4, 0, -4);
+        const QImage image = viewport().grab(title).toImage();
+        const QColor background = selectionColor(theme.palette);
+        EXPECT_EQ(image.pixel(image.width() - 1, 0), background.rgb()) << theme.name;
+        EXPECT_GE(greatestContrast(image, background), readableText) << theme.name;
+    }
+    QApplication::setPalette(before);
 }
 
 TEST_F(ApplicationChooserTest, RowsAreMirroredInALayoutFromRightToLeft) {

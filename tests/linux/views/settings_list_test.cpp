@@ -9,6 +9,7 @@
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/row_ghost.h"
 #include "shells/linux/views/toolbar_button.h"
+#include "tests/linux/views/pictures.h"
 #include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
@@ -16,8 +17,6 @@
 #include <QScrollBar>
 
 #include <gmock/gmock.h>
-
-#include <algorithm>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -41,17 +40,6 @@ class PaintLog : public QObject {
         return false;
     }
 };
-
-/// Of what is drawn with what it is drawn on: the colour at the end of a line of text.
-double contrastIn(const QImage& line) {
-    const QColor background = line.pixelColor(line.width() - 1, line.height() / 2);
-    double greatest = 1;
-    for (int y = 0; y < line.height(); ++y) {
-        for (int x = 0; x < line.width(); ++x)
-            greatest = std::max(greatest, contrastRatio(line.pixelColor(x, y), background));
-    }
-    return greatest;
-}
 
 TEST_F(SettingsListTest, ARowThatIsCarriedLeavesItsPlaceToTheOthersAndNothingBehind) {
     const auto picture = [this](int row) {
@@ -89,7 +77,9 @@ TEST_F(SettingsListTest, TheTitleOnTheCardIsReadableInAllColors) {
         QRect place = row.rect();
         place.moveCenter(card->geometry().center());
         const QRect title = row.layoutOfParts().title.translated(place.topLeft());
-        EXPECT_GE(contrastIn(list().viewport()->grab(title).toImage()), readableText) << theme.name;
+        const QImage image = list().viewport()->grab(title).toImage();
+        const QColor background = image.pixelColor(image.width() - 1, 0);
+        EXPECT_GE(greatestContrast(image, background), readableText) << theme.name;
         keyClick(list(), Qt::Key_Escape);
     }
     QApplication::setPalette(before);
