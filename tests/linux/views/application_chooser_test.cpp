@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kestrel::linux_shell {
@@ -171,6 +172,30 @@ TEST_F(ApplicationChooserTest, ArrowsAndPagesMoveTheSelectionWhileTheFieldKeepsT
     key(Qt::Key_PageUp);
     EXPECT_EQ(selected(), "Tool 1");
     EXPECT_TRUE(chooser->searchField().hasFocus());
+}
+
+TEST_F(ApplicationChooserTest, WithNothingSelectedAStepBeginsAtTheEndThatItLeadsFrom) {
+    showMany(100);
+    const std::vector<std::pair<int, std::string>> steps{{Qt::Key_Down, "Tool 0"},
+                                                         {Qt::Key_PageDown, "Tool 0"},
+                                                         {Qt::Key_Up, "Tool 99"},
+                                                         {Qt::Key_PageUp, "Tool 99"}};
+    for (const auto& [step, expected] : steps) {
+        chooser->list().setCurrentRow(-1);
+        key(step);
+        EXPECT_EQ(selected(), expected) << step;
+    }
+}
+
+TEST_F(ApplicationChooserTest, HomeAndEndAreTheFields) {
+    showMany(100);
+    type(QStringLiteral("tool"));
+    key(Qt::Key_Down);
+    key(Qt::Key_Home);
+    EXPECT_EQ(chooser->searchField().cursorPosition(), 0);
+    key(Qt::Key_End);
+    EXPECT_EQ(chooser->searchField().cursorPosition(), 4);
+    EXPECT_EQ(selected(), "Tool 1");
 }
 
 TEST_F(ApplicationChooserTest, TypingScrollsBackToTheFirst) {
