@@ -63,6 +63,17 @@ TEST_F(SettingsListTest, ARowThatIsCarriedLeavesItsPlaceToTheOthersAndNothingBeh
 }
 
 TEST_F(SettingsListTest, TheTitleOnTheCardIsReadableInAllColors) {
+    const auto contrastOfTitle = [this] {
+        const QWidget* const card = list().viewport()->findChild<RowGhost*>();
+        if (card == nullptr)
+            return 0.0;
+        const auto& row = static_cast<const ItemRowWidget&>(*list().realisedRow(0));
+        QRect place = row.rect();
+        place.moveCenter(card->geometry().center());
+        const QRect title = row.layoutOfParts().title.translated(place.topLeft());
+        const QImage image = list().viewport()->grab(title).toImage();
+        return greatestContrast(image, image.pixelColor(image.width() - 1, 0));
+    };
     const QPalette before = QApplication::palette();
     for (const NamedPalette& theme : themePalettes()) {
         QApplication::setPalette(theme.palette);
@@ -71,15 +82,11 @@ TEST_F(SettingsListTest, TheTitleOnTheCardIsReadableInAllColors) {
         drag(*list().viewport(), middleOf(1));
         turnEventLoop();
         EXPECT_EQ(list().currentRow(), 0);
-        const QWidget* const card = list().viewport()->findChild<RowGhost*>();
-        ASSERT_NE(card, nullptr);
-        const auto& row = static_cast<const ItemRowWidget&>(*list().realisedRow(0));
-        QRect place = row.rect();
-        place.moveCenter(card->geometry().center());
-        const QRect title = row.layoutOfParts().title.translated(place.topLeft());
-        const QImage image = list().viewport()->grab(title).toImage();
-        const QColor background = image.pixelColor(image.width() - 1, 0);
-        EXPECT_GE(greatestContrast(image, background), readableText) << theme.name;
+        EXPECT_GE(contrastOfTitle(), readableText) << theme.name;
+        drag(*list().viewport(), QPoint(-20, middleOf(1).y())); // where it would not land
+        turnEventLoop();
+        EXPECT_GE(contrastOfTitle(), isHighContrast(theme.palette) ? readableText : 2)
+            << theme.name;
         keyClick(list(), Qt::Key_Escape);
     }
     QApplication::setPalette(before);
