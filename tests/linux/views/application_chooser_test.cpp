@@ -16,6 +16,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -77,6 +79,7 @@ class ApplicationChooserTest : public testing::Test {
 
     std::vector<std::string> shown() {
         std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(chooser->list().count()));
         for (int row = 0; row < chooser->list().count(); ++row)
             names.push_back(chooser->list().source().titleOf(row).toStdString());
         return names;
@@ -284,10 +287,10 @@ TEST_F(ApplicationChooserTest, OnlyTheRowsInSightExistAndAskForIcons) {
     showMany(500);
     chooser->repaint();
     turnEventLoop();
-    const auto inSight = static_cast<std::size_t>(viewport().height() / 34 + 1);
+    const int inSight = viewport().height() / 34 + 1;
     EXPECT_EQ(chooser->list().count(), 500);
-    EXPECT_LE(static_cast<std::size_t>(chooser->list().realisedCount()), inSight);
-    EXPECT_LE(iconsAsked.size(), inSight);
+    EXPECT_LE(chooser->list().realisedCount(), inSight);
+    EXPECT_LE(std::ssize(iconsAsked), inSight);
     EXPECT_THAT(iconsAsked, testing::Contains("/a/0.desktop"));
     iconsAsked.clear();
     Q_EMIT icons.changed(); // an answer that came late
