@@ -15,7 +15,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <memory>
