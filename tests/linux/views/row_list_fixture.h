@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -35,6 +36,7 @@ struct CountedRows : RowSource {
     std::vector<int> heights(int /*width*/) const override {
         ++heightsAsked;
         std::vector<int> heights;
+        heights.reserve(static_cast<std::size_t>(rows));
         for (int row = 0; row < rows; ++row)
             heights.push_back(30 + row % 3 * 10);
         return heights;
