@@ -49,11 +49,18 @@ TEST_F(PopoverTest, ItsSizesFollowTheNumberOfItemsAtEachOpening) {
 TEST_F(PopoverTest, ItFollowsTheNumberOfItemsWhileItIsOpen) {
     launch();
     recording::click(button());
-    addItems(5);
+    NSPopover* const popover = recording::shownPopover();
+    recording::reset();
+    manager().items.assign(std::vector<LauncherItem>(5, {.title = "Item", .path = "/a.app"}));
     runMainQueue();
     EXPECT_TRUE(NSEqualSizes(contentSize(), NSMakeSize(240, 223)));
     EXPECT_TRUE(NSEqualSizes(preferredSize(), NSMakeSize(240, 223)));
-    EXPECT_TRUE(recording::shownPopover() != nil);
+    EXPECT_EQ(recording::shownPopover(), popover);
+    // Neither shown anew nor its animation switched: the system moves it to the new size.
+    EXPECT_TRUE(popover.animates);
+    EXPECT_EQ(linesOf({"NSPopover ", "MenuPopoverViewController "}),
+              (Lines{"NSPopover setContentSize: 240 223",
+                     "MenuPopoverViewController setPreferredContentSize: 240 223"}));
 }
 
 TEST_F(PopoverTest, ASecondClickClosesItWithTheButtonAsSender) {

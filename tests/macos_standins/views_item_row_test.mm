@@ -129,6 +129,15 @@ TEST_F(MacItemRowTest, ALongDetailIsCutInTheMiddleOnOneLine) {
     EXPECT_LE(detail.frame.origin.x + detail.frame.size.width + 20, cell_.actions.frame.origin.x);
 }
 
+TEST_F(MacItemRowTest, ATooltipShowsADetailThatIsCut) {
+    NSTextField* const detail = fieldWith(cell_, "/Applications/Editor.app");
+    EXPECT_TRUE(detail.toolTip == nil);
+    [cell_ setFrameSize:NSMakeSize(200, 44)];
+    EXPECT_EQ(textOf(detail.toolTip), "/Applications/Editor.app");
+    show(appItem("Editor", "/a"));
+    EXPECT_TRUE(detail.toolTip == nil);
+}
+
 TEST_F(MacItemRowTest, ALongTitleMakesTheRowHigher) {
     const CGFloat oneLine = [cell_ heightForWidth:480];
     std::string title;

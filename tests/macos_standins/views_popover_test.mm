@@ -46,6 +46,8 @@ class MacPopoverViewTest : public MacViewsFixture {
     PopoverRowView* row(NSUInteger position) { return list().rows[position]; }
     NSScrollView* scrollView() { return findView<NSScrollView>(controller_.view); }
 
+    NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
+
     std::vector<std::string> shownTitles() {
         std::vector<std::string> result;
         for (PopoverRowView* row in list().rows)
@@ -204,6 +206,18 @@ TEST_F(MacPopoverViewTest, ScrollingTakesTheHighlightFromARowThatMovesAway) {
     EXPECT_EQ(highlightedRow(), -1);
 }
 
+TEST_F(MacPopoverViewTest, ATooltipShowsATitleThatIsCut) {
+    EXPECT_TRUE(row(0).toolTip == nil);
+    const std::string title = "A title that is far too long for one row of the popover";
+    setItems({appItem(title), second});
+    redraw();
+    EXPECT_EQ(textOf(row(0).toolTip), title);
+    EXPECT_TRUE(row(1).toolTip == nil);
+    setItems({first, second});
+    redraw();
+    EXPECT_TRUE(row(0).toolTip == nil);
+}
+
 TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
     EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6)], row(0));
     EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6 + 34)], row(1));
@@ -297,10 +311,119 @@ TEST_F(MacPopoverViewTest, ReturnLaunchesTheHighlightedRow) {
     EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
 }
 
+TEST_F(MacPopoverViewTest, SpaceLaunchesTheHighlightedRow) {
+    [controller_ keyDown:keyPress(' ')];
+    EXPECT_TRUE(log.calls.empty()) << "no row is highlighted";
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    [controller_ keyDown:keyPress(' ')];
+    EXPECT_EQ(log.calls, std::vector<std::string>{"terminal.runInNewWindow ls"});
+    mainQueue.runAll();
+    EXPECT_EQ(log.calls.back(), "close");
+}
+
 TEST_F(MacPopoverViewTest, TypingHighlightsTheRowThatItNames) {
     [controller_ keyDown:keyPress('t')];
     redraw();
     EXPECT_EQ(highlightedRow(), 2);
+    [controller_ keyDown:keyPress(' ')];
+    EXPECT_TRUE(log.calls.empty()) << "a space belongs to the name that is being typed";
+}
+
+TEST_F(MacPopoverViewTest, TheHighlightYieldsToAButtonWithTheKeysAndComesBack) {
+    [controller_ viewDidAppear];
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    redraw();
+    ASSERT_EQ(highlightedRow(), 0);
+    for (const char* const name : {"Settings", "Quit"}) {
+        ASSERT_TRUE([window_->get() makeFirstResponder:button(name)]);
+        redraw();
+        EXPECT_EQ(highlightedRow(), -1) << name;
+    }
+    [window_->get() makeFirstResponder:controller_.view];
+    redraw();
+    EXPECT_EQ(highlightedRow(), 0);
+}
+
+TEST_F(MacPopoverViewTest, TheMarkGoesWhereTheUserActs) {
+    [controller_ viewDidAppear];
+    NSWindow* const window = window_->get();
+    [window makeFirstResponder:button("Quit")];
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    redraw();
+    EXPECT_EQ(window.firstResponder, controller_.view);
+    EXPECT_EQ(highlightedRow(), 1);
+    [window makeFirstResponder:button("Quit")];
+    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
+    redraw();
+    EXPECT_EQ(window.firstResponder, controller_.view);
+    EXPECT_EQ(highlightedRow(), 2);
+    [window makeFirstResponder:button("Quit")];
+    [controller_ keyDown:keyPress('f')];
+    redraw();
+    EXPECT_EQ(window.firstResponder, controller_.view);
+    EXPECT_EQ(highlightedRow(), 0);
+}
+
+TEST_F(MacPopoverViewTest, SpaceAndReturnPressTheButtonWithTheKeys) {
+    [controller_ viewDidAppear];
+    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    for (const char* const name : {"Settings", "Quit"})
+        for (const unichar key : {unichar(' '), unichar('\r'), unichar(NSEnterCharacter)}) {
+            [window_->get() makeFirstResponder:button(name)];
+            [button(name) keyDown:keyPress(key)];
+        }
+    mainQueue.runAll();
+    EXPECT_EQ(log.calls, (std::vector<std::string>{"settings", "settings", "settings", "quit",
+                                                   "quit", "quit"}))
+        << "and no row is launched";
+}
+
+TEST_F(MacPopoverViewTest, TabGoesRoundTheListAndTheButtons) {
+    [controller_ viewDidAppear];
+    NSWindow* const window = window_->get();
+    NSView* const views[] = {button("Settings"), button("Quit"), controller_.view};
+    for (NSView* view : views) {
+        [controller_ keyDown:keyPress('\t')];
+        EXPECT_EQ(window.firstResponder, view);
+    }
+    command(@selector(insertBacktab:), controller_);
+    EXPECT_EQ(window.firstResponder, button("Quit"));
+}
+
+TEST_F(MacPopoverViewTest, ClosingLeavesNoMarkOnAButton) {
+    [controller_ viewDidAppear];
+    [window_->get() makeFirstResponder:button("Quit")];
+    // A window that is made anew for the next opening asks no button to let go of the keys.
+    [controller_ viewDidDisappear];
+    [controller_ viewWillAppear];
+    view_->pointerEntered(1);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1);
+}
+
+TEST_F(MacPopoverViewTest, AButtonWithTheKeysHasARingAroundItsFace) {
+    FaceButton* const settings = (FaceButton*)button("Settings");
+    const NSRect ring = settings.focusRingMaskBounds;
+    EXPECT_TRUE(NSContainsRect(ring, settings.symbol.frame));
+    EXPECT_TRUE(NSContainsRect(ring, settings.label.frame));
+    EXPECT_TRUE(NSContainsRect(settings.bounds, ring));
+    EXPECT_LT(ring.size.height, settings.bounds.size.height) << "of the face, not of the footer";
+}
+
+TEST_F(MacPopoverViewTest, TheTextsAreInTheUsersLanguage) {
+    recording::translate(@"Settings", @"Einstellungen");
+    recording::translate(@"Quit", @"Beenden");
+    recording::translate(@"No items yet", @"Noch keine Einträge");
+    recording::translate(@"Open Settings to add items.", @"Nur in den Einstellungen.");
+    setItems({});
+    show();
+    NSButton* const quit = button("Beenden");
+    ASSERT_TRUE(button("Einstellungen") && quit);
+    EXPECT_EQ(textOf(((FaceButton*)quit).label.stringValue), "Beenden");
+    EXPECT_EQ(quit.frame.origin.x + quit.frame.size.width, 240 - 14);
+    EXPECT_TRUE(fieldWith(controller_.view, "Noch keine Einträge") != nil);
+    EXPECT_TRUE(fieldWith(controller_.view, "Nur in den Einstellungen.") != nil);
 }
 
 TEST_F(MacPopoverViewTest, OpeningAndClosingTakeTheHighlightAway) {

@@ -1,6 +1,7 @@
 // The settings view controller with its table, rows and sheets, driven as AppKit drives them.
 
 #include "shells/macos/views/item_row_cell_view.h"
+#include "shells/macos/views/kit/announcer.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
@@ -9,6 +10,7 @@
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "shells/macos/views/settings_view_controller.h"
 #include "tests/macos_standins/views_support.h"
+#include "views/accessible_texts.h"
 
 #include <memory>
 
@@ -91,6 +93,38 @@ class MacSettingsViewTest : public MacViewsFixture {
     }
 
     std::vector<std::string> order() { return titles(manager.items); }
+
+    /// Adds an item through the sheet, as the user does.
+    void add(NSString* title) {
+        click(button("Add"));
+        redraw();
+        ASSERT_TRUE(sheet() != nil);
+        type(title);
+        redraw();
+        click(buttonWith(sheet().contentView, "Add"));
+        redraw();
+    }
+
+    /// Puts `text` into the title's field of the sheet that is open.
+    void type(NSString* text) {
+        NSTextField* const field = (NSTextField*)sheet().initialFirstResponder;
+        field.stringValue = text;
+        [(id<NSTextFieldDelegate>)field.delegate
+            controlTextDidChange:[NSNotification
+                                     notificationWithName:NSControlTextDidChangeNotification
+                                                   object:field]];
+    }
+
+    /// What a screen reader was asked to say since the last call.
+    static std::vector<std::string> announcements() {
+        const std::string call = "NSAccessibilityPostNotificationWithUserInfo ";
+        std::vector<std::string> result;
+        for (const std::string& line : recording::lines())
+            if (line.starts_with(call))
+                result.push_back(line.substr(call.size()));
+        recording::reset();
+        return result;
+    }
 
     FakeOpenPanel openPanel_;
     SettingsView* view_ = nullptr;
@@ -357,11 +391,7 @@ TEST_F(MacSettingsViewTest, AddingThroughTheSheetAppendsAndSaves) {
     ASSERT_TRUE(sheet() != nil);
     EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 1);
     NSView* const form = sheet().contentView;
-    NSTextField* const title = (NSTextField*)sheet().initialFirstResponder;
-    title.stringValue = @"Fourth";
-    [(id<NSTextFieldDelegate>)title.delegate
-        controlTextDidChange:[NSNotification notificationWithName:NSControlTextDidChangeNotification
-                                                           object:title]];
+    type(@"Fourth");
     redraw();
     click(buttonWith(form, "Add"));
     EXPECT_EQ(order(), (Titles{"First", "Second", "Third", "Fourth"}));
@@ -372,6 +402,54 @@ TEST_F(MacSettingsViewTest, AddingThroughTheSheetAppendsAndSaves) {
     EXPECT_EQ(view_->committedID(), std::nullopt) << "a new item is not selected";
     EXPECT_EQ(table().numberOfRows, 4);
     EXPECT_TRUE(sheet() == nil);
+}
+
+TEST_F(MacSettingsViewTest, AnAddedRowIsScrolledToAndNotSelected) {
+    setItems(std::vector<LauncherItem>(40, first));
+    redraw();
+    NSScrollView* const list = findView<NSScrollView>(controller_.view);
+    EXPECT_EQ(list.documentVisibleRect.origin.y, 0);
+    add(@"Last");
+    NSRect row = [table() rectOfRow:40];
+    row.size.width = 1; // a scroller may stand on the rest
+    EXPECT_TRUE(NSContainsRect(list.documentVisibleRect, row));
+    EXPECT_EQ(table().selectedRow, -1);
+    EXPECT_EQ(view_->selectedID(), std::nullopt);
+    // Once: the user may have scrolled away since.
+    [table() scrollRowToVisible:0];
+    manager.items.remove({1});
+    redraw();
+    EXPECT_EQ(list.documentVisibleRect.origin.y, 0);
+}
+
+TEST_F(MacSettingsViewTest, AScreenReaderIsToldOnceOfEachChange) {
+    const auto said = [](const std::string& text) {
+        return Titles{"NSWindow NSAccessibilityAnnouncementRequestedNotification " + text + " 50"};
+    };
+    select(0);
+    EXPECT_TRUE(announcements().empty());
+    [table() keyDown:keyPress(NSDownArrowFunctionKey, NSEventModifierFlagOption)];
+    EXPECT_TRUE(announcements().empty()) << "only after the change is drawn";
+    redraw();
+    EXPECT_EQ(recording::announcingElement(), window_->get());
+    EXPECT_EQ(announcements(), said("Moved to 2 of 3"));
+    redraw();
+    EXPECT_TRUE(announcements().empty());
+    EXPECT_TRUE(drag(0, 3));
+    EXPECT_EQ(announcements(), said("Moved to 3 of 3"));
+    [table() keyDown:keyPress(NSDeleteCharacter)];
+    redraw();
+    EXPECT_EQ(announcements(), said("Deleted First"));
+    add(@"50% of %1");
+    EXPECT_EQ(recording::announcingElement(), window_->get());
+    EXPECT_EQ(announcements(), said("Added 50% of %1"));
+}
+
+TEST_F(MacSettingsViewTest, AScreenReaderIsToldInTheUsersLanguageAndDigits) {
+    recording::translate(@"Moved to %1 of %2", @"Von %2 nun 100 % an Platz %1");
+    recording::setLocale(@"de_DE");
+    const Announcement moved{accessible_texts::moved, {std::size_t{1200}, std::size_t{34000}}};
+    EXPECT_EQ(textOf(macos_shell::textFor(moved)), "Von 34.000 nun 100 % an Platz 1.200");
 }
 
 TEST_F(MacSettingsViewTest, ACancelledSheetChangesNothingAndCanOpenAgain) {
@@ -396,10 +474,7 @@ TEST_F(MacSettingsViewTest, TheEditSheetReplacesTheItem) {
     EXPECT_TRUE(fieldWith(sheet().contentView, "Edit Item") != nil);
     NSTextField* const title = (NSTextField*)sheet().initialFirstResponder;
     EXPECT_EQ(textOf(title.stringValue), "Second");
-    title.stringValue = @"Renamed";
-    [(id<NSTextFieldDelegate>)title.delegate
-        controlTextDidChange:[NSNotification notificationWithName:NSControlTextDidChangeNotification
-                                                           object:title]];
+    type(@"Renamed");
     click(buttonWith(sheet().contentView, "Save"));
     EXPECT_EQ(order(), (Titles{"First", "Renamed", "Third"}));
     EXPECT_EQ(manager.items[1].id, second.id);

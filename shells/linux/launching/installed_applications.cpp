@@ -10,6 +10,8 @@
 #include <QString>
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <string_view>
 #include <thread>
@@ -18,6 +20,9 @@
 namespace kestrel::linux_shell {
 
 namespace {
+
+// GIO does not bear that the program ends while it reads.
+constexpr std::chrono::seconds longestEnd{1};
 
 struct ListOfEntries {
     explicit ListOfEntries(GList* list) : first(list) {}
@@ -107,6 +112,7 @@ std::optional<std::string> nameOfEntry(const std::string& path) {
 /// Shared with the thread that reads, which the disk may hold for longer than all else here lives.
 struct InstalledApplications::State {
     std::mutex mutex;
+    std::condition_variable hasRead;
     MainQueue* mainQueue = nullptr; ///< none once nobody waits any longer
     bool isReading = false;
     Done done; ///< of the main thread alone
@@ -114,6 +120,7 @@ struct InstalledApplications::State {
     void deliver(Applications applications, const std::shared_ptr<State>& self) {
         const std::lock_guard lock(mutex);
         isReading = false;
+        hasRead.notify_all();
         if (mainQueue == nullptr)
             return;
         mainQueue->async([self, applications = std::move(applications)]() mutable {
@@ -130,8 +137,9 @@ InstalledApplications::InstalledApplications(MainQueue& mainQueue, Read read)
 
 InstalledApplications::~InstalledApplications() {
     state_->done = nullptr;
-    const std::lock_guard lock(state_->mutex);
+    std::unique_lock lock(state_->mutex);
     state_->mainQueue = nullptr;
+    state_->hasRead.wait_for(lock, longestEnd, [this] { return !state_->isReading; });
 }
 
 void InstalledApplications::list(Done done) {

@@ -37,6 +37,8 @@ class InstalledApplications {
     using Done = std::function<void(Applications)>;
 
     explicit InstalledApplications(MainQueue& mainQueue, Read read = readInstalledApplications);
+
+    /// Waits a moment for a reading under way, and leaves one that does not end to itself.
     ~InstalledApplications();
     InstalledApplications(const InstalledApplications&) = delete;
     InstalledApplications& operator=(const InstalledApplications&) = delete;

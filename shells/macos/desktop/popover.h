@@ -34,7 +34,6 @@ class AppKitPopover final : public Popover {
   private:
     void applySize(Size size);
 
-
     const AppKitStatusItem& statusItem_;
     NSViewController<ViewStateOwner>* content_;
     NSPopover* popover_;

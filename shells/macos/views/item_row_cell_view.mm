@@ -192,6 +192,8 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
     _picture.frame = geometry.icon;
     _title.frame = geometry.title;
     _detail.frame = geometry.detail;
+    const bool isCut = sizeOfLabel(_detail, CGFLOAT_MAX).width > geometry.detail.size.width;
+    _detail.toolTip = isCut ? _detail.stringValue : nil;
     _actions.frame = geometry.actions;
     _badge.frame = geometry.badge;
     const style::Insets& inset = row_style::badge::padding;

@@ -36,6 +36,9 @@ namespace popover_style = kestrel::menu_popover_style;
 @interface MenuPopoverViewController () <PopoverRowViewDelegate, NSStandardKeyBindingResponding>
 - (void)updateNow;
 - (void)showRows;
+- (void)connectKeyViews;
+- (void)footerHasFocus:(BOOL)hasFocus;
+- (void)takeKeys;
 - (void)moveHighlight:(MenuPopoverView::Step)step;
 - (void)addContentTo:(NSView*)root;
 - (NSScrollView*)makeListIn:(NSRect)frame;
@@ -49,7 +52,7 @@ namespace {
 
 FaceButton* footerButton(const popover_style::footer::Button& button, id target, SEL action) {
     const ButtonFace face{.symbol = button.symbol,
-                          .title = button.title.english,
+                          .title = button.title,
                           .titleStyle = button.titleStyle,
                           .axis = ButtonFace::Axis::horizontal,
                           .spacing = popover_style::footer::buttonSpacing};
@@ -74,6 +77,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     NSScrollView* _scrollView;
     PopoverListView* _list;
     CenteredColumnView* _emptyState;
+    NSArray<FaceButton*>* _footerButtons;
     std::optional<std::uint64_t> _shownRevision; // of the items
     std::optional<RedrawSchedule> _redraws;
 }
@@ -154,6 +158,12 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     place(settings, footer::padding.left, NSViewMaxXMargin);
     const CGFloat right = root.bounds.size.width - footer::padding.right;
     place(quit, right - quit.frame.size.width, NSViewMinXMargin);
+    __weak MenuPopoverViewController* weakSelf = self;
+    _footerButtons = @[ settings, quit ];
+    for (FaceButton* button in _footerButtons)
+        button.onFocusChange = ^(BOOL hasFocus) {
+            [weakSelf footerHasFocus:hasFocus];
+        };
 }
 
 // ---- drawing the state
@@ -190,20 +200,47 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)viewDidAppear {
     [super viewDidAppear];
     [self.view.window makeFirstResponder:self.view];
+    [self connectKeyViews];
+}
+
+// Now, because a window that comes onto the screen makes a loop of its own.
+- (void)connectKeyViews {
+    NSView* last = self.view;
+    for (FaceButton* button in _footerButtons) {
+        last.nextKeyView = button;
+        last = button;
+    }
+    last.nextKeyView = self.view;
 }
 
 // No pointer leaves a row that is taken off the screen beneath it.
 - (void)viewDidDisappear {
     [super viewDidDisappear];
+    if (!_state)
+        return;
+    _state->resetHighlight();
+    _state->setFooterHasFocus(false);
+}
+
+- (void)footerHasFocus:(BOOL)hasFocus {
     if (_state)
-        _state->resetHighlight();
+        _state->setFooterHasFocus(hasFocus);
+}
+
+// From a button of the footer: the mark goes where the user acts.
+- (void)takeKeys {
+    NSWindow* const window = self.view.window;
+    if ([window.firstResponder isKindOfClass:FaceButton.class])
+        [window makeFirstResponder:self.view];
 }
 
 // ---- the pointer
 
 - (void)pointerEnteredRow:(PopoverRowView*)row {
-    if (_state)
-        _state->pointerEntered(row.position);
+    if (!_state)
+        return;
+    [self takeKeys];
+    _state->pointerEntered(row.position);
 }
 
 - (void)pointerLeftRow:(PopoverRowView*)row {
@@ -222,7 +259,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     PopoverRowView* const row =
         NSPointInRect(point, _list.visibleRect) ? [_list rowAtPoint:point] : nil;
     if (row)
-        _state->pointerEntered(row.position);
+        [self pointerEnteredRow:row];
     else
         _state->resetHighlight();
 }
@@ -248,6 +285,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)moveHighlight:(MenuPopoverView::Step)step {
     if (!_state)
         return;
+    [self takeKeys];
     _state->moveHighlight(step);
     if (const auto row = _state->hoveredRow())
         [_list scrollToRow:*row];
@@ -283,6 +321,14 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     [self moveHighlight:MenuPopoverView::Step::last];
 }
 
+- (void)insertTab:(id)sender {
+    [self.view.window selectNextKeyView:sender];
+}
+
+- (void)insertBacktab:(id)sender {
+    [self.view.window selectPreviousKeyView:sender];
+}
+
 - (void)insertNewline:(id)sender {
     (void)sender;
     if (_state)
@@ -292,6 +338,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)insertText:(id)text {
     if (!_state)
         return;
+    [self takeKeys];
     NSString* const letters = [text isKindOfClass:NSString.class] ? text : @"";
     _state->typed(toUtf8(letters));
     if (const auto row = _state->hoveredRow())

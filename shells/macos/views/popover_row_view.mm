@@ -81,8 +81,9 @@ namespace row_style = kestrel::menu_popover_style::row;
                                 icon.width, icon.height);
     const CGFloat left = row_style::padding.left + icon.width + row_style::spacing;
     const CGFloat width = size.width - row_style::padding.right - left;
-    const CGFloat height = sizeOfLabel(_title, width).height;
-    _title.frame = NSMakeRect(left, centeredOrigin(height, size.height), width, height);
+    const NSSize title = sizeOfLabel(_title, CGFLOAT_MAX);
+    _title.frame = NSMakeRect(left, centeredOrigin(title.height, size.height), width, title.height);
+    self.toolTip = title.width > width ? _title.stringValue : nil;
 }
 
 - (void)layout {

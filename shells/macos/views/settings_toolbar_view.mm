@@ -19,7 +19,7 @@ namespace {
 FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
     const ButtonFace face{
         .symbol = {.name = button.icon, .font = toolbar_style::symbolFont},
-        .title = button.label,
+        .title = {button.label},
         .titleStyle = {.font = toolbar_style::labelFont},
         .axis = ButtonFace::Axis::vertical,
         .spacing = toolbar_style::buttonSpacing,

@@ -2,6 +2,7 @@
 
 #include "app/app_style.h"
 #include "shells/macos/views/item_editor_view_controller.h"
+#include "shells/macos/views/kit/announcer.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/kit/redraw_schedule.h"
@@ -146,6 +147,8 @@ using namespace kestrel::macos_shell;
     }
     [_tableController showAddedRow];
     [self presentSheet];
+    if (const auto announcement = _state->nextAnnouncement())
+        announce(*announcement, self.view.window);
 }
 
 - (void)addFirstItem:(id)sender {

@@ -94,8 +94,8 @@ TEST_F(PopoverWindowTest, OpensAtTheIcon) {
 }
 
 TEST_F(PopoverWindowTest, FollowsANewSizeFromTheIconAwayWhicheverEdgeThatIsAt) {
-    const QRect screen = popover.screen()->geometry();
-    const int middle = screen.center().x();
+    const QRect edges = popover.screen()->geometry();
+    const int middle = edges.center().x();
     const auto openAt = [this](const QRect& icon) {
         anchor.place = {.kind = PopoverAnchor::Kind::icon, .icon = icon, .point = {}};
         open();
@@ -112,12 +112,12 @@ TEST_F(PopoverWindowTest, FollowsANewSizeFromTheIconAwayWhicheverEdgeThatIsAt) {
     EXPECT_EQ(resized(87).topLeft(), below.topLeft());
     popover.close();
 
-    const QRect above = openAt(QRect(middle, screen.bottom() - 23, 24, 24));
+    const QRect above = openAt(QRect(middle, edges.bottom() - 23, 24, 24));
     EXPECT_EQ(resized(361).bottomLeft(), above.bottomLeft());
     EXPECT_EQ(resized(87).bottomLeft(), above.bottomLeft());
     popover.close();
 
-    const QRect beside = openAt(QRect(0, screen.center().y(), 24, 24));
+    const QRect beside = openAt(QRect(0, edges.center().y(), 24, 24));
     EXPECT_EQ(resized(361).left(), beside.left());
     EXPECT_NEAR(contentOnScreen().center().y(), beside.center().y(), 1);
 }

@@ -93,7 +93,7 @@ TEST(StyleBridgeTest, OnlyLocalizableTextsAreTranslated) {
     Shouting translator;
     QCoreApplication::installTranslator(&translator);
     EXPECT_EQ(textFor(style::Text::localizable("Cancel")), QStringLiteral("CANCEL"));
-    EXPECT_EQ(textFor({"App"}), QStringLiteral("App"));
+    EXPECT_EQ(textFor(style::Text{"App"}), QStringLiteral("App"));
     QCoreApplication::removeTranslator(&translator);
     EXPECT_EQ(textFor(style::Text::localizable("Browse…")), QStringLiteral("Browse…"));
 }

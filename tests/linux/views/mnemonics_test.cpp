@@ -12,12 +12,11 @@
 namespace kestrel::linux_shell {
 namespace {
 
-constexpr auto localizable = style::Text::Lookup::localizable;
-constexpr style::Text title{"Title", localizable};
-constexpr style::Text type{"Type", localizable};
-constexpr style::Text dots{"…", localizable};
-constexpr style::Text tie{"Tie", localizable};
-constexpr style::Text tee{"Tee", localizable};
+constexpr auto titleText = style::Text::localizable("Title");
+constexpr auto typeText = style::Text::localizable("Type");
+constexpr auto dotsText = style::Text::localizable("…");
+constexpr auto tieText = style::Text::localizable("Tie");
+constexpr auto teeText = style::Text::localizable("Tee");
 
 class Dictionary : public QTranslator {
   public:
@@ -37,12 +36,12 @@ class Dictionary : public QTranslator {
 
 TEST(MnemonicsTest, EachTextHasItsFirstLetterThatIsFree) {
     QWidget form;
-    const Mnemonics mnemonics({title, type, tie, tee, dots}, form);
-    EXPECT_EQ(mnemonics.keysOf(title), QKeySequence(Qt::ALT | Qt::Key_T));
-    EXPECT_EQ(mnemonics.keysOf(type), QKeySequence(Qt::ALT | Qt::Key_Y));
-    EXPECT_EQ(mnemonics.keysOf(tie), QKeySequence(Qt::ALT | Qt::Key_I));
-    EXPECT_EQ(mnemonics.keysOf(tee), QKeySequence(Qt::ALT | Qt::Key_E));
-    EXPECT_TRUE(mnemonics.keysOf(dots).isEmpty());
+    const Mnemonics mnemonics({titleText, typeText, tieText, teeText, dotsText}, form);
+    EXPECT_EQ(mnemonics.keysOf(titleText), QKeySequence(Qt::ALT | Qt::Key_T));
+    EXPECT_EQ(mnemonics.keysOf(typeText), QKeySequence(Qt::ALT | Qt::Key_Y));
+    EXPECT_EQ(mnemonics.keysOf(tieText), QKeySequence(Qt::ALT | Qt::Key_I));
+    EXPECT_EQ(mnemonics.keysOf(teeText), QKeySequence(Qt::ALT | Qt::Key_E));
+    EXPECT_TRUE(mnemonics.keysOf(dotsText).isEmpty());
     EXPECT_TRUE(mnemonics.keysOf({"unknown"}).isEmpty());
 }
 
@@ -51,10 +50,10 @@ TEST(MnemonicsTest, LettersComeFromTheTranslationOrWhereItHasNoneFromTheEnglish)
                                  {QStringLiteral("Type"), QString::fromUtf8("種類")},
                                  {QStringLiteral("Tie"), QString::fromUtf8("связь")}});
     QWidget form;
-    const Mnemonics mnemonics({title, type, tie}, form);
-    EXPECT_EQ(mnemonics.keysOf(title), QKeySequence(Qt::ALT | Qt::Key_Udiaeresis));
-    EXPECT_EQ(mnemonics.keysOf(type), QKeySequence(Qt::ALT | Qt::Key_T));
-    EXPECT_EQ(mnemonics.keysOf(tie), QKeySequence(Qt::ALT | static_cast<Qt::Key>(0x421)));
+    const Mnemonics mnemonics({titleText, typeText, tieText}, form);
+    EXPECT_EQ(mnemonics.keysOf(titleText), QKeySequence(Qt::ALT | Qt::Key_Udiaeresis));
+    EXPECT_EQ(mnemonics.keysOf(typeText), QKeySequence(Qt::ALT | Qt::Key_T));
+    EXPECT_EQ(mnemonics.keysOf(tieText), QKeySequence(Qt::ALT | static_cast<Qt::Key>(0x421)));
 }
 
 } // namespace

@@ -112,7 +112,7 @@ QSize menuItemSize(const QStyleOptionMenuItem& option, QSize contents) {
     return {std::max(width, leastItemWidth), std::max(height, leastItemHeight)};
 }
 
-void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemonics mnemonics) {
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, MnemonicLines lines) {
     if (isSeparator(option)) {
         drawSeparator(painter, option);
         return;
@@ -137,7 +137,7 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemoni
     painter.setFont(option.font);
     painter.setPen(color);
     drawItemTextAt(painter, option, option.text.section(QLatin1Char('\t'), 0, 0), Qt::AlignLeft,
-                   mnemonics == Mnemonics::shown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+                   lines == MnemonicLines::shown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
     painter.setPen(keysColor);
     drawItemTextAt(painter, option, option.text.section(QLatin1Char('\t'), 1, 1), Qt::AlignRight,
                    0);

@@ -11,8 +11,8 @@ namespace kestrel::linux_shell {
 /// `contents` is as wide as the item's text.
 QSize menuItemSize(const QStyleOptionMenuItem& option, QSize contents);
 
-enum class Mnemonics { shown, hidden };
+enum class MnemonicLines { shown, hidden };
 
-void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, Mnemonics mnemonics);
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& option, MnemonicLines lines);
 
 } // namespace kestrel::linux_shell

@@ -247,7 +247,7 @@ void FallbackStyle::drawControl(ControlElement element, const QStyleOption* opti
     if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         item != nullptr && element == CE_MenuItem) {
         const bool shown = styleHint(SH_UnderlineShortcut, option, widget, nullptr) != 0;
-        drawMenuItem(*painter, *item, shown ? Mnemonics::shown : Mnemonics::hidden);
+        drawMenuItem(*painter, *item, shown ? MnemonicLines::shown : MnemonicLines::hidden);
         return;
     }
     if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);

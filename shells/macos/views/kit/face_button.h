@@ -5,15 +5,13 @@
 
 #include "views/style.h"
 
-#include <string_view>
-
 namespace kestrel::macos_shell {
 
 struct ButtonFace {
     enum class Axis { horizontal, vertical };
 
     style::SymbolStyle symbol;
-    std::string_view title;
+    style::Text title;
     style::TextStyle titleStyle;
     Axis axis = Axis::horizontal;
     double spacing = 0; ///< points between the symbol and the title
@@ -25,6 +23,7 @@ NSButton* prominentButton(NSString* title, id target, SEL action);
 } // namespace kestrel::macos_shell
 
 /// Has neither a bezel nor a background; its whole frame takes clicks, the face is centred in it.
+/// While it has the keyboard focus, Space and Return press it.
 @interface FaceButton : NSButton
 
 /// As large as its face.
@@ -36,6 +35,9 @@ NSButton* prominentButton(NSString* title, id target, SEL action);
 
 /// The colour of the symbol and of the title.
 - (void)setFaceColor:(kestrel::style::ColorLevel)level;
+
+/// Called with whether the button has the keyboard focus, when that changes.
+@property(nonatomic, copy) void (^onFocusChange)(BOOL hasFocus);
 
 @property(nonatomic, readonly) NSImageView* symbol;
 @property(nonatomic, readonly) NSTextField* label;

@@ -1,6 +1,5 @@
 #include "shells/macos/views/kit/face_button.h"
 
-#include "shells/macos/foundation/text.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/kit/text_label.h"
@@ -9,6 +8,12 @@
 
 using namespace kestrel;
 using namespace kestrel::macos_shell;
+
+namespace {
+
+constexpr CGFloat ringMargin = 4; // points around the face
+
+} // namespace
 
 @interface FaceButton ()
 - (NSSize)faceSize;
@@ -25,7 +30,7 @@ using namespace kestrel::macos_shell;
         _axis = face.axis;
         _spacing = face.spacing;
         _symbol = symbolView(face.symbol);
-        _label = lineLabel(toNSString(face.title), face.titleStyle);
+        _label = lineLabel(textFor(face.title), face.titleStyle);
         self.title = @"";
         self.bordered = NO;
         self.imagePosition = NSNoImage;
@@ -63,6 +68,44 @@ using namespace kestrel::macos_shell;
 - (BOOL)acceptsFirstMouse:(NSEvent*)event {
     (void)event;
     return YES;
+}
+
+// ---- the keyboard
+
+- (BOOL)becomeFirstResponder {
+    const BOOL isFirst = [super becomeFirstResponder];
+    if (isFirst && self.onFocusChange)
+        self.onFocusChange(YES);
+    return isFirst;
+}
+
+- (BOOL)resignFirstResponder {
+    const BOOL isLast = [super resignFirstResponder];
+    if (isLast && self.onFocusChange)
+        self.onFocusChange(NO);
+    return isLast;
+}
+
+// Space is the system's own.
+- (void)keyDown:(NSEvent*)event {
+    NSString* const characters = event.charactersIgnoringModifiers;
+    const unichar character = characters.length > 0 ? [characters characterAtIndex:0] : u'\0';
+    if (character == NSCarriageReturnCharacter || character == NSEnterCharacter)
+        [self performClick:self];
+    else
+        [super keyDown:event];
+}
+
+// The cell, which draws nothing, has no shape for the system's ring.
+- (NSRect)focusRingMaskBounds {
+    const NSRect face = NSUnionRect(self.symbol.frame, self.label.frame);
+    return NSIntersectionRect(NSInsetRect(face, -ringMargin, -ringMargin), self.bounds);
+}
+
+- (void)drawFocusRingMask {
+    [[NSBezierPath bezierPathWithRoundedRect:self.focusRingMaskBounds
+                                     xRadius:ringMargin
+                                     yRadius:ringMargin] fill];
 }
 
 - (NSSize)faceSize {
