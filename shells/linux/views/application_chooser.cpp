@@ -2,6 +2,7 @@
 
 #include "shells/linux/views/application_row.h"
 #include "shells/linux/views/kit/divider.h"
+#include "shells/linux/views/kit/list_keys.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -21,27 +22,10 @@ namespace {
 
 namespace chooser = application_chooser_style;
 
-/// The keys that lead to another row and mean nothing to a field of one line.
+/// Home and End are the field's own.
 std::optional<RowStep> stepBeside(const QKeyEvent& event) {
-    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
-        return std::nullopt;
-    switch (event.key()) {
-    case Qt::Key_Up:
-        return RowStep::previous;
-    case Qt::Key_Down:
-        return RowStep::next;
-    case Qt::Key_PageUp:
-        return RowStep::pageUp;
-    case Qt::Key_PageDown:
-        return RowStep::pageDown;
-    default:
-        return std::nullopt;
-    }
-}
-
-bool isPlainReturn(const QKeyEvent& event) {
-    return (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
-           (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
+    const std::optional<RowStep> step = rowStepOf(event);
+    return step == RowStep::first || step == RowStep::last ? std::nullopt : step;
 }
 
 } // namespace

@@ -7,8 +7,7 @@
 #include "views/settings/item_row_style.h"
 
 #include <QApplication>
-#include <QEvent>
-#include <QPaintEvent>
+#include <QFocusEvent>
 #include <QPainter>
 
 #include <utility>
@@ -18,7 +17,6 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr int listInset = 8; // pixels around the rows
-constexpr double highlightRadius = 6;
 
 } // namespace
 
@@ -71,32 +69,23 @@ SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
 // A row's button that has the focus loses it while the list is taken apart.
 SettingsList::~SettingsList() { disconnect(qApp, nullptr, this, nullptr); }
 
-void SettingsList::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    const QColor background = palette().color(QPalette::Active, QPalette::Base);
-    painter.fillRect(event->rect(), background);
+bool SettingsList::hasKeys() const {
     const QWidget* const focused = QApplication::focusWidget();
-    const bool active = isActiveWindow() && (focused == this || isAncestorOf(focused));
-    if (currentRow() >= 0 && currentRow() == carriedRow())
+    return isActiveWindow() && (focused == this || isAncestorOf(focused));
+}
+
+void SettingsList::paintEvent(QPaintEvent* event) {
+    SelectionList::paintEvent(event);
+    if (currentRow() >= 0 || !hasFocus() || !isActiveWindow() || !keyboardFocus_.isFromKeyboard())
         return;
-    if (currentRow() >= 0) {
-        fillRounded(painter, shownRect(currentRow()), highlightRadius,
-                    active ? selectionColor(palette()) : inactiveSelectionColor(palette()));
-    } else if (hasFocus() && isActiveWindow() && keyboardFocus_.isFromKeyboard()) {
-        drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
-                      palette());
-    }
+    QPainter painter(viewport());
+    drawFocusRing(painter, QRectF(viewport()->rect()).adjusted(2, 2, -2, -2), highlightRadius,
+                  palette());
 }
 
 void SettingsList::focusInEvent(QFocusEvent* event) {
     keyboardFocus_.focused(event->reason());
     SelectionList::focusInEvent(event);
-}
-
-void SettingsList::changeEvent(QEvent* event) {
-    SelectionList::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange)
-        viewport()->update();
 }
 
 } // namespace kestrel::linux_shell

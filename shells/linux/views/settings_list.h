@@ -35,8 +35,8 @@ class SettingsList : public SelectionList {
     ~SettingsList() override;
 
   protected:
+    bool hasKeys() const override;
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
   private:

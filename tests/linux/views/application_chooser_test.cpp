@@ -1,8 +1,13 @@
 #include "shells/linux/views/application_chooser.h"
 
+#include "shells/linux/desktop/appearance/contrast.h"
+#include "shells/linux/views/application_row.h"
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
+#include "shells/linux/views/kit/style_bridge.h"
 #include "shells/linux/views/kit/text_label.h"
+#include "tests/linux/views/pictures.h"
+#include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QMouseEvent>
@@ -10,9 +15,11 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kestrel::linux_shell {
@@ -71,6 +78,7 @@ class ApplicationChooserTest : public testing::Test {
 
     std::vector<std::string> shown() {
         std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(chooser->list().count()));
         for (int row = 0; row < chooser->list().count(); ++row)
             names.push_back(chooser->list().source().titleOf(row).toStdString());
         return names;
@@ -168,6 +176,30 @@ TEST_F(ApplicationChooserTest, ArrowsAndPagesMoveTheSelectionWhileTheFieldKeepsT
     EXPECT_TRUE(chooser->searchField().hasFocus());
 }
 
+TEST_F(ApplicationChooserTest, WithNothingSelectedAStepBeginsAtTheEndThatItLeadsFrom) {
+    showMany(100);
+    const std::vector<std::pair<int, std::string>> steps{{Qt::Key_Down, "Tool 0"},
+                                                         {Qt::Key_PageDown, "Tool 0"},
+                                                         {Qt::Key_Up, "Tool 99"},
+                                                         {Qt::Key_PageUp, "Tool 99"}};
+    for (const auto& [step, expected] : steps) {
+        chooser->list().setCurrentRow(-1);
+        key(step);
+        EXPECT_EQ(selected(), expected) << step;
+    }
+}
+
+TEST_F(ApplicationChooserTest, HomeAndEndAreTheFields) {
+    showMany(100);
+    type(QStringLiteral("tool"));
+    key(Qt::Key_Down);
+    key(Qt::Key_Home);
+    EXPECT_EQ(chooser->searchField().cursorPosition(), 0);
+    key(Qt::Key_End);
+    EXPECT_EQ(chooser->searchField().cursorPosition(), 4);
+    EXPECT_EQ(selected(), "Tool 1");
+}
+
 TEST_F(ApplicationChooserTest, TypingScrollsBackToTheFirst) {
     showMany(100);
     key(Qt::Key_PageDown);
@@ -254,10 +286,10 @@ TEST_F(ApplicationChooserTest, OnlyTheRowsInSightExistAndAskForIcons) {
     showMany(500);
     chooser->repaint();
     turnEventLoop();
-    const auto inSight = static_cast<std::size_t>(viewport().height() / 34 + 1);
+    const int inSight = viewport().height() / 34 + 1;
     EXPECT_EQ(chooser->list().count(), 500);
-    EXPECT_LE(static_cast<std::size_t>(chooser->list().realisedCount()), inSight);
-    EXPECT_LE(iconsAsked.size(), inSight);
+    EXPECT_LE(chooser->list().realisedCount(), inSight);
+    EXPECT_LE(std::ssize(iconsAsked), inSight);
     EXPECT_THAT(iconsAsked, testing::Contains("/a/0.desktop"));
     iconsAsked.clear();
     Q_EMIT icons.changed(); // an answer that came late
@@ -303,6 +335,23 @@ TEST_F(ApplicationChooserTest, LettersForTheListGoToTheField) {
     type(QStringLiteral("mail"));
     EXPECT_EQ(chooser->searchField().text(), QStringLiteral("mail"));
     EXPECT_EQ(selected(), "Mail");
+}
+
+TEST_F(ApplicationChooserTest, TheSelectedNameIsReadableInAllColors) {
+    const QPalette before = QApplication::palette();
+    showThree();
+    for (const NamedPalette& theme : themePalettes()) {
+        QApplication::setPalette(theme.palette);
+        chooser->list().setCurrentRow(1);
+        turnEventLoop();
+        const auto& row = static_cast<const ApplicationRow&>(*chooser->list().realisedRow(1));
+        const QRect title = row.titleRect().translated(row.pos()).adjusted(0, 4, 0, -4);
+        const QImage image = viewport().grab(title).toImage();
+        const QColor background = selectionColor(theme.palette);
+        EXPECT_EQ(image.pixel(image.width() - 1, 0), background.rgb()) << theme.name;
+        EXPECT_GE(greatestContrast(image, background), readableText) << theme.name;
+    }
+    QApplication::setPalette(before);
 }
 
 TEST_F(ApplicationChooserTest, RowsAreMirroredInALayoutFromRightToLeft) {

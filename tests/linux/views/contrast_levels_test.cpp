@@ -9,6 +9,7 @@
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
+#include "tests/linux/views/pictures.h"
 #include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 #include "views/popover/menu_popover_style.h"
@@ -19,7 +20,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -165,22 +165,12 @@ TEST(ContrastLevelsTest, SelectionOtherwiseLeavesTheColorsAsTheyAre) {
     EXPECT_NE(selectionColor(palette), active(palette, QPalette::Highlight));
 }
 
-/// The pixel of the widget that differs most from a background.
-double greatestContrast(QWidget& widget, const QColor& background, const QRect& area) {
-    const QImage image = widget.grab(area).toImage();
-    double greatest = 1;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            greatest = std::max(greatest, contrastRatio(image.pixelColor(x, y), background));
-    return greatest;
-}
-
 TEST(ContrastLevelsTest, FieldDrawsAPlaceholderThatThePaletteLeavesUnset) {
     for (const auto& [name, palette] : themePalettes()) {
         QApplication::setPalette(palette);
         RoundedField field(style::Font{.size = 24}, QStringLiteral("MMMM"), QStringLiteral("x"));
         const QColor base = active(palette, QPalette::Base);
-        EXPECT_GE(greatestContrast(field, base, QRect(8, 3, 100, 24)), 3) << name;
+        EXPECT_GE(greatestContrast(field.grab(QRect(8, 3, 100, 24)).toImage(), base), 3) << name;
     }
     QApplication::setPalette(QPalette());
 }
@@ -205,12 +195,7 @@ class HighContrastSelectionTest : public SettingsFixture {
     bool isReadable(int index, const QRect& part) {
         const QImage image =
             list().viewport()->grab(part.translated(list().rowRect(index).topLeft())).toImage();
-        const QColor background = image.pixelColor(0, 0);
-        double greatest = 1;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                greatest = std::max(greatest, contrastRatio(image.pixelColor(x, y), background));
-        return greatest >= 4.5;
+        return greatestContrast(image, image.pixelColor(0, 0)) >= 4.5;
     }
 
     const QPalette palette = paletteFor(ColorScheme::dark, Contrast::high);

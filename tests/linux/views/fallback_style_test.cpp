@@ -6,6 +6,7 @@
 #include "shells/linux/views/kit/push_button.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "tests/linux/views/events.h"
+#include "tests/linux/views/pictures.h"
 #include "views/popover/menu_popover_style.h"
 
 #include <QAbstractItemModel>
@@ -30,8 +31,6 @@
 #include <QTreeView>
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace kestrel::linux_shell {
 namespace {
@@ -155,16 +154,6 @@ TEST_F(FallbackStyleTest, MenusHaveThePopoversCorners) {
     EXPECT_EQ(image.pixelColor(image.width() / 2, 2), soft.palette().color(QPalette::Window));
 }
 
-/// That of the pixel that differs most from the first one.
-double greatestContrast(const QImage& image) {
-    double greatest = 1;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            greatest =
-                std::max(greatest, contrastRatio(image.pixelColor(x, y), image.pixelColor(0, 0)));
-    return greatest;
-}
-
 QImage highlightedAction(const QMenu& menu, const FallbackStyle& style) {
     QStyleOptionMenuItem option;
     option.initFrom(&menu);
@@ -236,7 +225,7 @@ TEST_F(FallbackStyleTest, ListOfAComboBoxHasLinesOfAMenu) {
     EXPECT_GE(line.height(), 24);
     EXPECT_LE(line.height(), 32);
     const QImage image = list.viewport()->grab(line).toImage();
-    EXPECT_GT(greatestContrast(image), 4.5) << "there is a text";
+    EXPECT_GT(greatestContrast(image, image.pixelColor(0, 0)), 4.5) << "there is a text";
     combo.hidePopup();
 }
 

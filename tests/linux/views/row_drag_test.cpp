@@ -189,6 +189,14 @@ TEST_F(RowDragTest, AListThatGoesDuringADragLeavesNoCursorBehind) {
     EXPECT_FALSE(isCarrying());
 }
 
+TEST_F(RowDragTest, TheCurrentRowDoesNotLookItWhileItIsCarried) {
+    carryRowOne();
+    EXPECT_EQ(list->currentRow(), 1);
+    EXPECT_FALSE(list->realisedRow(1)->state().current);
+    keyClick(*list, Qt::Key_Escape);
+    EXPECT_TRUE(list->realisedRow(1)->state().current);
+}
+
 TEST_F(RowDragTest, TheOtherRowsMakeWayWhereTheRowWouldLand) {
     carryRowOne(6);
     EXPECT_THAT(tops(), ElementsAre(6, 40, 40, 74, 142, 176));

@@ -3,9 +3,14 @@
 
 #include "shells/linux/views/settings_list.h"
 
+#include "shells/linux/desktop/appearance/contrast.h"
+#include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/ellipsis_button.h"
 #include "shells/linux/views/kit/push_button.h"
+#include "shells/linux/views/kit/row_ghost.h"
 #include "shells/linux/views/toolbar_button.h"
+#include "tests/linux/views/pictures.h"
+#include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
 #include <QPaintEvent>
@@ -55,6 +60,36 @@ TEST_F(SettingsListTest, ARowThatIsCarriedLeavesItsPlaceToTheOthersAndNothingBeh
     release(*list().viewport(), QPoint(-20, 300));
     turnEventLoop();
     EXPECT_THAT(titles(manager.items), ElementsAre("First", "Second", "Third"));
+}
+
+TEST_F(SettingsListTest, TheTitleOnTheCardIsReadableInAllColors) {
+    const auto contrastOfTitle = [this] {
+        const QWidget* const card = list().viewport()->findChild<RowGhost*>();
+        if (card == nullptr)
+            return 0.0;
+        const auto& row = static_cast<const ItemRowWidget&>(*list().realisedRow(0));
+        QRect place = row.rect();
+        place.moveCenter(card->geometry().center());
+        const QRect title = row.layoutOfParts().title.translated(place.topLeft());
+        const QImage image = list().viewport()->grab(title).toImage();
+        return greatestContrast(image, image.pixelColor(image.width() - 1, 0));
+    };
+    const QPalette before = QApplication::palette();
+    for (const NamedPalette& theme : themePalettes()) {
+        QApplication::setPalette(theme.palette);
+        turnEventLoop();
+        press(*list().viewport(), middleOf(0));
+        drag(*list().viewport(), middleOf(1));
+        turnEventLoop();
+        EXPECT_EQ(list().currentRow(), 0);
+        EXPECT_GE(contrastOfTitle(), readableText) << theme.name;
+        drag(*list().viewport(), QPoint(-20, middleOf(1).y())); // where it would not land
+        turnEventLoop();
+        EXPECT_GE(contrastOfTitle(), isHighContrast(theme.palette) ? readableText : 2)
+            << theme.name;
+        keyClick(list(), Qt::Key_Escape);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST_F(SettingsListTest, TheHighlightIsPaintedWholeWhenTheFocusGoesThroughTheRowsButton) {

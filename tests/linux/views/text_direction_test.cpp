@@ -1,5 +1,6 @@
 // Texts that run from right to left, or both ways, in both lists and in the form.
 
+#include "shells/linux/views/application_row.h"
 #include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/rounded_field.h"
 #include "shells/linux/views/kit/style_bridge.h"
@@ -54,6 +55,16 @@ QImage popoverRow(const QString& title, Qt::LayoutDirection window = Qt::LeftToR
     return row.grab().toImage();
 }
 
+/// A row of the list of applications without an icon.
+QImage applicationRow(const QString& name, Qt::LayoutDirection window = Qt::LeftToRight) {
+    const FileIconSource icons([](const std::string&) { return QIcon(); });
+    ApplicationRow row(icons, nullptr);
+    row.setLayoutDirection(window);
+    row.resize(rowWidth, 34);
+    row.show({"/a/entry.desktop", name.toStdString(), ""});
+    return row.grab().toImage();
+}
+
 /// A row of the settings list without an icon.
 QImage settingsRow(const QString& title, const std::string& path,
                    Qt::LayoutDirection window = Qt::LeftToRight) {
@@ -66,13 +77,15 @@ QImage settingsRow(const QString& title, const std::string& path,
 
 TEST(TextDirectionTest, ALongTitleFromTheRightIsCutAtItsLeftEndWhereTheEllipsisStands) {
     const QString words = (hebrew + u' ').repeated(20);
-    for (const Qt::LayoutDirection window : {Qt::LeftToRight, Qt::RightToLeft}) {
-        const QImage image = popoverRow(words, window);
-        EXPECT_EQ(image, popoverRow(words + hebrew, window)) << "the end is what is not shown";
-        const QRect ink = inkOf(image);
-        const int dots = 8; // pixels; an ellipsis takes more
-        EXPECT_LE(inkIn(image, ink.left(), ink.left() + dots).height(), 3);
-        EXPECT_GE(inkIn(image, ink.right() - dots, ink.right() + 1).height(), 5);
+    for (const auto& rowOf : {popoverRow, applicationRow}) {
+        for (const Qt::LayoutDirection window : {Qt::LeftToRight, Qt::RightToLeft}) {
+            const QImage image = rowOf(words, window);
+            EXPECT_EQ(image, rowOf(words + hebrew, window)) << "the end is what is not shown";
+            const QRect ink = inkOf(image);
+            const int dots = 8; // pixels; an ellipsis takes more
+            EXPECT_LE(inkIn(image, ink.left(), ink.left() + dots).height(), 3);
+            EXPECT_GE(inkIn(image, ink.right() - dots, ink.right() + 1).height(), 5);
+        }
     }
 }
 
@@ -81,6 +94,7 @@ TEST(TextDirectionTest, AMixedTitleRunsInTheDirectionOfItsFirstLetter) {
     const QString latinFirst = QStringLiteral("Kestrel ") + hebrew;
     const QString hebrewFirst = hebrew + QStringLiteral(" Kestrel");
     EXPECT_EQ(popoverRow(latinFirst), popoverRow(hebrewFirst));
+    EXPECT_EQ(applicationRow(latinFirst), applicationRow(hebrewFirst));
     EXPECT_EQ(settingsRow(latinFirst, ""), settingsRow(hebrewFirst, ""));
     EXPECT_EQ(popoverRow(latinFirst, Qt::RightToLeft), popoverRow(hebrewFirst, Qt::RightToLeft));
     EXPECT_EQ(settingsRow(latinFirst, "", Qt::RightToLeft),

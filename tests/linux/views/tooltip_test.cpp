@@ -1,5 +1,6 @@
-// The tooltips of both lists: the whole of what a row shows cut, and nothing else.
+// The tooltips of the lists: the whole of what a row shows cut, and of an application where it is.
 
+#include "shells/linux/views/application_row.h"
 #include "shells/linux/views/item_row_widget.h"
 #include "shells/linux/views/kit/cut_text.h"
 #include "shells/linux/views/popover_row.h"
@@ -31,6 +32,14 @@ QString overPopoverRow(const QString& title) {
     return tooltipOver(row);
 }
 
+QString overApplicationRow(const QString& name) {
+    const FileIconSource icons([](const std::string&) { return QIcon(); });
+    ApplicationRow row(icons, nullptr);
+    row.resize(240, 34);
+    row.show({"/a/<i>entry</i>.desktop", name.toStdString(), ""});
+    return tooltipOver(row);
+}
+
 QString overSettingsRow(const std::string& title, const std::string& path) {
     ItemRowWidget row;
     row.resize(300, 44);
@@ -43,6 +52,13 @@ TEST(TooltipTest, ThePopoversRowTellsATitleThatItShowsCut) {
     EXPECT_EQ(overPopoverRow(title), title);
     EXPECT_EQ(overPopoverRow(QStringLiteral("one\ntwo")), QStringLiteral("one\ntwo"));
     EXPECT_EQ(overPopoverRow(QStringLiteral("short")), QString());
+}
+
+TEST(TooltipTest, TheRowOfAnApplicationTellsWhereItIsAndANameThatItShowsCut) {
+    const QString path = QStringLiteral("/a/<i>entry</i>.desktop");
+    EXPECT_EQ(overApplicationRow(QStringLiteral("Editor")), path);
+    const QString name = QStringLiteral("a name of more words than fit into the chooser's row");
+    EXPECT_EQ(overApplicationRow(name), name + u'\n' + path);
 }
 
 TEST(TooltipTest, TheSettingsRowTellsAPathThatItShowsCutAndNoTitle) {

@@ -72,6 +72,9 @@ void RowDrag::begin() {
         return;
     row_ = std::exchange(pressedRow_, -1);
     grip_ = pressed_.y() - row->y();
+    shownDestination_ = row_;
+    // The card has a background of its own, whatever the row stood on.
+    Q_EMIT shiftsChanged();
     ghost_ = new RowGhost(imageOf(*row), list_.viewport());
     slot_ = new RowSlot(list_.viewport());
     slot_->lower();
@@ -79,9 +82,7 @@ void RowDrag::begin() {
     showNothingOf(*row);
     ghost_->show();
     slot_->show();
-    shownDestination_ = row_;
     QGuiApplication::setOverrideCursor(Qt::ClosedHandCursor);
-    Q_EMIT shiftsChanged();
 }
 
 std::optional<int> RowDrag::destination() const {

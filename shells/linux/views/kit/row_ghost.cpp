@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/row_ghost.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
@@ -10,13 +11,14 @@ namespace kestrel::linux_shell {
 namespace {
 
 constexpr double cardRadius = 6;
-constexpr int cardShadowReach = 8;          // pixels around the card
-constexpr int cardShadowDrop = 2;           // pixels by which the shadow lies lower
-constexpr float cardShadowOpacity = 0.028F; // of each of its layers
-constexpr double cardShare = 0.14;          // of the accent colour in the card
-constexpr double cardOutlineOpacity = 0.2;  // of the text colour
-constexpr double homelessOpacity = 0.5;     // of the image where it would not land
-constexpr double slotOpacity = 0.05;        // of the text colour
+constexpr int cardShadowReach = 8;                   // pixels around the card
+constexpr int cardShadowDrop = 2;                    // pixels by which the shadow lies lower
+constexpr float cardShadowOpacity = 0.028F;          // of each of its layers
+constexpr double cardShare = 0.14;                   // of the accent colour in the card
+constexpr double cardOutlineOpacity = 0.2;           // of the text colour
+constexpr double homelessOpacity = 0.5;              // of the image where it would not land
+constexpr double highContrastHomelessOpacity = 0.75; // which is to be read there too
+constexpr double slotOpacity = 0.05;                 // of the text colour
 
 void drawCardShadow(QPainter& painter, const QRectF& card) {
     QColor shade = Qt::black;
@@ -54,7 +56,9 @@ void RowGhost::paintEvent(QPaintEvent* /*event*/) {
                 mixed(palette().color(QPalette::Active, QPalette::Base),
                       colorFor(style::ColorLevel::accent, palette()), lands_ ? cardShare : 0));
     strokeRounded(painter, card, cardRadius, outlineColor(palette(), cardOutlineOpacity), 1);
-    painter.setOpacity(lands_ ? 1 : homelessOpacity);
+    if (!lands_)
+        painter.setOpacity(isHighContrast(palette()) ? highContrastHomelessOpacity
+                                                     : homelessOpacity);
     painter.drawPixmap(card.topLeft(), image_);
 }
 

@@ -144,8 +144,9 @@ int RowList::gapTop(int gap) const { return geometry_.top(gap) - scrollOffset();
 void RowList::updateStates() {
     const bool reacts = pointer_ && carriedRow() < 0 && viewport()->rect().contains(*pointer_);
     const int hovered = reacts ? rowAt(*pointer_) : -1;
+    const int selected = currentRow_ == carriedRow() ? -1 : currentRow_;
     for (const auto& [index, row] : rows_)
-        row->setState({.hovered = index == hovered, .current = index == currentRow_});
+        row->setState({.hovered = index == hovered, .current = index == selected});
     viewport()->update();
     reportPointer(hovered);
 }

@@ -1,6 +1,6 @@
 #pragma once
-// A vertical list of any length, worked by pointer and keyboard: what MenuList and SelectionList
-// have in common. Knows positions, nothing of the items. Only the rows in sight exist: those that
+// A vertical list of any length, worked by pointer and keyboard: what MenuList and PickList have
+// in common. Knows positions, nothing of the items. Only the rows in sight exist: those that
 // scroll out are bound again to the items that scroll in.
 //
 // Not a QListView because of assistive programs: a row offers them actions of its own, such as its
@@ -128,7 +128,7 @@ class RowList : public QAbstractScrollArea {
     virtual void reportPointer(int /*row*/) {}
 
     /// The row that is being dragged, which keeps its widget out of sight too; -1 for none.
-    /// Meanwhile no row reacts to the pointer.
+    /// Meanwhile no row reacts to the pointer, and that one does not show whether it is current.
     virtual int carriedRow() const { return -1; }
 
     /// How far a row is shown from its place to make way for the carried one, in pixels: at most

@@ -1,5 +1,6 @@
 // What RowList does with the pointer, the wheel and the keys.
 
+#include "shells/linux/views/kit/list_keys.h"
 #include "shells/linux/views/kit/row_list.h"
 
 #include <QApplication>
@@ -26,34 +27,6 @@ double pixelsOf(const QWheelEvent& event, int pixelsPerLine) {
         return event.pixelDelta().y();
     return event.angleDelta().y() / wheelUnitsPerNotch * QApplication::wheelScrollLines() *
            pixelsPerLine;
-}
-
-Qt::KeyboardModifiers modifiersOf(const QKeyEvent& event) {
-    return event.modifiers() & ~Qt::KeypadModifier;
-}
-
-std::optional<RowStep> stepOf(const QKeyEvent& event) {
-    switch (modifiersOf(event) == Qt::NoModifier ? event.key() : 0) {
-    case Qt::Key_Up:
-        return RowStep::previous;
-    case Qt::Key_Down:
-        return RowStep::next;
-    case Qt::Key_PageUp:
-        return RowStep::pageUp;
-    case Qt::Key_PageDown:
-        return RowStep::pageDown;
-    case Qt::Key_Home:
-        return RowStep::first;
-    case Qt::Key_End:
-        return RowStep::last;
-    default:
-        return std::nullopt;
-    }
-}
-
-bool isReturn(const QKeyEvent& event) {
-    return modifiersOf(event) == Qt::NoModifier &&
-           (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
 }
 
 } // namespace
@@ -89,13 +62,13 @@ void RowList::keyPressEvent(QKeyEvent* event) {
 }
 
 bool RowList::takeKey(const QKeyEvent& event) {
-    if (const auto step = stepOf(event)) {
+    if (const auto step = rowStepOf(event)) {
         lastInput_ = LastInput::keyboard;
         setFocus(Qt::OtherFocusReason); // the key may come from a control of a row
         takeStep(*step);
         return true;
     }
-    if (isReturn(event)) {
+    if (isPlainReturn(event)) {
         if (currentRow_ >= 0)
             Q_EMIT activated(currentRow_);
         return true;

@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/selection_list.h"
 
+#include "shells/linux/views/kit/list_keys.h"
 #include "shells/linux/views/kit/style_bridge.h"
 #include "views/accessible_texts.h"
 
@@ -7,23 +8,21 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 
-#include <algorithm>
-
 namespace kestrel::linux_shell {
 
 SelectionList::SelectionList(RowSource& source, const QMargins& padding, QWidget* parent)
-    : RowList(source, Qt::ScrollBarAsNeeded, padding, parent) {
+    : PickList(source, padding, parent) {
     connect(&drag_, &RowDrag::shiftsChanged, this, [this] { layoutRows(); });
 }
 
 void SelectionList::cancelGesture() {
     drag_.cancel();
-    pressedSinceReload_ = false;
+    PickList::cancelGesture();
 }
 
 // Assistive programs cannot drag, and the keys that move a row may not be free.
 std::vector<RowAction> SelectionList::rowActions() {
-    std::vector<RowAction> actions = RowList::rowActions();
+    std::vector<RowAction> actions = PickList::rowActions();
     const auto showMenu = [this](int row) {
         Q_EMIT contextMenuRequested(row, viewport()->mapToGlobal(rowRect(row).center()));
     };
@@ -37,18 +36,8 @@ std::vector<RowAction> SelectionList::rowActions() {
     return actions;
 }
 
-void SelectionList::pick(int row, LastInput input) {
-    setLastInput(input);
-    if (row != currentRow()) {
-        setCurrentRow(row);
-        Q_EMIT rowPicked(row);
-    } else {
-        ensureVisible(row);
-    }
-}
-
 void SelectionList::takeStep(RowStep step) {
-    Q_EMIT stepRequested(step, std::max(viewport()->height() / rowRect(0).height() - 1, 1));
+    Q_EMIT stepRequested(step, pageLength());
     ensureVisible(currentRow());
 }
 
@@ -57,7 +46,7 @@ bool SelectionList::takeKey(const QKeyEvent& event) {
         drag_.cancel();
         return true;
     }
-    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    const Qt::KeyboardModifiers modifiers = modifiersOf(event);
     const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (event.key() == Qt::Key_Delete && modifiers == Qt::NoModifier) {
         Q_EMIT deleteCurrentRequested();
@@ -69,7 +58,7 @@ bool SelectionList::takeKey(const QKeyEvent& event) {
                                                               : RowDirection::down);
         return true;
     }
-    return RowList::takeKey(event);
+    return PickList::takeKey(event);
 }
 
 // Another button than the one that holds a row lets go of it and does nothing else.
@@ -81,30 +70,20 @@ void SelectionList::mousePressEvent(QMouseEvent* event) {
     }
     const QPoint position = event->position().toPoint();
     const int row = rowAt(position);
-    pressedSinceReload_ = true;
     if (event->button() == Qt::LeftButton && row >= 0)
         drag_.press(row, position);
-    pick(row, LastInput::pointer);
+    PickList::mousePressEvent(event);
 }
 
 void SelectionList::mouseMoveEvent(QMouseEvent* event) {
     drag_.follow(event->buttons());
-    RowList::mouseMoveEvent(event);
+    PickList::mouseMoveEvent(event);
     drag_.move(event->position().toPoint());
 }
 
 void SelectionList::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton)
         drag_.drop(event->position().toPoint());
-}
-
-// A second click on a row that has only just come under the pointer is the first on that row.
-void SelectionList::mouseDoubleClickEvent(QMouseEvent* event) {
-    const int row = rowAt(event->position().toPoint());
-    if (!pressedSinceReload_)
-        mousePressEvent(event);
-    else if (event->button() == Qt::LeftButton && row >= 0)
-        Q_EMIT activated(row);
 }
 
 // A menu over a row that is held would take the release of the button.
@@ -126,7 +105,7 @@ void SelectionList::contextMenuEvent(QContextMenuEvent* event) {
 // A menu or a window that opens takes the focus, and may take the release of the button too.
 void SelectionList::focusOutEvent(QFocusEvent* event) {
     drag_.follow(Qt::NoButton);
-    RowList::focusOutEvent(event);
+    PickList::focusOutEvent(event);
 }
 
 } // namespace kestrel::linux_shell

@@ -1,14 +1,13 @@
 #pragma once
-// A list in which a press selects a row and a double click or Return activates it. Its rows can be
-// dragged to another place, moved and deleted; the owner does that to the items, and decides where
-// the arrow keys lead.
+// A list whose rows can be dragged to another place, moved and deleted; the owner does that to the
+// items, and decides where the arrow keys lead. A click beside the rows selects none.
 
+#include "shells/linux/views/kit/pick_list.h"
 #include "shells/linux/views/kit/row_drag.h"
-#include "shells/linux/views/kit/row_list.h"
 
 namespace kestrel::linux_shell {
 
-class SelectionList : public RowList {
+class SelectionList : public PickList {
     Q_OBJECT
 
   public:
@@ -17,11 +16,8 @@ class SelectionList : public RowList {
     std::vector<RowAction> rowActions() override;
 
   Q_SIGNALS:
-    /// The user made another row current, or none (-1) with a click beside the rows.
-    void rowPicked(int row);
-
     /// A key asks for another current row; the owner answers at once with setCurrentRow. `page` is
-    /// the number of whole rows in sight but one, so that a page shows where it came from.
+    /// the number of rows that a page key leads on.
     void stepRequested(RowStep step, int page);
 
     /// A row was dropped in front of `destination`, a position in the list before the move.
@@ -36,7 +32,6 @@ class SelectionList : public RowList {
     void contextMenuRequested(int row, QPoint globalPosition);
 
   protected:
-    void pressRow(int row) override { pick(row, LastInput::pointer); }
     void takeStep(RowStep step) override;
     bool takeKey(const QKeyEvent& event) override;
     void cancelGesture() override;
@@ -45,15 +40,11 @@ class SelectionList : public RowList {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    void pick(int row, LastInput input);
-
     RowDrag drag_{*this};
-    bool pressedSinceReload_ = false;
 };
 
 } // namespace kestrel::linux_shell
