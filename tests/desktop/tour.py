@@ -11,11 +11,13 @@ import pathlib
 import sys
 
 from harness.desktop import Desktop
+from harness.languages import translations
 from harness.processes import Timeout, wait_for
 from harness.program import Kestrel, item, popover_content, popover_height
 
 APP, FILE, COMMAND = "App", "Command File", "Inline Command"
 BACKGROUND = (0x35, 0x50, 0x6B)
+GERMAN, HEBREW = "de_DE.UTF-8", "he_IL.UTF-8"
 TERMINAL_LOOKS = "xterm*faceName: DejaVu Sans Mono\nxterm*faceSize: 10\n"
 
 
@@ -28,11 +30,12 @@ class Tour:
         self.count = 0
 
     def run(self):
-        for step in (self.start, self.open_empty, self.open_settings, self.fill_in_form,
-                     self.add_application, self.add_command_file, self.add_command,
-                     self.open_full, self.launch_application, self.launch_command_file,
-                     self.launch_command, self.reorder, self.edit, self.delete, self.close,
-                     self.quit, self.start_again):
+        for step in (self.start, self.open_empty, self.open_settings, self.browse,
+                     self.take_application, self.add_application, self.add_command_file,
+                     self.add_command, self.open_full, self.launch_application,
+                     self.launch_command_file, self.launch_command, self.carry, self.drop,
+                     self.open_row_menu, self.delete, self.edit, self.close,
+                     self.start_again_in_german, self.mirror):
             self.count += 1
             name = step.__name__.replace("_", "-")
             try:
@@ -76,8 +79,8 @@ class Tour:
         self.desktop.click(*self.desktop.icon_rect().center)
         return popover_content(self.kestrel.wait_for_popover())
 
-    def start(self):
-        self.kestrel = Kestrel(self.desktop, [self.program])
+    def start(self, locale="C.UTF-8", words=None):
+        self.kestrel = Kestrel(self.desktop, [self.program], {"LANG": locale}, words)
         return f"the icon is in the panel at {tuple(self.desktop.icon_rect())}"
 
     def open_empty(self):
@@ -93,20 +96,36 @@ class Tour:
         self.kestrel.accessible.find("push button", "Add First Item")
         return f"the popover gave way to the empty settings window, {rect.width} by {rect.height}"
 
-    def fill_in_form(self):
+    def browse(self):
         script = self.script("application")
         self.entry = self.desktop.write(
-            "home/tour.desktop", "[Desktop Entry]\nType=Application\nName=Tour\n"
-            f"Icon=accessories-text-editor\nExec={script}\n")
+            "data/applications/org.example.FieldNotes.desktop", "[Desktop Entry]\n"
+            "Type=Application\nName=Field Notes\nIcon=accessories-text-editor\n"
+            f"Exec={script}\n")
         self.kestrel.click_on("push button", "Add First Item")
-        self.kestrel.set_field("Title", "  Editor ")
-        self.kestrel.set_field("App", self.entry)
+        self.kestrel.click_on("push button", "Browse…")
+        found = wait_for(self.applications, what="the applications")
+        assert "Field Notes" in found and not any(".desktop" in name for name in found), found
+        return f"the form's button shows the installed applications by name, {found[0]} first"
+
+    def applications(self):
+        """The names that the list of applications shows."""
+        dialogs = self.kestrel.accessible.find_all("dialog", "Choose an Application")
+        return [row.name for dialog in dialogs for row in dialog.find_all("list item")]
+
+    def take_application(self):
+        self.desktop.type("field n")
+        wait_for(lambda: self.applications() == ["Field Notes"], what="the one that is sought")
+        self.desktop.key("Return")
+        wait_for(lambda: not self.applications(), what="the list to close")
+        fields = self.kestrel.field("Title"), self.kestrel.field("App")
+        assert fields == ("Field Notes", self.entry), fields
         assert self.kestrel.stored() is None
-        return "the form holds a title and a path; nothing is stored yet"
+        return "typing found it, Return put its name and path into the form; nothing is stored yet"
 
     def add_application(self):
         self.kestrel.finish_form_adding()
-        self.items = self.kestrel.wait_for_stored([item(APP, "Editor", self.entry)])
+        self.items = self.kestrel.wait_for_stored([item(APP, "Field Notes", self.entry)])
         return f"stored byte for byte: {self.kestrel.stored().decode()}"
 
     def add_command_file(self):
@@ -120,18 +139,18 @@ class Tour:
         self.kestrel.add(COMMAND, "Say hello", self.command)
         self.items = self.kestrel.wait_for_stored(
             [*self.items, item(COMMAND, "Say hello", self.command)])
-        self.kestrel.wait_for_rows(["Editor", "Deploy", "Say hello"])
+        self.kestrel.wait_for_rows(["Field Notes", "Deploy", "Say hello"])
         return "the command is stored last, its quotes and slashes escaped"
 
     def open_full(self):
         self.kestrel.close_settings()
         rect = self.click_icon()
         assert rect[2:] == (240, popover_height(3)), rect
-        self.kestrel.wait_for_rows(["Editor", "Deploy", "Say hello"])
+        self.kestrel.wait_for_rows(["Field Notes", "Deploy", "Say hello"])
         return f"the popover shows the three items in a height of {rect.height}"
 
     def launch_application(self):
-        self.kestrel.click_row("Editor")
+        self.kestrel.click_row("Field Notes")
         self.kestrel.wait_for_no_popover()
         assert self.wait_for_mark("application") == "not a tty"
         return "the desktop entry's program ran, without a terminal; the popover closed"
@@ -153,31 +172,58 @@ class Tour:
         assert terminal.startswith("/dev/pts/"), terminal
         return terminal
 
-    def reorder(self):
+    def carry(self):
         self.click_icon()
-        self.kestrel.open_settings()
-        rows = self.kestrel.accessible.find("list", "Items").find_all("list item")
-        first, last = rows[0].rect, rows[-1].rect
-        self.desktop.drag(first.center, (last.center[0], last.y + last.height - 2))
+        window = self.kestrel.open_settings().rect
+        places = [row.rect for row in
+                  self.kestrel.accessible.find("list", "Items").find_all("list item")]
+        self.desktop.move(window.center[0], window.y + 20)
+        second = self.desktop.settled_screenshot(places[1])
+        self.desktop.move(*places[0].center)
+        self.desktop.press()
+        for place in places[1:]:
+            self.desktop.move(*place.center)
+        self.desktop.move(places[-1].center[0], places[-1].y + places[-1].height - 2)
+        wait_for(lambda: self.desktop.screenshot().cut(places[0]) == second,
+                 what="the second row at the first place")
+        self.kestrel.wait_for_stored(self.items)
+        return "the first row is carried below the last, and the others have made room"
+
+    def drop(self):
+        self.desktop.release()
         self.items = self.kestrel.wait_for_stored([*self.items[1:], self.items[0]])
-        self.kestrel.wait_for_rows(["Deploy", "Say hello", "Editor"])
-        return "the first row was dragged below the last, and that order is stored"
+        self.kestrel.wait_for_rows(["Deploy", "Say hello", "Field Notes"])
+        return "the row was let go there, and that order is stored"
+
+    def open_row_menu(self):
+        row = self.kestrel.accessible.find("list item", "Deploy").rect
+        self.desktop.click(*row.center, button=3)
+        wait_for(lambda: self.menu() == ["Edit", "Delete"], what="the row's menu")
+        self.desktop.key("Down")
+        return "the right button opened the row's menu, which tells the keys for the same"
+
+    def menu(self):
+        """What the open menu offers; the terminals have menus too."""
+        return [node.name for program in self.kestrel.accessible.applications()
+                if program.name.lower() == "kestrel" for node in program.find_all("menu item")]
+
+    def delete(self):
+        self.desktop.key("Escape")
+        wait_for(lambda: not self.menu(), what="the menu to close")
+        self.desktop.key("Delete")
+        self.items = self.kestrel.wait_for_stored(self.items[1:])
+        self.kestrel.wait_for_rows(["Say hello", "Field Notes"])
+        return "the key that the menu shows took the command file from the list and the store"
 
     def edit(self):
         row = self.kestrel.accessible.find("list item", "Say hello").rect
         self.desktop.double_click(*row.center)
-        self.kestrel.set_field("Title", "Say goodbye")
+        self.kestrel.set_field("Title", "  Say goodbye ")
         self.kestrel.set_field("Command", "exit")
         self.kestrel.finish_form("Save")
-        self.items[1].update(title="Say goodbye", command="exit")
+        self.items[0].update(title="Say goodbye", command="exit")
         self.kestrel.wait_for_stored(self.items)
-        return "the command has a new title and text, and its old id"
-
-    def delete(self):
-        self.kestrel.click_row_actions("Deploy", "Delete")
-        self.items = self.kestrel.wait_for_stored(self.items[1:])
-        self.kestrel.wait_for_rows(["Say goodbye", "Editor"])
-        return "the command file is gone from the list and from the store"
+        return "the command has a new title, without its spaces, a new text, and its old id"
 
     def close(self):
         self.kestrel.close_settings()
@@ -185,19 +231,31 @@ class Tour:
         assert self.click_icon().height == popover_height(2)
         return "the window is closed, the icon stays, and the popover shows two items"
 
+    def start_again_in_german(self):
+        self.quit()
+        self.start(GERMAN, translations("de"))
+        self.click_icon()
+        self.kestrel.wait_for_rows(["Say goodbye", "Field Notes"])
+        self.kestrel.wait_for_stored(self.items)
+        self.kestrel.accessible.find("push button", "Einstellungen")
+        self.kestrel.accessible.find("push button", "Beenden")
+        return "a new start showed the same list, byte for byte, and spoke German"
+
+    def mirror(self):
+        self.quit()
+        self.start(HEBREW)
+        self.click_icon()
+        self.kestrel.open_settings()
+        places = [self.kestrel.accessible.find("push button", name).rect.x
+                  for name in ("Add", "Edit", "Delete")]
+        assert places == sorted(places, reverse=True), places
+        self.kestrel.wait_for_rows(["Say goodbye", "Field Notes"])
+        return "in Hebrew the settings window is laid out from the right"
+
     def quit(self):
         status = self.kestrel.quit()
         if status != 0:
             raise Timeout(f"status {status}")
-        return "the program ended with status 0"
-
-    def start_again(self):
-        self.start()
-        self.click_icon()
-        self.kestrel.wait_for_rows(["Say goodbye", "Editor"])
-        self.kestrel.wait_for_stored(self.items)
-        assert self.kestrel.quit() == 0
-        return "a new start showed the same list, byte for byte"
 
 
 def main():

@@ -70,8 +70,11 @@ SettingsList::SettingsList(SettingsRows& rows, QWidget* parent)
 SettingsList::~SettingsList() { disconnect(qApp, nullptr, this, nullptr); }
 
 bool SettingsList::hasKeys() const {
-    const QWidget* const focused = QApplication::focusWidget();
-    return isActiveWindow() && (focused == this || isAncestorOf(focused));
+    // A row's menu is its child in another window.
+    const QWidget* focused = QApplication::focusWidget();
+    while (focused != nullptr && focused != this)
+        focused = focused->parentWidget();
+    return isActiveWindow() && focused != nullptr;
 }
 
 void SettingsList::paintEvent(QPaintEvent* event) {

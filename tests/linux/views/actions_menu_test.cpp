@@ -1,5 +1,6 @@
 #include "shells/linux/views/kit/actions_menu.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/views/kit/fallback_style.h"
 
 #include <QApplication>
@@ -19,6 +20,12 @@ class TestMenu : public ActionsMenu {
         QStyleOptionMenuItem option;
         initStyleOption(&option, &action);
         return option.text;
+    }
+
+    QColor textColor(const QAction& action) const {
+        QStyleOptionMenuItem option;
+        initStyleOption(&option, &action);
+        return option.palette.color(QPalette::WindowText);
     }
 };
 
@@ -62,6 +69,18 @@ TEST(ActionsMenuTest, KeysHaveTheirPlaceInTheMenuInAnyStyle) {
         const QImage empty = endOfFirstLine(narrow);
         narrow.showKeys(*narrow.actions().constFirst(), Qt::Key_Return);
         EXPECT_NE(endOfFirstLine(narrow), empty);
+    }
+}
+
+TEST(ActionsMenuTest, ActionThatDeletesIsMarkedButNotOnTheHighlightOfHighContrast) {
+    for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
+        TestMenu menu;
+        menu.setPalette(paletteFor(ColorScheme::dark, contrast));
+        QAction* remove = menu.addDestructiveAction(QStringLiteral("Delete"));
+        const QColor own = menu.palette().color(QPalette::WindowText);
+        EXPECT_NE(menu.textColor(*remove), own);
+        menu.setActiveAction(remove);
+        EXPECT_EQ(menu.textColor(*remove) == own, contrast == Contrast::high);
     }
 }
 

@@ -13,15 +13,22 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QDateTime>
+#include <QFileDialog>
+#include <QFontMetrics>
+#include <QHeaderView>
 #include <QImage>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyleOptionMenuItem>
 #include <QStyleOptionSlider>
+#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -227,6 +234,46 @@ TEST_F(FallbackStyleTest, FieldsOfDialogsLookLikeTheForms) {
     QLineEdit toolkits;
     use(toolkits);
     EXPECT_EQ(grabbed(toolkits), grabbed(own));
+}
+
+TEST_F(FallbackStyleTest, TooltipsHaveTheColorsOfListsUnlessAPaletteSaysOthers) {
+    const QString before = QApplication::style()->name();
+    QApplication::setStyle(new FallbackStyle([] { return false; }));
+    QApplication::setPalette(QPalette());
+    const QPalette toolkits = QApplication::palette();
+    EXPECT_EQ(toolkits.color(QPalette::ToolTipBase), toolkits.color(QPalette::Base));
+    EXPECT_EQ(toolkits.color(QPalette::ToolTipText), toolkits.color(QPalette::Text));
+    const QPalette dark = paletteFor(ColorScheme::dark, Contrast::normal);
+    QApplication::setPalette(dark);
+    EXPECT_EQ(QApplication::palette().color(QPalette::ToolTipBase),
+              dark.color(QPalette::ToolTipBase));
+    QApplication::setStyle(before);
+}
+
+/// The number of pixels a cell of the dialog's list has for a text.
+int spaceInColumn(const QTreeView& list, int column) {
+    return list.header()->sectionSize(column) -
+           2 * (list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1);
+}
+
+TEST_F(FallbackStyleTest, SizesAndDatesInTheFileDialogAreNotCut) {
+    QFileDialog dialog;
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+    ASSERT_NE(list, nullptr);
+    const int width = dialog.sizeHint().width();
+    use(dialog);
+    const QFontMetrics metrics(list->font());
+    const QLocale locale = QLocale::system();
+    for (const qint64 bytes : {999, 1'000, 100'000, 1'000'000})
+        EXPECT_GE(spaceInColumn(*list, 1),
+                  metrics.horizontalAdvance(locale.formattedDataSize(bytes)));
+    const QDateTime date(QDate(2022, 10, 20), QTime(20, 20, 20));
+    EXPECT_GE(spaceInColumn(*list, 3),
+              metrics.horizontalAdvance(locale.toString(date, QLocale::ShortFormat)));
+    EXPECT_GE(dialog.minimumWidth(), std::min(width, dialog.screen()->availableSize().width() / 2))
+        << "what the columns have gained is not taken from the names";
+    EXPECT_LE(dialog.minimumWidth(), dialog.screen()->availableSize().width());
 }
 
 } // namespace

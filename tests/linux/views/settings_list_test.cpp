@@ -13,6 +13,7 @@
 #include "tests/linux/views/theme_palettes.h"
 #include "tests/linux/views/widget_fixture.h"
 
+#include <QMenu>
 #include <QPaintEvent>
 #include <QScrollBar>
 
@@ -106,6 +107,27 @@ TEST_F(SettingsListTest, TheHighlightIsPaintedWholeWhenTheFocusGoesThroughTheRow
         turnEventLoop();
         EXPECT_TRUE(row.subtracted(paints.painted).isEmpty()) << leaves;
     }
+}
+
+TEST_F(SettingsListTest, TheSelectionStaysWhereTheKeysAreWhileTheRowsMenuHasThem) {
+    clickRow(1);
+    turnEventLoop();
+    const auto highlight = [this] {
+        const QRect row = list().rowRect(1);
+        return list().viewport()->grab(row).toImage().pixelColor(row.width() / 2, 2);
+    };
+    const QColor before = highlight();
+    auto& row = static_cast<ItemRowWidget&>(*list().realisedRow(1));
+    row.popUpMenu(QPoint(400, 400));
+    turnEventLoop();
+    QMenu& menu = *row.findChild<EllipsisButton*>()->menu();
+    keyClick(menu, Qt::Key_Down);
+    ASSERT_TRUE(menu.hasFocus());
+    EXPECT_EQ(highlight(), before);
+    menu.hide();
+    turnEventLoop();
+    widget->toolbarButtons()[0]->setFocus(Qt::TabFocusReason);
+    EXPECT_NE(highlight(), before);
 }
 
 TEST_F(SettingsListTest, AnAddedRowIsScrolledToAndOneFromElsewhereIsNot) {

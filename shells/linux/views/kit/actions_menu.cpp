@@ -82,7 +82,10 @@ void ActionsMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* a
         option->text += QLatin1Char('\t') + keys;
         option->reservedShortcutWidth = keysWidth();
     }
-    if (!action->property(destructiveProperty).toBool())
+    // On the full highlight its colour could not be read.
+    const bool isOnHighlight = option->state.testFlag(QStyle::State_Selected) &&
+                               paletteOnSelection(palette()) != palette();
+    if (isOnHighlight || !action->property(destructiveProperty).toBool())
         return;
     // Styles differ in which of the three they take a menu's text from.
     const QColor color = colorFor(style::ColorLevel::destructive, palette());

@@ -1,12 +1,15 @@
 #include "shells/linux/views/kit/fallback_style.h"
 
+#include "shells/linux/desktop/appearance/palettes.h"
 #include "shells/linux/desktop/appearance/popover_frame.h"
 #include "shells/linux/views/kit/control_faces.h"
+#include "shells/linux/views/kit/fallback_file_dialog.h"
 #include "shells/linux/views/kit/fallback_menu.h"
 #include "shells/linux/views/kit/painting.h"
 #include "shells/linux/views/kit/style_bridge.h"
 
 #include <QAbstractScrollArea>
+#include <QFileDialog>
 #include <QMenu>
 #include <QPainter>
 #include <QStyleOption>
@@ -26,6 +29,8 @@ constexpr int buttonPadding = 14;
 constexpr int leastButtonWidth = 104;
 constexpr int toolTipPadding = 6;
 constexpr double toolTipRadius = 6;
+constexpr double toolTipOutlineShare = 0.3; // of the text's colour
+constexpr double highContrastOutlineShare = 0.8;
 
 constexpr double frameOpacity = 0.2;
 constexpr double toolHoverWash = 0.06;
@@ -84,7 +89,9 @@ void drawToolTip(QPainter& painter, const QStyleOption& option) {
     const QColor background = option.palette.color(QPalette::Active, QPalette::ToolTipBase);
     const QColor text = option.palette.color(QPalette::Active, QPalette::ToolTipText);
     fillRounded(painter, option.rect, toolTipRadius, background);
-    strokeRounded(painter, option.rect, toolTipRadius, mixed(background, text, 0.3));
+    const double share =
+        isHighContrast(option.palette) ? highContrastOutlineShare : toolTipOutlineShare;
+    strokeRounded(painter, option.rect, toolTipRadius, mixed(background, text, share));
 }
 
 /// The background of what the bar scrolls.
@@ -185,6 +192,15 @@ void FallbackStyle::polish(QWidget* widget) {
         qobject_cast<QMenu*>(widget) != nullptr || widget->inherits("QTipLabel");
     if (hasCorners && !widget->testAttribute(Qt::WA_WState_Created))
         widget->setAttribute(Qt::WA_TranslucentBackground, isCompositing_());
+    if (auto* dialog = qobject_cast<QFileDialog*>(widget))
+        fitFileList(*dialog);
+}
+
+// Of the toolkit's own colours, which hold where the desktop says none: tooltips are not yellow.
+void FallbackStyle::polish(QPalette& palette) {
+    QProxyStyle::polish(palette);
+    palette.setColor(QPalette::ToolTipBase, palette.color(QPalette::Active, QPalette::Base));
+    palette.setColor(QPalette::ToolTipText, palette.color(QPalette::Active, QPalette::Text));
 }
 
 void FallbackStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,

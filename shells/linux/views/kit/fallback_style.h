@@ -19,6 +19,7 @@ class FallbackStyle final : public QProxyStyle {
 
     using QProxyStyle::polish;
     void polish(QWidget* widget) override;
+    void polish(QPalette& palette) override;
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
