@@ -21,9 +21,9 @@ ROUNDS = 20
 # What the second half of the day may add to the memory: the heap's own variation. A settings window
 # or an opening that left anything behind would show as far more.
 ALLOWED_KIB = 512
-# The toolkit keeps one cursor of each shape from its first use: the arrow, and the text cursor that
-# the pointer gets whenever it happens to rest on a form's field.
-CURSOR_SHAPES = 2
+# The toolkit keeps one cursor of each shape from its first use: the arrow, the closed hand of a drag,
+# and the text cursor that the pointer gets whenever it happens to rest on a form's field.
+CURSOR_SHAPES = 3
 ENTRY = "[Desktop Entry]\nType=Application\nName={0}\nExec=/bin/true\nIcon={1}\n"
 SVG = '<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><circle r="30"/></svg>'
 
