@@ -2,9 +2,9 @@
 # Checks the macOS shell on a machine without a Mac, with tools/macos-check.
 #
 #   macos_check.sh typecheck
-#       Type-checks every source of shells/macos and tests/macos_standins.
+#       Type-checks every source of shells/macos, tests/macos and tests/macos_standins.
 #   macos_check.sh test PROGRAM LIBRARY...
-#       Builds PROGRAM from shells/macos, tests/macos_standins and the core's LIBRARYs, and
+#       Builds PROGRAM from shells/macos, tests/macos, tests/macos_standins and the core's LIBRARYs, and
 #       runs its tests.
 #   macos_check.sh sanitized PROGRAM
 #       The same with the core's sources, and with the address and undefined behaviour sanitizers.
@@ -35,13 +35,13 @@ typecheck() {
     "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
         -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
         -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort) || status=$?
-    "$tool/typecheck" -I src -I . tests/macos_standins/*.mm || status=$?
+    "$tool/typecheck" -I src -I . tests/macos/*.mm tests/macos_standins/*.mm || status=$?
     return "$status"
 }
 
 # build SOURCE|LIBRARY...
 build() {
-    sources=$(find shells/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort)
+    sources=$(find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort)
     # shellcheck disable=SC2086 # a word for each source; no name holds a space
     "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
         -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {

@@ -10,7 +10,8 @@ namespace kestrel {
 class AppDelegate;
 }
 
-@interface AppDelegate : NSObject <NSApplicationDelegate, NSWindowDelegate, StatusBarButtonTarget>
+@interface KSTAppDelegate
+    : NSObject <NSApplicationDelegate, NSWindowDelegate, KSTStatusBarButtonTarget>
 
 /// Creates the core's delegate, and with it the item store, which loads the stored list.
 - (instancetype)init;

@@ -6,7 +6,7 @@
 
 using kestrel::macos_shell::atEntryPoint;
 
-@implementation AppDelegate {
+@implementation KSTAppDelegate {
     std::unique_ptr<kestrel::macos_shell::Ports> _ports;
     std::unique_ptr<kestrel::AppDelegate> _core; // after the ports, so that it dies before them
 }

@@ -13,7 +13,7 @@ class AppKitDesktop final : public Desktop {
   public:
     /// `delegate` hands on what it hears as the target of the status item's button and as the
     /// settings window's delegate. It is not kept alive.
-    explicit AppKitDesktop(id<StatusBarButtonTarget, NSWindowDelegate> delegate)
+    explicit AppKitDesktop(id<KSTStatusBarButtonTarget, NSWindowDelegate> delegate)
         : delegate_(delegate) {}
 
     std::unique_ptr<StatusItem> makeStatusItem(std::string_view symbol,
@@ -31,7 +31,7 @@ class AppKitDesktop final : public Desktop {
     void windowWillClose(NSNotification* notification);
 
   private:
-    __weak id<StatusBarButtonTarget, NSWindowDelegate> delegate_;
+    __weak id<KSTStatusBarButtonTarget, NSWindowDelegate> delegate_;
     // The ones made last.
     std::weak_ptr<AppKitStatusItem> statusItem_;
     std::weak_ptr<AppKitSettingsWindow> settingsWindow_;

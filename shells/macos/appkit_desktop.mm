@@ -22,7 +22,7 @@ std::unique_ptr<StatusItem> AppKitDesktop::makeStatusItem(std::string_view symbo
 std::unique_ptr<Popover> AppKitDesktop::makePopover(std::unique_ptr<MenuPopoverView> view) {
     const Size size = menu_popover_style::contentSize(view->items().size());
     return std::make_unique<AppKitPopover>(
-        [[MenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)], size,
+        [[KSTMenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)], size,
         *statusItem_.lock());
 }
 
@@ -30,7 +30,7 @@ std::unique_ptr<Window> AppKitDesktop::makeSettingsWindow(std::unique_ptr<Settin
                                                           Size contentSize,
                                                           std::function<void()> onClosed) {
     auto window = std::make_unique<AppKitSettingsWindow>(
-        [[SettingsViewController alloc] initWithSettingsView:std::move(view)], contentSize,
+        [[KSTSettingsViewController alloc] initWithSettingsView:std::move(view)], contentSize,
         app_style::applicationName, delegate_);
     settingsWindow_ = window->weak();
     onSettingsWindowClosed_ = std::move(onClosed);

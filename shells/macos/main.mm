@@ -7,14 +7,14 @@ namespace {
 
 // For the whole run: the application holds its delegate weakly.
 NSApplication* application;
-AppDelegate* delegate;
+KSTAppDelegate* delegate;
 
 } // namespace
 
 int main() {
     @autoreleasepool {
         application = NSApplication.sharedApplication;
-        delegate = [[AppDelegate alloc] init];
+        delegate = [[KSTAppDelegate alloc] init];
         application.delegate = delegate;
         [application run];
     }

@@ -16,7 +16,7 @@ namespace kestrel::macos_shell {
 
 /// Outlives the core's AppDelegate, which refers to the members: it stays where it was made.
 struct Ports {
-    explicit Ports(id<StatusBarButtonTarget, NSWindowDelegate> delegate) : desktop(delegate) {}
+    explicit Ports(id<KSTStatusBarButtonTarget, NSWindowDelegate> delegate) : desktop(delegate) {}
     Ports(const Ports&) = delete;
     Ports& operator=(const Ports&) = delete;
     ~Ports() = default;

@@ -7,14 +7,11 @@
 #include "shells/macos/app_delegate.h"
 #include "tests/macos_standins/macos_fixture.h"
 
-/// The shell's delegate, where the core's class of the same name hides it.
-using ShellDelegate = AppDelegate;
-
 namespace kestrel::tests {
 
 class AppFixture : public MacosFixture {
   protected:
-    ShellDelegate* delegate = nil;
+    KSTAppDelegate* delegate = nil;
 
     ~AppFixture() override;
 

@@ -9,7 +9,7 @@ AppFixture::~AppFixture() {
 
 void AppFixture::makeDelegate() {
     @autoreleasepool {
-        delegate = [[ShellDelegate alloc] init];
+        delegate = [[KSTAppDelegate alloc] init];
         NSApp.delegate = delegate;
     }
 }

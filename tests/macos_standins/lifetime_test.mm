@@ -5,7 +5,7 @@
 #include "tests/macos_standins/app_fixture.h"
 
 /// A delegate of the test's own, which hands on what the shell's does.
-@interface LifetimeTarget : NSObject <StatusBarButtonTarget, NSWindowDelegate>
+@interface LifetimeTarget : NSObject <KSTStatusBarButtonTarget, NSWindowDelegate>
 @property(nonatomic) kestrel::macos_shell::Ports* ports;
 @end
 
@@ -27,7 +27,7 @@ TEST_F(LifetimeTest, TheDelegateEndsWithEverythingItMade) {
     launch();
     recording::click(button());
     delegate.core->openSettings();
-    __weak ShellDelegate* const weak = delegate;
+    __weak KSTAppDelegate* const weak = delegate;
     @autoreleasepool {
         NSApp.delegate = nil;
         delegate = nil;

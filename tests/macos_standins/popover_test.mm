@@ -22,12 +22,12 @@ TEST_F(PopoverTest, AClickShowsItUnderTheIconAndMakesItsWindowKey) {
     EXPECT_EQ(popover.behavior, NSPopoverBehaviorTransient);
     EXPECT_TRUE(popover.animates);
     EXPECT_TRUE(NSEqualRects(popover.positioningRect, button().bounds));
-    EXPECT_EQ(
-        linesOf({"NSPopover ", "MenuPopoverViewController ", "NSWindow makeKey", "NSApplication "}),
-        (Lines{"NSPopover setContentSize: 240 181",
-               "MenuPopoverViewController setPreferredContentSize: 240 181",
-               "NSPopover showRelativeToRect:ofView:preferredEdge: NSStatusBarButton 1",
-               "NSWindow makeKeyWindow"}));
+    EXPECT_EQ(linesOf({"NSPopover ", "KSTMenuPopoverViewController ", "NSWindow makeKey",
+                       "NSApplication "}),
+              (Lines{"NSPopover setContentSize: 240 181",
+                     "KSTMenuPopoverViewController setPreferredContentSize: 240 181",
+                     "NSPopover showRelativeToRect:ofView:preferredEdge: NSStatusBarButton 1",
+                     "NSWindow makeKeyWindow"}));
 }
 
 TEST_F(PopoverTest, ItsSizesFollowTheNumberOfItemsAtEachOpening) {
@@ -58,9 +58,9 @@ TEST_F(PopoverTest, ItFollowsTheNumberOfItemsWhileItIsOpen) {
     EXPECT_EQ(recording::shownPopover(), popover);
     // Neither shown anew nor its animation switched: the system moves it to the new size.
     EXPECT_TRUE(popover.animates);
-    EXPECT_EQ(linesOf({"NSPopover ", "MenuPopoverViewController "}),
+    EXPECT_EQ(linesOf({"NSPopover ", "KSTMenuPopoverViewController "}),
               (Lines{"NSPopover setContentSize: 240 223",
-                     "MenuPopoverViewController setPreferredContentSize: 240 223"}));
+                     "KSTMenuPopoverViewController setPreferredContentSize: 240 223"}));
 }
 
 TEST_F(PopoverTest, ASecondClickClosesItWithTheButtonAsSender) {

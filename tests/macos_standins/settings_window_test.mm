@@ -57,9 +57,9 @@ TEST_F(SettingsWindowTest, OpeningClosesThePopoverSetsThePolicyActivatesAndBuild
                "NSApplication setActivationPolicy: 0", "NSApplication activateIgnoringOtherApps: 1",
                "NSWindow initWithContentRect:styleMask:backing:defer: 0 0 520 420 15 2 0",
                "NSWindow setTitle: Kestrel",
-               "NSWindow setContentViewController: SettingsViewController",
+               "NSWindow setContentViewController: KSTSettingsViewController",
                "NSWindow setReleasedWhenClosed: 0", "NSWindow center",
-               "NSWindow setDelegate: AppDelegate", "NSWindow makeKeyAndOrderFront: nil"}));
+               "NSWindow setDelegate: KSTAppDelegate", "NSWindow makeKeyAndOrderFront: nil"}));
     EXPECT_EQ(recording::activationPolicy(), NSApplicationActivationPolicyRegular);
 }
 

@@ -19,7 +19,7 @@ const Lines startUpCalls{"NSUbiquitousKeyValueStore ",
                          "NSImage imageWithSymbolConfiguration: 14 0",
                          "NSImage setTemplate:",
                          "NSStatusBarButton ",
-                         "MenuPopoverViewController ",
+                         "KSTMenuPopoverViewController ",
                          "NSPopover "};
 
 /// Ends the event loop from inside it.
@@ -55,7 +55,7 @@ TEST_F(StartUpTest, TheEntryRunsTheApplicationWithItsDelegate) {
         stop();
     });
     EXPECT_EQ(kestrelMain(), 0);
-    EXPECT_TRUE([delegateWhileRunning isKindOfClass:[ShellDelegate class]]);
+    EXPECT_TRUE([delegateWhileRunning isKindOfClass:[KSTAppDelegate class]]);
     EXPECT_EQ(statusItems, 1U);
     EXPECT_EQ(mainMenu.numberOfItems, 3);
     EXPECT_EQ(calls,
@@ -66,11 +66,11 @@ TEST_F(StartUpTest, TheEntryRunsTheApplicationWithItsDelegate) {
                      "square.grid.2x2 Kestrel",
                      "NSImage imageWithSymbolConfiguration: 14 0",
                      "NSStatusBarButton setImage: square.grid.2x2", "NSImage setTemplate: 1",
-                     "NSStatusBarButton setTarget: AppDelegate",
+                     "NSStatusBarButton setTarget: KSTAppDelegate",
                      "NSStatusBarButton setAction: statusBarButtonClicked:",
                      "NSStatusBarButton sendActionOn: 4",
-                     "MenuPopoverViewController setPreferredContentSize: 240 181",
-                     "NSPopover setContentViewController: MenuPopoverViewController",
+                     "KSTMenuPopoverViewController setPreferredContentSize: 240 181",
+                     "NSPopover setContentViewController: KSTMenuPopoverViewController",
                      "NSPopover setContentSize: 240 181", "NSPopover setBehavior: 1",
                      "NSPopover setAnimates: 1"}));
 }
@@ -99,7 +99,7 @@ TEST_F(StartUpTest, AMissingSymbolLeavesTheButtonWithItsAction) {
     launch();
     EXPECT_EQ(button().image, nil);
     EXPECT_EQ(linesOf({"NSImage setTemplate:", "NSStatusBarButton "}),
-              (Lines{"NSStatusBarButton setTarget: AppDelegate",
+              (Lines{"NSStatusBarButton setTarget: KSTAppDelegate",
                      "NSStatusBarButton setAction: statusBarButtonClicked:",
                      "NSStatusBarButton sendActionOn: 4"}));
     EXPECT_TRUE(recording::click(button()));
@@ -116,7 +116,7 @@ TEST_F(StartUpTest, AnItemWithoutButtonIsTolerated) {
     recording::reset();
     EXPECT_TRUE([delegate applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]);
     EXPECT_EQ(recording::shownPopover(), nil);
-    EXPECT_EQ(linesOf({"NSPopover ", "MenuPopoverViewController ", "NSWindow "}), Lines{});
+    EXPECT_EQ(linesOf({"NSPopover ", "KSTMenuPopoverViewController ", "NSWindow "}), Lines{});
 }
 
 TEST_F(StartUpTest, AStoredListArrivesOneTurnAfterConstruction) {

@@ -2,8 +2,8 @@
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/popover_list_view.h"
+#include "tests/macos/views_support.h"
 #include "tests/macos_standins/app_fixture.h"
-#include "tests/macos_standins/views_support.h"
 
 namespace kestrel::tests {
 namespace {
@@ -24,7 +24,7 @@ class WholeProgramTest : public AppFixture {
     static NSView* popoverView() { return recording::shownPopover().contentViewController.view; }
 
     static void clickRow(NSUInteger position) {
-        PopoverRowView* const row = findView<PopoverListView>(popoverView()).rows[position];
+        KSTPopoverRowView* const row = findView<KSTPopoverListView>(popoverView()).rows[position];
         NSWindow* const window = row.window;
         const NSPoint point = [row convertPoint:NSMakePoint(20, 10) toView:nil];
         [row mouseDown:mouseEvent(NSEventTypeLeftMouseDown, point, window)];
@@ -91,7 +91,7 @@ TEST_F(WholeProgramTest, AnItemAddedInTheSheetIsSavedInBothStoresAndShownInThePo
     EXPECT_NE(storedLocally()->find("Added"), std::string::npos);
     EXPECT_EQ(storedInCloud(), storedLocally());
     recording::click(button());
-    EXPECT_EQ(findView<PopoverListView>(popoverView()).rows.count, 4U);
+    EXPECT_EQ(findView<KSTPopoverListView>(popoverView()).rows.count, 4U);
 }
 
 TEST_F(WholeProgramTest, ClosingTheWindowWithASheetOpenDropsBoth) {

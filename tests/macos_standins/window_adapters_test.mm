@@ -7,7 +7,7 @@
 #include <algorithm>
 
 /// A view of 10 by 10 points.
-@interface SmallViewController : NSViewController <ViewStateOwner>
+@interface SmallViewController : NSViewController <KSTViewStateOwner>
 @property(nonatomic) NSInteger discards;
 @end
 

@@ -7,7 +7,7 @@
 
 #include "platform/popover.h"
 
-@class PopoverDelegate;
+@class KSTPopoverDelegate;
 
 namespace kestrel::macos_shell {
 
@@ -17,7 +17,7 @@ class AppKitStatusItem;
 class AppKitPopover final : public Popover {
   public:
     /// `size` is the content's until it is shown. `statusItem` outlives the popover.
-    AppKitPopover(NSViewController<ViewStateOwner>* content, Size size,
+    AppKitPopover(NSViewController<KSTViewStateOwner>* content, Size size,
                   const AppKitStatusItem& statusItem);
 
     /// Closes the popover. The core's view dies with it, even where the system still holds
@@ -35,9 +35,9 @@ class AppKitPopover final : public Popover {
     void applySize(Size size);
 
     const AppKitStatusItem& statusItem_;
-    NSViewController<ViewStateOwner>* content_;
+    NSViewController<KSTViewStateOwner>* content_;
     NSPopover* popover_;
-    PopoverDelegate* delegate_; // the popover holds it weakly
+    KSTPopoverDelegate* delegate_; // the popover holds it weakly
 };
 
 } // namespace kestrel::macos_shell

@@ -5,12 +5,12 @@
 /// Keeps the popover open while a mouse button goes down on the icon that it hangs on. Otherwise
 /// its transient behaviour closes it there, and the action that comes when the button goes up
 /// finds it closed and opens it again: a second click would never close it.
-@interface PopoverDelegate : NSObject <NSPopoverDelegate>
+@interface KSTPopoverDelegate : NSObject <NSPopoverDelegate>
 @property(nonatomic, weak) NSStatusBarButton* button;
 @property(nonatomic) BOOL isAskedToClose; ///< the program itself closes the popover
 @end
 
-@implementation PopoverDelegate
+@implementation KSTPopoverDelegate
 
 - (BOOL)popoverShouldClose:(NSPopover*)popover {
     (void)popover;
@@ -24,9 +24,9 @@
 
 namespace kestrel::macos_shell {
 
-AppKitPopover::AppKitPopover(NSViewController<ViewStateOwner>* content, Size size,
+AppKitPopover::AppKitPopover(NSViewController<KSTViewStateOwner>* content, Size size,
                              const AppKitStatusItem& statusItem)
-    : statusItem_(statusItem), content_(content), delegate_([[PopoverDelegate alloc] init]) {
+    : statusItem_(statusItem), content_(content), delegate_([[KSTPopoverDelegate alloc] init]) {
     const NSSize contentSize = NSMakeSize(size.width, size.height);
     content_.preferredContentSize = contentSize;
     popover_ = [[NSPopover alloc] init];
@@ -70,7 +70,7 @@ void AppKitPopover::applySize(Size size) {
 }
 
 void AppKitPopover::close() {
-    PopoverDelegate* const delegate = delegate_; // closing may end this popover
+    KSTPopoverDelegate* const delegate = delegate_; // closing may end this popover
     delegate.isAskedToClose = YES;
     [popover_ performClose:statusItem_.clickedButton()];
     delegate.isAskedToClose = NO;

@@ -19,7 +19,7 @@ class AppKitSettingsWindow final : public Window {
   public:
     /// Not shown yet, in the middle of the screen. Its content is `contentSize`, whatever the size
     /// of the controller's view is. Does not keep `delegate` alive.
-    AppKitSettingsWindow(NSViewController<ViewStateOwner>* content, Size contentSize,
+    AppKitSettingsWindow(NSViewController<KSTViewStateOwner>* content, Size contentSize,
                          std::string_view title, id<NSWindowDelegate> delegate);
 
     /// The core's view dies with it, even where the system still holds `content`.
@@ -33,7 +33,7 @@ class AppKitSettingsWindow final : public Window {
     std::weak_ptr<AppKitSettingsWindow> weak() const { return anchor_.weak(); }
 
   private:
-    NSViewController<ViewStateOwner>* content_;
+    NSViewController<KSTViewStateOwner>* content_;
     NSWindow* window_;
     WeakAnchor<AppKitSettingsWindow> anchor_{*this};
 };

@@ -6,7 +6,7 @@
 
 namespace kestrel::macos_shell {
 
-AppKitSettingsWindow::AppKitSettingsWindow(NSViewController<ViewStateOwner>* content,
+AppKitSettingsWindow::AppKitSettingsWindow(NSViewController<KSTViewStateOwner>* content,
                                            Size contentSize, std::string_view title,
                                            id<NSWindowDelegate> delegate)
     : content_(content),

@@ -14,7 +14,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 /// Receives the action of the status item's button.
-@protocol StatusBarButtonTarget
+@protocol KSTStatusBarButtonTarget
 - (void)statusBarButtonClicked:(NSStatusBarButton*)sender;
 @end
 
@@ -26,7 +26,7 @@ class AppKitStatusItem final : public StatusItem {
     /// In the bar from now on; without an image where the system has no such symbol. Does not keep
     /// `target` alive; clicks do nothing once it is gone.
     AppKitStatusItem(std::string_view symbol, std::string_view description,
-                     id<StatusBarButtonTarget> _Nullable target, std::function<void()> onClick);
+                     id<KSTStatusBarButtonTarget> _Nullable target, std::function<void()> onClick);
     ~AppKitStatusItem() override;
     AppKitStatusItem(const AppKitStatusItem&) = delete;
     AppKitStatusItem& operator=(const AppKitStatusItem&) = delete;

@@ -26,7 +26,8 @@ void showSymbol(NSStatusBarButton* button, NSString* name, NSString* description
 } // namespace
 
 AppKitStatusItem::AppKitStatusItem(std::string_view symbol, std::string_view description,
-                                   id<StatusBarButtonTarget> target, std::function<void()> onClick)
+                                   id<KSTStatusBarButtonTarget> target,
+                                   std::function<void()> onClick)
     : item_([NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength]),
       onClick_(std::move(onClick)) {
     NSStatusBarButton* const button = item_.button;

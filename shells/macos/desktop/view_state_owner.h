@@ -3,7 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
-@protocol ViewStateOwner <NSObject>
+@protocol KSTViewStateOwner <NSObject>
 
 /// Destroys the state now, whoever else still holds the controller; a sheet that it shows goes as
 /// well. Afterwards the controller does nothing. May be called again.

@@ -7,12 +7,12 @@
 
 /// Hears of changes that other machines made. Every notification is the same to it, whatever
 /// reason and keys it names.
-@interface ICloudChangeObserver : NSObject
+@interface KSTICloudChangeObserver : NSObject
 - (instancetype)initWithHandler:(std::function<void()>)handler;
 - (void)handleICloudChange:(NSNotification*)notification;
 @end
 
-@implementation ICloudChangeObserver {
+@implementation KSTICloudChangeObserver {
     std::function<void()> _handler;
 }
 
@@ -66,7 +66,7 @@ CloudKeyValueStore* ICloud::defaultStore() {
 }
 
 void ICloud::addExternalChangeObserver(std::function<void()> handler) {
-    [observers_ addObject:[[ICloudChangeObserver alloc] initWithHandler:std::move(handler)]];
+    [observers_ addObject:[[KSTICloudChangeObserver alloc] initWithHandler:std::move(handler)]];
 }
 
 } // namespace kestrel::macos_shell

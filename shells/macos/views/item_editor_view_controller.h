@@ -7,7 +7,7 @@
 
 #include <memory>
 
-@interface ItemEditorViewController : NSViewController
+@interface KSTItemEditorViewController : NSViewController
 
 /// Owns `form`, which is not null and whose `dismiss` is set. The form may be dismissed, and this
 /// controller be let go, in any action of the user's.

@@ -1,5 +1,7 @@
 #include "shells/macos/views/item_editor_view_controller.h"
 
+#import <objc/runtime.h>
+
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/kit/redraw_schedule.h"
@@ -16,7 +18,7 @@ using namespace kestrel;
 using namespace kestrel::macos_shell;
 namespace form_style = kestrel::add_edit_item_style;
 
-@interface ItemEditorViewController () <NSTextFieldDelegate>
+@interface KSTItemEditorViewController () <NSTextFieldDelegate>
 - (NSView*)makeColumn;
 - (NSView*)makeTitleRow;
 - (NSView*)makeTypeRow;
@@ -80,7 +82,7 @@ std::size_t segmentOf(ItemType type) {
 
 } // namespace
 
-@implementation ItemEditorViewController {
+@implementation KSTItemEditorViewController {
     std::unique_ptr<AddEditItemView> _form;
     NSSegmentedControl* _typeControl;
     NSTextField* _pathLabel;
@@ -95,7 +97,7 @@ std::size_t segmentOf(ItemType type) {
 - (instancetype)initWithForm:(std::unique_ptr<AddEditItemView>)form {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _form = std::move(form);
-        __weak ItemEditorViewController* weakSelf = self;
+        __weak KSTItemEditorViewController* weakSelf = self;
         _redraws.emplace(_form->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
     }
     return self;
@@ -114,7 +116,7 @@ std::size_t segmentOf(ItemType type) {
     NSView* const typeRow = [self makeTypeRow];
     _pathRow = [self makePathRow];
     _commandRow = [self makeCommandRow];
-    RoundedFillView* const divider = [[RoundedFillView alloc] initWithFrame:NSZeroRect];
+    KSTRoundedFillView* const divider = [[KSTRoundedFillView alloc] initWithFrame:NSZeroRect];
     NSStackView* const column = columnOf(
         @[ header, titleRow, typeRow, _pathRow, _commandRow, divider, [self makeButtonRow] ]);
     [[divider.heightAnchor constraintEqualToConstant:form_style::dividerHeight] setActive:YES];
@@ -243,12 +245,12 @@ std::size_t segmentOf(ItemType type) {
     doCommandBySelector:(SEL)commandSelector {
     (void)control;
     (void)textView;
-    if (isSameSelector(commandSelector, @selector(cancelOperation:))) {
+    if (sel_isEqual(commandSelector, @selector(cancelOperation:))) {
         [self cancel:nil];
         return YES;
     }
     // Plain Return does nothing: it neither submits the form nor ends the editing.
-    return isSameSelector(commandSelector, @selector(insertNewline:));
+    return sel_isEqual(commandSelector, @selector(insertNewline:));
 }
 
 - (void)typeChosen:(NSSegmentedControl*)sender {

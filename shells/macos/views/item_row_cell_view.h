@@ -6,7 +6,7 @@
 
 #include "views/settings/item_row.h"
 
-@interface ItemRowCellView : NSTableCellView
+@interface KSTItemRowCellView : NSTableCellView
 
 /// Shows `row`, with `icon` as the item's picture. Whether the pointer is inside is known here and
 /// replaces what `row` says.

@@ -35,7 +35,7 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 
 } // namespace
 
-@interface ItemRowCellView ()
+@interface KSTItemRowCellView ()
 - (void)addParts;
 - (NSPopUpButton*)makeActionsButton;
 - (NSMenu*)makeActionsMenu;
@@ -46,12 +46,12 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 - (void)deleteChosen:(id)sender;
 @end
 
-@implementation ItemRowCellView {
+@implementation KSTItemRowCellView {
     ItemRow _row;
-    ItemPictureView* _picture;
+    KSTItemPictureView* _picture;
     NSTextField* _title;
     NSTextField* _detail;
-    RoundedFillView* _badge;
+    KSTRoundedFillView* _badge;
     NSTextField* _badgeText;
     NSTrackingArea* _trackingArea;
 }
@@ -63,15 +63,15 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 }
 
 - (void)addParts {
-    _picture = [[ItemPictureView alloc] initWithFrame:NSZeroRect];
+    _picture = [[KSTItemPictureView alloc] initWithFrame:NSZeroRect];
     _title = paragraphLabel(@"", row_style::title);
     _detail = lineLabel(@"", row_style::detail);
     _detail.maximumNumberOfLines = row_style::detailLineLimit;
     _detail.lineBreakMode = NSLineBreakByTruncatingMiddle;
     _actions = [self makeActionsButton];
-    _badge = [[RoundedFillView alloc] initWithFrame:NSZeroRect
-                                              color:colorFor(row_style::badge::background)
-                                             radius:row_style::badge::radius];
+    _badge = [[KSTRoundedFillView alloc] initWithFrame:NSZeroRect
+                                                 color:colorFor(row_style::badge::background)
+                                                radius:row_style::badge::radius];
     _badgeText = lineLabel(@"", row_style::badge::text);
     [_badge addSubview:_badgeText];
     for (NSView* part in @[ _picture, _title, _detail, _actions, _badge ])

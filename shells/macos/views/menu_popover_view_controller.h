@@ -10,7 +10,7 @@
 
 #include <memory>
 
-@interface MenuPopoverViewController : NSViewController <ViewStateOwner>
+@interface KSTMenuPopoverViewController : NSViewController <KSTViewStateOwner>
 
 /// Owns `view`, which is not null.
 - (instancetype)initWithMenuPopoverView:(std::unique_ptr<kestrel::MenuPopoverView>)view

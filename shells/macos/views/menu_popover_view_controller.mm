@@ -22,10 +22,10 @@ namespace popover_style = kestrel::menu_popover_style;
 
 /// The whole view. It takes the keys as long as none of the buttons does, and passes them on to
 /// its controller, the next responder.
-@interface MenuPopoverContentView : NSView
+@interface KSTMenuPopoverContentView : NSView
 @end
 
-@implementation MenuPopoverContentView
+@implementation KSTMenuPopoverContentView
 
 - (BOOL)acceptsFirstResponder {
     return YES;
@@ -33,7 +33,8 @@ namespace popover_style = kestrel::menu_popover_style;
 
 @end
 
-@interface MenuPopoverViewController () <PopoverRowViewDelegate, NSStandardKeyBindingResponding>
+@interface KSTMenuPopoverViewController () <KSTPopoverRowViewDelegate,
+                                            NSStandardKeyBindingResponding>
 - (void)updateNow;
 - (void)showRows;
 - (void)connectKeyViews;
@@ -50,18 +51,18 @@ namespace popover_style = kestrel::menu_popover_style;
 
 namespace {
 
-FaceButton* footerButton(const popover_style::footer::Button& button, id target, SEL action) {
+KSTFaceButton* footerButton(const popover_style::footer::Button& button, id target, SEL action) {
     const ButtonFace face{.symbol = button.symbol,
                           .title = button.title,
                           .titleStyle = button.titleStyle,
                           .axis = ButtonFace::Axis::horizontal,
                           .spacing = popover_style::footer::buttonSpacing};
-    return [[FaceButton alloc] initWithFace:face target:target action:action];
+    return [[KSTFaceButton alloc] initWithFace:face target:target action:action];
 }
 
-CenteredColumnView* emptyStateView(NSRect frame) {
+KSTCenteredColumnView* emptyStateView(NSRect frame) {
     namespace state = popover_style::empty_state;
-    CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
+    KSTCenteredColumnView* const column = [[KSTCenteredColumnView alloc] initWithFrame:frame];
     [column addView:symbolView(state::symbol) gapAbove:0];
     [column addView:lineLabel(textFor(state::title), state::titleStyle) gapAbove:state::spacing];
     [column
@@ -72,12 +73,12 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 } // namespace
 
-@implementation MenuPopoverViewController {
+@implementation KSTMenuPopoverViewController {
     std::unique_ptr<MenuPopoverView> _state;
     NSScrollView* _scrollView;
-    PopoverListView* _list;
-    CenteredColumnView* _emptyState;
-    NSArray<FaceButton*>* _footerButtons;
+    KSTPopoverListView* _list;
+    KSTCenteredColumnView* _emptyState;
+    NSArray<KSTFaceButton*>* _footerButtons;
     std::optional<std::uint64_t> _shownRevision; // of the items
     std::optional<RedrawSchedule> _redraws;
 }
@@ -85,7 +86,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (instancetype)initWithMenuPopoverView:(std::unique_ptr<MenuPopoverView>)view {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _state = std::move(view);
-        __weak MenuPopoverViewController* weakSelf = self;
+        __weak KSTMenuPopoverViewController* weakSelf = self;
         _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
     }
     return self;
@@ -106,7 +107,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 - (void)loadView {
     const NSSize size = sizeFor(popover_style::contentSize(_state->items().size()));
     NSView* const root =
-        [[MenuPopoverContentView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
+        [[KSTMenuPopoverContentView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
     [self addContentTo:root];
     [self addFooterTo:root];
     self.view = root;
@@ -124,14 +125,14 @@ CenteredColumnView* emptyStateView(NSRect frame) {
         view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
         [root addSubview:view];
     }
-    RoundedFillView* const divider = [[RoundedFillView alloc]
+    KSTRoundedFillView* const divider = [[KSTRoundedFillView alloc]
         initWithFrame:NSMakeRect(0, dividerY, size.width, popover_style::dividerHeight)];
     divider.autoresizingMask = NSViewWidthSizable | NSViewMaxYMargin;
     [root addSubview:divider];
 }
 
 - (NSScrollView*)makeListIn:(NSRect)frame {
-    _list = [[PopoverListView alloc] initWithFrame:frame];
+    _list = [[KSTPopoverListView alloc] initWithFrame:frame];
     NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
     scrollView.hasVerticalScroller = NO;
     scrollView.hasHorizontalScroller = NO;
@@ -147,9 +148,10 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)addFooterTo:(NSView*)root {
     namespace footer = popover_style::footer;
-    FaceButton* const settings = footerButton(footer::settings, self, @selector(settingsClicked:));
-    FaceButton* const quit = footerButton(footer::quit, self, @selector(quitClicked:));
-    const auto place = [&](FaceButton* button, CGFloat x, NSAutoresizingMaskOptions margin) {
+    KSTFaceButton* const settings =
+        footerButton(footer::settings, self, @selector(settingsClicked:));
+    KSTFaceButton* const quit = footerButton(footer::quit, self, @selector(quitClicked:));
+    const auto place = [&](KSTFaceButton* button, CGFloat x, NSAutoresizingMaskOptions margin) {
         // As high as the footer, so that a click need not hit the text.
         button.frame = NSMakeRect(x, 0, button.frame.size.width, footer::height);
         button.autoresizingMask = NSViewMaxYMargin | margin;
@@ -158,9 +160,9 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     place(settings, footer::padding.left, NSViewMaxXMargin);
     const CGFloat right = root.bounds.size.width - footer::padding.right;
     place(quit, right - quit.frame.size.width, NSViewMinXMargin);
-    __weak MenuPopoverViewController* weakSelf = self;
+    __weak KSTMenuPopoverViewController* weakSelf = self;
     _footerButtons = @[ settings, quit ];
-    for (FaceButton* button in _footerButtons)
+    for (KSTFaceButton* button in _footerButtons)
         button.onFocusChange = ^(BOOL hasFocus) {
             [weakSelf footerHasFocus:hasFocus];
         };
@@ -175,14 +177,14 @@ CenteredColumnView* emptyStateView(NSRect frame) {
     if (std::exchange(_shownRevision, revision) != revision)
         [self showRows];
     const std::optional<std::size_t> hovered = _state->hoveredRow();
-    for (PopoverRowView* row in _list.rows)
+    for (KSTPopoverRowView* row in _list.rows)
         row.highlighted = hovered == row.position;
 }
 
 - (void)showRows {
     const std::size_t count = _state->items().size();
     [_list setRowCount:count delegate:self];
-    for (PopoverRowView* row in _list.rows) {
+    for (KSTPopoverRowView* row in _list.rows) {
         const ItemRowView value = _state->row(row.position);
         [row showRow:value icon:itemIconImage(_state->manager().icon(value.item))];
     }
@@ -206,7 +208,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 // Now, because a window that comes onto the screen makes a loop of its own.
 - (void)connectKeyViews {
     NSView* last = self.view;
-    for (FaceButton* button in _footerButtons) {
+    for (KSTFaceButton* button in _footerButtons) {
         last.nextKeyView = button;
         last = button;
     }
@@ -230,20 +232,20 @@ CenteredColumnView* emptyStateView(NSRect frame) {
 // From a button of the footer: the mark goes where the user acts.
 - (void)takeKeys {
     NSWindow* const window = self.view.window;
-    if ([window.firstResponder isKindOfClass:FaceButton.class])
+    if ([window.firstResponder isKindOfClass:KSTFaceButton.class])
         [window makeFirstResponder:self.view];
 }
 
 // ---- the pointer
 
-- (void)pointerEnteredRow:(PopoverRowView*)row {
+- (void)pointerEnteredRow:(KSTPopoverRowView*)row {
     if (!_state)
         return;
     [self takeKeys];
     _state->pointerEntered(row.position);
 }
 
-- (void)pointerLeftRow:(PopoverRowView*)row {
+- (void)pointerLeftRow:(KSTPopoverRowView*)row {
     if (_state)
         _state->pointerLeft(row.position);
 }
@@ -256,7 +258,7 @@ CenteredColumnView* emptyStateView(NSRect frame) {
         return;
     const NSPoint point = [_list convertPoint:window.mouseLocationOutsideOfEventStream
                                      fromView:nil];
-    PopoverRowView* const row =
+    KSTPopoverRowView* const row =
         NSPointInRect(point, _list.visibleRect) ? [_list rowAtPoint:point] : nil;
     if (row)
         [self pointerEnteredRow:row];

@@ -7,18 +7,18 @@
 #import "shells/macos/views/popover_row_view.h"
 
 /// A document view; its width is its scroll view's.
-@interface PopoverListView : NSView
+@interface KSTPopoverListView : NSView
 
 /// Makes as many rows as there are items, on frames of the right size. Every row then has to be
 /// shown anew.
-- (void)setRowCount:(NSUInteger)count delegate:(id<PopoverRowViewDelegate>)delegate;
+- (void)setRowCount:(NSUInteger)count delegate:(id<KSTPopoverRowViewDelegate>)delegate;
 
-@property(nonatomic, readonly) NSArray<PopoverRowView*>* rows;
+@property(nonatomic, readonly) NSArray<KSTPopoverRowView*>* rows;
 
 /// Scrolls as little as needed; the list's first and last row come with the padding beside them.
 - (void)scrollToRow:(NSUInteger)position;
 
 /// The row at a point in this view's coordinates; nil between and beside the rows.
-- (PopoverRowView*)rowAtPoint:(NSPoint)point;
+- (KSTPopoverRowView*)rowAtPoint:(NSPoint)point;
 
 @end

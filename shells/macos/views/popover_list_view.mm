@@ -6,8 +6,8 @@
 
 namespace popover_style = kestrel::menu_popover_style;
 
-@implementation PopoverListView {
-    NSMutableArray<PopoverRowView*>* _rows;
+@implementation KSTPopoverListView {
+    NSMutableArray<KSTPopoverRowView*>* _rows;
 }
 
 - (instancetype)initWithFrame:(NSRect)frame {
@@ -22,7 +22,7 @@ namespace popover_style = kestrel::menu_popover_style;
     return self;
 }
 
-- (NSArray<PopoverRowView*>*)rows {
+- (NSArray<KSTPopoverRowView*>*)rows {
     return _rows;
 }
 
@@ -30,7 +30,7 @@ namespace popover_style = kestrel::menu_popover_style;
     return YES;
 }
 
-- (void)setRowCount:(NSUInteger)count delegate:(id<PopoverRowViewDelegate>)delegate {
+- (void)setRowCount:(NSUInteger)count delegate:(id<KSTPopoverRowViewDelegate>)delegate {
     while (_rows.count > count) {
         [_rows.lastObject removeFromSuperview];
         [_rows removeLastObject];
@@ -40,7 +40,7 @@ namespace popover_style = kestrel::menu_popover_style;
     while (_rows.count < count) {
         const CGFloat top =
             padding.top + static_cast<CGFloat>(_rows.count) * popover_style::rowHeight;
-        PopoverRowView* const row = [[PopoverRowView alloc]
+        KSTPopoverRowView* const row = [[KSTPopoverRowView alloc]
             initWithFrame:NSMakeRect(padding.left, top, width - padding.left - padding.right,
                                      popover_style::rowHeight)];
         row.autoresizingMask = NSViewWidthSizable;
@@ -56,12 +56,12 @@ namespace popover_style = kestrel::menu_popover_style;
 - (void)scrollToRow:(NSUInteger)position {
     if (position >= _rows.count)
         return;
-    PopoverRowView* const row = _rows[position];
+    KSTPopoverRowView* const row = _rows[position];
     [self scrollRectToVisible:NSInsetRect(row.frame, 0, -popover_style::listPadding.top)];
 }
 
-- (PopoverRowView*)rowAtPoint:(NSPoint)point {
-    for (PopoverRowView* row in _rows)
+- (KSTPopoverRowView*)rowAtPoint:(NSPoint)point {
+    for (KSTPopoverRowView* row in _rows)
         if (NSPointInRect(point, row.frame))
             return row;
     return nil;

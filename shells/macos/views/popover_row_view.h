@@ -6,16 +6,16 @@
 
 #include "views/popover/item_row_view.h"
 
-@class PopoverRowView;
+@class KSTPopoverRowView;
 
-@protocol PopoverRowViewDelegate <NSObject>
-- (void)pointerEnteredRow:(PopoverRowView*)row;
-- (void)pointerLeftRow:(PopoverRowView*)row;
+@protocol KSTPopoverRowViewDelegate <NSObject>
+- (void)pointerEnteredRow:(KSTPopoverRowView*)row;
+- (void)pointerLeftRow:(KSTPopoverRowView*)row;
 @end
 
-@interface PopoverRowView : NSView
+@interface KSTPopoverRowView : NSView
 
-@property(nonatomic, weak) id<PopoverRowViewDelegate> delegate;
+@property(nonatomic, weak) id<KSTPopoverRowViewDelegate> delegate;
 
 /// Counted from 0, in the list that is shown.
 @property(nonatomic) NSUInteger position;

@@ -14,16 +14,16 @@ using namespace kestrel;
 using namespace kestrel::macos_shell;
 namespace row_style = kestrel::menu_popover_style::row;
 
-@interface PopoverRowView ()
+@interface KSTPopoverRowView ()
 - (void)addParts;
 - (void)layOutParts;
 - (void)tap;
 @end
 
-@implementation PopoverRowView {
+@implementation KSTPopoverRowView {
     std::function<void()> _onTap;
-    RoundedFillView* _highlight;
-    ItemPictureView* _picture;
+    KSTRoundedFillView* _highlight;
+    KSTItemPictureView* _picture;
     NSTextField* _title;
     NSTrackingArea* _trackingArea;
 }
@@ -40,12 +40,12 @@ namespace row_style = kestrel::menu_popover_style::row;
 
 - (void)addParts {
     // The opacity is the view's: a colour with another opacity may no longer follow the appearance.
-    _highlight = [[RoundedFillView alloc] initWithFrame:NSZeroRect
-                                                  color:colorFor(row_style::title.color)
-                                                 radius:row_style::highlightRadius];
+    _highlight = [[KSTRoundedFillView alloc] initWithFrame:NSZeroRect
+                                                     color:colorFor(row_style::title.color)
+                                                    radius:row_style::highlightRadius];
     _highlight.alphaValue = row_style::highlightOpacity;
     _highlight.hidden = YES;
-    _picture = [[ItemPictureView alloc] initWithFrame:NSZeroRect];
+    _picture = [[KSTItemPictureView alloc] initWithFrame:NSZeroRect];
     _title = lineLabel(@"", row_style::title);
     _title.maximumNumberOfLines = row_style::titleLineLimit;
     [_title setAccessibilityElement:NO];

@@ -8,14 +8,14 @@
 
 #include "views/settings/settings_view.h"
 
-@interface SettingsListController
-    : NSObject <NSTableViewDataSource, NSTableViewDelegate, SettingsListCommands>
+@interface KSTSettingsListController
+    : NSObject <NSTableViewDataSource, NSTableViewDelegate, KSTSettingsListCommands>
 
 /// `state` lives until `detach`.
 - (instancetype)initWithState:(kestrel::SettingsView&)state NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 
-@property(nonatomic, readonly) SettingsListView* table;
+@property(nonatomic, readonly) KSTSettingsListView* table;
 
 /// Takes the list from the state; the selection is carried over by id.
 - (void)reload;

@@ -20,32 +20,32 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
 
 } // namespace
 
-@interface SettingsListController ()
-- (SettingsListView*)makeTable;
+@interface KSTSettingsListController ()
+- (KSTSettingsListView*)makeTable;
 - (std::optional<std::size_t>)positionOfRow:(NSInteger)row;
-- (void)showPosition:(std::size_t)position in:(ItemRowCellView*)cell;
+- (void)showPosition:(std::size_t)position in:(KSTItemRowCellView*)cell;
 - (void)showSelection;
 - (void)rowDoubleClicked:(id)sender;
 @end
 
-@implementation SettingsListController {
+@implementation KSTSettingsListController {
     SettingsView* _state;
     std::vector<Uuid> _shownIds; // of the rows, as the table knows them
-    ItemRowCellView* _measuringCell;
+    KSTItemRowCellView* _measuringCell;
     BOOL _isShowingState;
 }
 
 - (instancetype)initWithState:(SettingsView&)state {
     if ((self = [super init])) {
         _state = &state;
-        _measuringCell = [[ItemRowCellView alloc] initWithFrame:NSZeroRect];
+        _measuringCell = [[KSTItemRowCellView alloc] initWithFrame:NSZeroRect];
         _table = [self makeTable];
     }
     return self;
 }
 
-- (SettingsListView*)makeTable {
-    SettingsListView* const table = [[SettingsListView alloc] initWithFrame:NSZeroRect];
+- (KSTSettingsListView*)makeTable {
+    KSTSettingsListView* const table = [[KSTSettingsListView alloc] initWithFrame:NSZeroRect];
     NSTableColumn* const column = [[NSTableColumn alloc] initWithIdentifier:rowIdentifier];
     column.resizingMask = NSTableColumnAutoresizingMask;
     [table addTableColumn:column];
@@ -89,8 +89,8 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     for (NSInteger row = 0; row < _table.numberOfRows; ++row) {
         NSView* const view = [_table viewAtColumn:0 row:row makeIfNecessary:NO];
         const auto position = [self positionOfRow:row];
-        if (position && [view isKindOfClass:ItemRowCellView.class])
-            [self showPosition:*position in:static_cast<ItemRowCellView*>(view)];
+        if (position && [view isKindOfClass:KSTItemRowCellView.class])
+            [self showPosition:*position in:static_cast<KSTItemRowCellView*>(view)];
     }
     [self showSelection];
 }
@@ -112,7 +112,7 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     return items.positionOf(id);
 }
 
-- (void)showPosition:(std::size_t)position in:(ItemRowCellView*)cell {
+- (void)showPosition:(std::size_t)position in:(KSTItemRowCellView*)cell {
     const ItemRow row = _state->row(position);
     [cell showRow:row icon:itemIconImage(_state->manager().icon(row.item))];
 }
@@ -126,9 +126,9 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     viewForTableColumn:(NSTableColumn*)tableColumn
                    row:(NSInteger)row {
     (void)tableColumn;
-    ItemRowCellView* cell = [tableView makeViewWithIdentifier:rowIdentifier owner:self];
+    KSTItemRowCellView* cell = [tableView makeViewWithIdentifier:rowIdentifier owner:self];
     if (!cell) {
-        cell = [[ItemRowCellView alloc] initWithFrame:NSZeroRect];
+        cell = [[KSTItemRowCellView alloc] initWithFrame:NSZeroRect];
         cell.identifier = rowIdentifier;
     }
     if (const auto position = [self positionOfRow:row])

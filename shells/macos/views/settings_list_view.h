@@ -8,7 +8,7 @@
 #include "views/settings/settings_view.h"
 
 /// What the keys ask for; each but the last two about the selected row.
-@protocol SettingsListCommands <NSObject>
+@protocol KSTSettingsListCommands <NSObject>
 - (void)deleteSelectedRow;
 - (void)moveSelectedRow:(kestrel::SettingsView::Direction)direction;
 - (void)editSelectedRow;
@@ -16,9 +16,9 @@
 - (void)typed:(NSString*)text;
 @end
 
-@interface SettingsListView : NSTableView <NSMenuItemValidation>
+@interface KSTSettingsListView : NSTableView <NSMenuItemValidation>
 
-@property(nonatomic, weak) id<SettingsListCommands> commands;
+@property(nonatomic, weak) id<KSTSettingsListCommands> commands;
 
 /// The Edit menu's command.
 - (IBAction)delete:(id)sender;

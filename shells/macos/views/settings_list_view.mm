@@ -1,6 +1,6 @@
 #include "shells/macos/views/settings_list_view.h"
 
-#include "shells/macos/views/kit/style_bridge.h"
+#import <objc/runtime.h>
 
 namespace {
 
@@ -28,11 +28,11 @@ NSString* lettersOf(NSEvent* event) {
 
 } // namespace
 
-@interface SettingsListView ()
+@interface KSTSettingsListView ()
 - (BOOL)takesCommandKey:(NSEvent*)event;
 @end
 
-@implementation SettingsListView
+@implementation KSTSettingsListView
 
 - (void)keyDown:(NSEvent*)event {
     if ([self takesCommandKey:event])
@@ -76,8 +76,7 @@ NSString* lettersOf(NSEvent* event) {
 
 - (BOOL)validateMenuItem:(NSMenuItem*)menuItem {
     const SEL action = menuItem.action;
-    const bool isDelete =
-        action && kestrel::macos_shell::isSameSelector(action, @selector(delete:));
+    const bool isDelete = action && sel_isEqual(action, @selector(delete:));
     return !isDelete || self.selectedRow >= 0;
 }
 

@@ -7,7 +7,7 @@
 
 #include "views/settings/settings_view.h"
 
-@interface SettingsToolbarView : RoundedFillView
+@interface KSTSettingsToolbarView : KSTRoundedFillView
 
 /// Points.
 + (CGFloat)height;

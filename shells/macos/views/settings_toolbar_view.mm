@@ -9,14 +9,14 @@ using namespace kestrel;
 using namespace kestrel::macos_shell;
 namespace toolbar_style = kestrel::settings_style::toolbar;
 
-@interface SettingsToolbarView ()
+@interface KSTSettingsToolbarView ()
 - (void)addButtons;
-- (void)buttonClicked:(FaceButton*)sender;
+- (void)buttonClicked:(KSTFaceButton*)sender;
 @end
 
 namespace {
 
-FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
+KSTFaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
     const ButtonFace face{
         .symbol = {.name = button.icon, .font = toolbar_style::symbolFont},
         .title = {button.label},
@@ -24,16 +24,18 @@ FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
         .axis = ButtonFace::Axis::vertical,
         .spacing = toolbar_style::buttonSpacing,
     };
-    FaceButton* const made = [[FaceButton alloc] initWithFace:face target:target action:action];
+    KSTFaceButton* const made = [[KSTFaceButton alloc] initWithFace:face
+                                                             target:target
+                                                             action:action];
     made.toolTip = toNSString(button.label);
     return made;
 }
 
 } // namespace
 
-@implementation SettingsToolbarView {
+@implementation KSTSettingsToolbarView {
     SettingsView* _state;
-    NSMutableArray<FaceButton*>* _buttons;
+    NSMutableArray<KSTFaceButton*>* _buttons;
 }
 
 + (CGFloat)height {
@@ -55,7 +57,7 @@ FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
     const NSSize size = sizeFor(toolbar_style::buttonSize);
     CGFloat x = toolbar_style::padding.left;
     for (const ToolbarButton& button : _state->toolbarButtons()) {
-        FaceButton* const made = toolbarButton(button, self, @selector(buttonClicked:));
+        KSTFaceButton* const made = toolbarButton(button, self, @selector(buttonClicked:));
         made.frame = NSMakeRect(x, toolbar_style::padding.bottom, size.width, size.height);
         made.autoresizingMask = NSViewMaxXMargin | NSViewMinYMargin;
         made.tag = static_cast<NSInteger>(_buttons.count);
@@ -67,7 +69,7 @@ FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
 
 - (void)updateNow {
     const auto buttons = _state->toolbarButtons();
-    for (FaceButton* button in _buttons) {
+    for (KSTFaceButton* button in _buttons) {
         const bool isEnabled = buttons[static_cast<std::size_t>(button.tag)].enabled;
         button.enabled = isEnabled;
         [button
@@ -75,7 +77,7 @@ FaceButton* toolbarButton(const ToolbarButton& button, id target, SEL action) {
     }
 }
 
-- (void)buttonClicked:(FaceButton*)sender {
+- (void)buttonClicked:(KSTFaceButton*)sender {
     _state->toolbarButtons()[static_cast<std::size_t>(sender.tag)].action();
 }
 

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-@interface SettingsViewController : NSViewController <ViewStateOwner>
+@interface KSTSettingsViewController : NSViewController <KSTViewStateOwner>
 
 /// Owns `view`, which is not null.
 - (instancetype)initWithSettingsView:(std::unique_ptr<kestrel::SettingsView>)view

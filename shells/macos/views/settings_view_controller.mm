@@ -21,7 +21,7 @@
 using namespace kestrel;
 using namespace kestrel::macos_shell;
 
-@interface SettingsViewController ()
+@interface KSTSettingsViewController ()
 - (void)addContentTo:(NSView*)root;
 - (NSView*)makePlaceholder:(NSRect)frame;
 - (NSScrollView*)makeList:(NSRect)frame;
@@ -31,12 +31,12 @@ using namespace kestrel::macos_shell;
 - (void)presentForm:(std::unique_ptr<AddEditItemView>)form;
 @end
 
-@implementation SettingsViewController {
+@implementation KSTSettingsViewController {
     std::unique_ptr<SettingsView> _state;
-    SettingsToolbarView* _toolbar;
+    KSTSettingsToolbarView* _toolbar;
     NSView* _placeholder;
     NSScrollView* _list;
-    SettingsListController* _tableController;
+    KSTSettingsListController* _tableController;
     __weak NSWindow* _sheet;
     std::optional<std::uint64_t> _shownRevision; // of the items
     std::optional<RedrawSchedule> _redraws;
@@ -45,7 +45,7 @@ using namespace kestrel::macos_shell;
 - (instancetype)initWithSettingsView:(std::unique_ptr<SettingsView>)view {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _state = std::move(view);
-        __weak SettingsViewController* weakSelf = self;
+        __weak KSTSettingsViewController* weakSelf = self;
         _redraws.emplace(_state->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
     }
     return self;
@@ -79,12 +79,12 @@ using namespace kestrel::macos_shell;
 
 - (void)addContentTo:(NSView*)root {
     const NSSize size = root.bounds.size;
-    const CGFloat toolbarY = size.height - SettingsToolbarView.height;
-    _toolbar = [[SettingsToolbarView alloc]
-        initWithFrame:NSMakeRect(0, toolbarY, size.width, SettingsToolbarView.height)
+    const CGFloat toolbarY = size.height - KSTSettingsToolbarView.height;
+    _toolbar = [[KSTSettingsToolbarView alloc]
+        initWithFrame:NSMakeRect(0, toolbarY, size.width, KSTSettingsToolbarView.height)
                 state:*_state];
     const CGFloat dividerY = toolbarY - settings_style::dividerHeight;
-    RoundedFillView* const divider = [[RoundedFillView alloc]
+    KSTRoundedFillView* const divider = [[KSTRoundedFillView alloc]
         initWithFrame:NSMakeRect(0, dividerY, size.width, settings_style::dividerHeight)];
     for (NSView* view in @[ _toolbar, divider ]) {
         view.autoresizingMask = NSViewWidthSizable | NSViewMinYMargin;
@@ -101,7 +101,7 @@ using namespace kestrel::macos_shell;
 
 - (NSView*)makePlaceholder:(NSRect)frame {
     namespace placeholder = settings_style::empty_placeholder;
-    CenteredColumnView* const column = [[CenteredColumnView alloc] initWithFrame:frame];
+    KSTCenteredColumnView* const column = [[KSTCenteredColumnView alloc] initWithFrame:frame];
     [column addView:symbolView(placeholder::symbol) gapAbove:0];
     [column addView:lineLabel(textFor(placeholder::title), placeholder::titleStyle)
            gapAbove:placeholder::spacing];
@@ -114,7 +114,7 @@ using namespace kestrel::macos_shell;
 }
 
 - (NSScrollView*)makeList:(NSRect)frame {
-    _tableController = [[SettingsListController alloc] initWithState:*_state];
+    _tableController = [[KSTSettingsListController alloc] initWithState:*_state];
     NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
     scrollView.hasVerticalScroller = YES;
     scrollView.autohidesScrollers = YES;
@@ -178,16 +178,16 @@ using namespace kestrel::macos_shell;
         if (shown)
             [shown.sheetParent endSheet:shown];
     };
-    ItemEditorViewController* const editor =
-        [[ItemEditorViewController alloc] initWithForm:std::move(form)];
+    KSTItemEditorViewController* const editor =
+        [[KSTItemEditorViewController alloc] initWithForm:std::move(form)];
     sheet.contentViewController = editor;
     sheet.initialFirstResponder = editor.titleField;
     _sheet = sheet;
-    __weak SettingsViewController* weakSelf = self;
+    __weak KSTSettingsViewController* weakSelf = self;
     [self.view.window beginSheet:sheet
                completionHandler:^(NSModalResponse response) {
                    (void)response;
-                   SettingsViewController* const strongSelf = weakSelf;
+                   KSTSettingsViewController* const strongSelf = weakSelf;
                    if (strongSelf && strongSelf->_state)
                        strongSelf->_state->sheetClosed();
                    NSWindow* const closed = weakSheet;

@@ -4,7 +4,7 @@
 
 #import <AppKit/AppKit.h>
 
-@interface CenteredColumnView : NSView
+@interface KSTCenteredColumnView : NSView
 
 /// Below the views added before. The view keeps its size; `gap` is in points and counts for
 /// nothing above the first.

@@ -6,11 +6,11 @@
 
 using kestrel::macos_shell::centeredOrigin;
 
-@interface CenteredColumnView ()
+@interface KSTCenteredColumnView ()
 - (void)layOutColumn;
 @end
 
-@implementation CenteredColumnView {
+@implementation KSTCenteredColumnView {
     std::vector<CGFloat> _gaps; // above each subview
 }
 

@@ -24,7 +24,7 @@ NSButton* prominentButton(NSString* title, id target, SEL action);
 
 /// Has neither a bezel nor a background; its whole frame takes clicks, the face is centred in it.
 /// While it has the keyboard focus, Space and Return press it.
-@interface FaceButton : NSButton
+@interface KSTFaceButton : NSButton
 
 /// As large as its face.
 - (instancetype)initWithFace:(const kestrel::macos_shell::ButtonFace&)face

@@ -15,12 +15,12 @@ constexpr CGFloat ringMargin = 4; // points around the face
 
 } // namespace
 
-@interface FaceButton ()
+@interface KSTFaceButton ()
 - (NSSize)faceSize;
 - (void)layOutFace;
 @end
 
-@implementation FaceButton {
+@implementation KSTFaceButton {
     ButtonFace::Axis _axis;
     CGFloat _spacing;
 }

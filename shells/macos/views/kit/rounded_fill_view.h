@@ -3,7 +3,7 @@
 
 #import <AppKit/AppKit.h>
 
-@interface RoundedFillView : NSView
+@interface KSTRoundedFillView : NSView
 
 /// `radius` is in points; 0 for square corners.
 - (instancetype)initWithFrame:(NSRect)frame

@@ -2,7 +2,7 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-@implementation RoundedFillView
+@implementation KSTRoundedFillView
 
 - (instancetype)initWithFrame:(NSRect)frame color:(NSColor*)color radius:(CGFloat)radius {
     if ((self = [super initWithFrame:frame])) {

@@ -17,7 +17,4 @@ NSSize sizeFor(const Size& size);
 /// A localizable text in the user's language, a verbatim one as it stands.
 NSString* textFor(const style::Text& text);
 
-/// By name, which holds in every Objective-C runtime; some have several selectors of one name.
-bool isSameSelector(SEL a, SEL b);
-
 } // namespace kestrel::macos_shell

@@ -1,10 +1,6 @@
 #include "shells/macos/views/kit/style_bridge.h"
 
-#import <objc/runtime.h>
-
 #include "shells/macos/foundation/text.h"
-
-#include <string_view>
 
 namespace kestrel::macos_shell {
 
@@ -58,7 +54,5 @@ NSString* textFor(const style::Text& text) {
         return english;
     return [NSBundle.mainBundle localizedStringForKey:english value:english table:nil];
 }
-
-bool isSameSelector(SEL a, SEL b) { return std::string_view(sel_getName(a)) == sel_getName(b); }
 
 } // namespace kestrel::macos_shell

@@ -7,7 +7,7 @@
 
 /// Shows a picture stretched over its whole frame, smoothly. A template picture takes the colour
 /// of text.
-@interface ItemPictureView : NSImageView
+@interface KSTItemPictureView : NSImageView
 @end
 
 namespace kestrel::macos_shell {

@@ -6,7 +6,7 @@
 using namespace kestrel;
 using namespace kestrel::macos_shell;
 
-@implementation ItemPictureView
+@implementation KSTItemPictureView
 
 - (instancetype)initWithFrame:(NSRect)frame {
     if ((self = [super initWithFrame:frame])) {

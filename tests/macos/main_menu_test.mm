@@ -1,8 +1,14 @@
 #include "shells/macos/desktop/main_menu.h"
-#include "tests/macos_standins/macos_fixture.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
 
 namespace kestrel::tests {
 namespace {
+
+using Lines = std::vector<std::string>;
 
 /// Each item of a submenu as "key selector".
 Lines shortcutsOf(NSMenu* menu) {
@@ -16,7 +22,7 @@ Lines shortcutsOf(NSMenu* menu) {
     return lines;
 }
 
-class MainMenuTest : public MacosFixture {
+class MainMenuTest : public testing::Test {
   protected:
     NSMenu* menu = macos_shell::makeMainMenu();
 

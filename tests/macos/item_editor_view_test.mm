@@ -3,7 +3,9 @@
 #include "shells/macos/views/item_editor_view_controller.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
-#include "tests/macos_standins/views_support.h"
+#include "tests/macos/views_support.h"
+
+#include <macos-check/recording.h>
 
 #include <memory>
 #include <optional>
@@ -23,7 +25,7 @@ class MacItemEditorTest : public testing::Test {
             item, [this](LauncherItem saved) { saved_.push_back(std::move(saved)); }, openPanel_);
         form->dismiss = [this] { ++dismissals_; };
         form_ = form.get();
-        editor_ = [[ItemEditorViewController alloc] initWithForm:std::move(form)];
+        editor_ = [[KSTItemEditorViewController alloc] initWithForm:std::move(form)];
         [editor_ view];
     }
 
@@ -66,7 +68,7 @@ class MacItemEditorTest : public testing::Test {
     std::vector<LauncherItem> saved_;
     int dismissals_ = 0;
     AddEditItemView* form_ = nullptr;
-    ItemEditorViewController* editor_ = nil;
+    KSTItemEditorViewController* editor_ = nil;
 };
 
 TEST_F(MacItemEditorTest, AddingStartsEmptyWithTheAppRow) {
@@ -120,7 +122,7 @@ TEST_F(MacItemEditorTest, TheGapsAreTheStatedOnes) {
     EXPECT_EQ(column().edgeInsets.right, 24);
     EXPECT_EQ(column().edgeInsets.bottom, 24);
     EXPECT_EQ([row(3) customSpacingAfterView:pathField()], 8);
-    EXPECT_TRUE([column().arrangedSubviews[5] isKindOfClass:RoundedFillView.class]);
+    EXPECT_TRUE([column().arrangedSubviews[5] isKindOfClass:KSTRoundedFillView.class]);
 }
 
 TEST_F(MacItemEditorTest, TheCommandFieldIsMonospacedAndAllFieldsAreRounded) {
@@ -216,7 +218,7 @@ TEST_F(MacItemEditorTest, OtherKeysAreTheFieldsOwn) {
 }
 
 TEST_F(MacItemEditorTest, AFormThatGoesInItsOwnActionIsNotTouchedAgain) {
-    __weak ItemEditorViewController* weakEditor = editor_;
+    __weak KSTItemEditorViewController* weakEditor = editor_;
     form_->dismiss = [this] {
         ++dismissals_;
         editor_ = nil;

@@ -9,7 +9,9 @@
 #include "shells/macos/views/settings_list_controller.h"
 #include "shells/macos/views/settings_toolbar_view.h"
 #include "shells/macos/views/settings_view_controller.h"
-#include "tests/macos_standins/views_support.h"
+#include "tests/macos/views_support.h"
+
+#include <macos-check/recording.h>
 #include "views/accessible_texts.h"
 
 #include <memory>
@@ -30,9 +32,10 @@ class MacSettingsViewTest : public MacViewsFixture {
   protected:
     void SetUp() override {
         MacViewsFixture::SetUp();
+        recording::reset();
         auto view = std::make_unique<SettingsView>(manager, clock, openPanel_);
         view_ = view.get();
-        controller_ = [[SettingsViewController alloc] initWithSettingsView:std::move(view)];
+        controller_ = [[KSTSettingsViewController alloc] initWithSettingsView:std::move(view)];
         window_ = std::make_unique<ShownWindow>(controller_);
         [controller_ viewDidAppear];
     }
@@ -43,16 +46,18 @@ class MacSettingsViewTest : public MacViewsFixture {
         controller_ = nil;
     }
 
-    SettingsListView* table() { return findView<SettingsListView>(controller_.view); }
-    SettingsListController* tableController() { return (SettingsListController*)table().delegate; }
+    KSTSettingsListView* table() { return findView<KSTSettingsListView>(controller_.view); }
+    KSTSettingsListController* tableController() {
+        return (KSTSettingsListController*)table().delegate;
+    }
     NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
     NSWindow* sheet() { return window_->get().attachedSheet; }
 
-    ItemRowCellView* cell(NSInteger row) {
+    KSTItemRowCellView* cell(NSInteger row) {
         NSView* const view = [tableController() tableView:table()
                                        viewForTableColumn:table().tableColumns.firstObject
                                                       row:row];
-        return (ItemRowCellView*)view;
+        return (KSTItemRowCellView*)view;
     }
 
     void select(NSInteger row) {
@@ -128,7 +133,7 @@ class MacSettingsViewTest : public MacViewsFixture {
 
     FakeOpenPanel openPanel_;
     SettingsView* view_ = nullptr;
-    SettingsViewController* controller_ = nil;
+    KSTSettingsViewController* controller_ = nil;
     std::unique_ptr<ShownWindow> window_;
 };
 
@@ -138,7 +143,7 @@ TEST_F(MacSettingsViewTest, TheStripAndTheListShareTheWindow) {
     const NSSize size = controller_.view.frame.size;
     EXPECT_EQ(size.width, 520);
     EXPECT_EQ(size.height, 420);
-    SettingsToolbarView* const toolbar = findView<SettingsToolbarView>(controller_.view);
+    KSTSettingsToolbarView* const toolbar = findView<KSTSettingsToolbarView>(controller_.view);
     EXPECT_EQ(toolbar.frame.size.height, 42 + 8);
     EXPECT_EQ(toolbar.frame.origin.y, 420 - 50);
     EXPECT_TRUE([toolbar.color isEqual:NSColor.windowBackgroundColor]);
@@ -158,7 +163,7 @@ TEST_F(MacSettingsViewTest, TheWindowKeepsItsMinimumSize) {
 TEST_F(MacSettingsViewTest, TheButtonsAreFixedFacesAtTheLeft) {
     const char* const names[] = {"Add", "Edit", "Delete"};
     for (int i = 0; i < 3; ++i) {
-        FaceButton* const face = (FaceButton*)button(names[i]);
+        KSTFaceButton* const face = (KSTFaceButton*)button(names[i]);
         ASSERT_TRUE(face != nil) << names[i];
         EXPECT_EQ(face.frame.origin.x, 6 + 52 * i);
         EXPECT_EQ(face.frame.size.width, 52);
@@ -168,18 +173,19 @@ TEST_F(MacSettingsViewTest, TheButtonsAreFixedFacesAtTheLeft) {
         EXPECT_EQ(face.label.frame.origin.y - symbolEnd, 3);
     }
     EXPECT_TRUE(
-        [recording::symbolName(((FaceButton*)button("Delete")).symbol.image) isEqual:@"trash"]);
+        [recording::symbolName(((KSTFaceButton*)button("Delete")).symbol.image) isEqual:@"trash"]);
 }
 
 TEST_F(MacSettingsViewTest, EditAndDeleteNeedACommittedItem) {
     EXPECT_TRUE(button("Add").enabled);
     EXPECT_FALSE(button("Edit").enabled);
     EXPECT_FALSE(button("Delete").enabled);
-    EXPECT_TRUE([((FaceButton*)button("Edit")).label.textColor isEqual:NSColor.tertiaryLabelColor]);
+    EXPECT_TRUE(
+        [((KSTFaceButton*)button("Edit")).label.textColor isEqual:NSColor.tertiaryLabelColor]);
     select(1);
     EXPECT_TRUE(button("Edit").enabled);
     EXPECT_TRUE(button("Delete").enabled);
-    EXPECT_TRUE([((FaceButton*)button("Edit")).label.textColor isEqual:NSColor.labelColor]);
+    EXPECT_TRUE([((KSTFaceButton*)button("Edit")).label.textColor isEqual:NSColor.labelColor]);
 }
 
 TEST_F(MacSettingsViewTest, TheTableIsAnInsetSingleSelectionList) {
@@ -362,7 +368,7 @@ TEST_F(MacSettingsViewTest, TheToolbarDeletesTheCommittedItem) {
 }
 
 TEST_F(MacSettingsViewTest, DeletingTheLastItemShowsThePlaceholder) {
-    CenteredColumnView* const placeholder = findView<CenteredColumnView>(controller_.view);
+    KSTCenteredColumnView* const placeholder = findView<KSTCenteredColumnView>(controller_.view);
     NSScrollView* const list = findView<NSScrollView>(controller_.view);
     EXPECT_TRUE(placeholder.hidden);
     setItems({});
@@ -520,8 +526,8 @@ TEST_F(MacSettingsViewTest, ASheetThatTheSystemEndsHasClosedAsWell) {
 TEST_F(MacSettingsViewTest, ASheetThatIsAskedForBeforeTheWindowFollowsWithIt) {
     auto view = std::make_unique<SettingsView>(manager, clock, openPanel_);
     view->addClicked();
-    SettingsViewController* const controller =
-        [[SettingsViewController alloc] initWithSettingsView:std::move(view)];
+    KSTSettingsViewController* const controller =
+        [[KSTSettingsViewController alloc] initWithSettingsView:std::move(view)];
     [controller view];
     EXPECT_EQ(recording::count("NSWindow beginSheet:completionHandler:"), 0);
     const ShownWindow shown(controller);
@@ -576,8 +582,8 @@ TEST_F(MacSettingsViewTest, ReturnEditsTheSelectedRow) {
 }
 
 TEST_F(MacSettingsViewTest, NothingHappensAfterTheViewWasDiscarded) {
-    SettingsListView* const table = this->table();
-    ItemRowCellView* const row = cell(1);
+    KSTSettingsListView* const table = this->table();
+    KSTItemRowCellView* const row = cell(1);
     select(1);
     click(button("Add"));
     redraw();
@@ -600,7 +606,7 @@ TEST_F(MacSettingsViewTest, NothingHappensAfterTheViewWasDiscarded) {
 }
 
 TEST_F(MacSettingsViewTest, ARedrawThatIsDueEndsWithTheController) {
-    __weak SettingsViewController* weakController = nil;
+    __weak KSTSettingsViewController* weakController = nil;
     @autoreleasepool {
         weakController = controller_;
         manager.items.remove({0});

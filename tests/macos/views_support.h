@@ -8,7 +8,6 @@
 #include "tests/fakes/store_fixture.h"
 
 #include <gtest/gtest.h>
-#include <macos-check/recording.h>
 
 #include <functional>
 #include <memory>
@@ -17,13 +16,33 @@
 
 namespace kestrel::tests {
 
+/// Serves the application's events and the main queue until `condition` holds; false when it still
+/// does not after half a minute.
+inline bool runUntil(const std::function<bool()>& condition) {
+    NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:30];
+    while (!condition()) {
+        if (end.timeIntervalSinceNow <= 0)
+            return false;
+        @autoreleasepool {
+            NSEvent* const event =
+                [NSApp nextEventMatchingMask:NSEventMaskAny
+                                   untilDate:[NSDate dateWithTimeIntervalSinceNow:0.01]
+                                      inMode:NSDefaultRunLoopMode
+                                     dequeue:YES];
+            if (event)
+                [NSApp sendEvent:event];
+        }
+    }
+    return true;
+}
+
 /// Waits for the redraw that a change has put on the main queue.
 inline void redraw() {
     auto isDone = std::make_shared<bool>(false);
     dispatch_async(dispatch_get_main_queue(), ^{
         *isDone = true;
     });
-    ASSERT_TRUE(recording::runUntil([isDone] { return *isDone; }));
+    ASSERT_TRUE(runUntil([isDone] { return *isDone; }));
 }
 
 /// A text as a test prints it; "(nil)" for nil.
@@ -126,10 +145,7 @@ class MacViewsFixture : public StoreFixture {
     LauncherItem second = commandItem("Second");
     LauncherItem third = appItem("Third", "/apps/three");
 
-    void SetUp() override {
-        recording::reset();
-        setItems({first, second, third});
-    }
+    void SetUp() override { setItems({first, second, third}); }
 
     void setItems(std::vector<LauncherItem> items) {
         manager.items.assign(std::move(items));

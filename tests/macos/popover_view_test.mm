@@ -6,7 +6,9 @@
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/menu_popover_view_controller.h"
 #include "shells/macos/views/popover_list_view.h"
-#include "tests/macos_standins/views_support.h"
+#include "tests/macos/views_support.h"
+
+#include <macos-check/recording.h>
 #include "views/popover/menu_popover_style.h"
 
 #include <memory>
@@ -20,6 +22,7 @@ class MacPopoverViewTest : public MacViewsFixture {
   protected:
     void SetUp() override {
         MacViewsFixture::SetUp();
+        recording::reset();
         show();
     }
 
@@ -37,20 +40,21 @@ class MacPopoverViewTest : public MacViewsFixture {
         auto view =
             std::make_unique<MenuPopoverView>(manager, mainQueue, clock, std::move(callbacks));
         view_ = view.get();
-        controller_ = [[MenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)];
+        controller_ =
+            [[KSTMenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)];
         window_ = std::make_unique<ShownWindow>(controller_);
         [controller_ viewWillAppear];
     }
 
-    PopoverListView* list() { return findView<PopoverListView>(controller_.view); }
-    PopoverRowView* row(NSUInteger position) { return list().rows[position]; }
+    KSTPopoverListView* list() { return findView<KSTPopoverListView>(controller_.view); }
+    KSTPopoverRowView* row(NSUInteger position) { return list().rows[position]; }
     NSScrollView* scrollView() { return findView<NSScrollView>(controller_.view); }
 
     NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
 
     std::vector<std::string> shownTitles() {
         std::vector<std::string> result;
-        for (PopoverRowView* row in list().rows)
+        for (KSTPopoverRowView* row in list().rows)
             result.push_back(textOf(findView<NSTextField>(row).stringValue));
         return result;
     }
@@ -58,8 +62,8 @@ class MacPopoverViewTest : public MacViewsFixture {
     /// The row whose highlight can be seen; -1 when none can.
     long highlightedRow() {
         long result = -1;
-        for (PopoverRowView* row in list().rows) {
-            if (!findView<RoundedFillView>(row).hidden) {
+        for (KSTPopoverRowView* row in list().rows) {
+            if (!findView<KSTRoundedFillView>(row).hidden) {
                 EXPECT_EQ(result, -1) << "two rows are highlighted";
                 result = static_cast<long>(row.position);
             }
@@ -68,14 +72,14 @@ class MacPopoverViewTest : public MacViewsFixture {
     }
 
     MenuPopoverView* view_ = nullptr;
-    MenuPopoverViewController* controller_ = nil;
+    KSTMenuPopoverViewController* controller_ = nil;
     std::unique_ptr<ShownWindow> window_;
 };
 
 TEST_F(MacPopoverViewTest, ShowsTheItemsInTheirOrder) {
     EXPECT_EQ(shownTitles(), (std::vector<std::string>{"First", "Second", "Third"}));
     EXPECT_FALSE(scrollView().hidden);
-    EXPECT_TRUE(findView<CenteredColumnView>(controller_.view).hidden);
+    EXPECT_TRUE(findView<KSTCenteredColumnView>(controller_.view).hidden);
 }
 
 TEST_F(MacPopoverViewTest, TheSizesAreTheStatedOnes) {
@@ -87,15 +91,15 @@ TEST_F(MacPopoverViewTest, TheSizesAreTheStatedOnes) {
     EXPECT_FALSE(scrollView().hasVerticalScroller);
     EXPECT_FALSE(scrollView().hasHorizontalScroller);
 
-    for (PopoverRowView* row in list().rows) {
+    for (KSTPopoverRowView* row in list().rows) {
         EXPECT_EQ(row.frame.origin.y, 6 + 34 * static_cast<double>(row.position));
         EXPECT_EQ(row.frame.size.height, 34);
         EXPECT_EQ(row.frame.size.width, 240);
-        const NSRect highlight = findView<RoundedFillView>(row).frame;
+        const NSRect highlight = findView<KSTRoundedFillView>(row).frame;
         EXPECT_EQ(highlight.origin.x, 4);
         EXPECT_EQ(highlight.size.width, 232);
         EXPECT_EQ(highlight.size.height, 34);
-        const NSRect picture = findView<ItemPictureView>(row).frame;
+        const NSRect picture = findView<KSTItemPictureView>(row).frame;
         EXPECT_EQ(picture.origin.x, 12);
         EXPECT_EQ(picture.origin.y, 8);
         EXPECT_EQ(picture.size.width, 18);
@@ -119,7 +123,7 @@ TEST_F(MacPopoverViewTest, WithoutItemsTheEmptyStateShows) {
     show();
     EXPECT_EQ(controller_.view.frame.size.height, 181);
     EXPECT_TRUE(scrollView().hidden);
-    CenteredColumnView* const state = findView<CenteredColumnView>(controller_.view);
+    KSTCenteredColumnView* const state = findView<KSTCenteredColumnView>(controller_.view);
     EXPECT_FALSE(state.hidden);
     EXPECT_EQ(state.frame.size.height, 140);
     NSTextField* const title = fieldWith(state, "No items yet");
@@ -135,7 +139,7 @@ TEST_F(MacPopoverViewTest, TheEmptyStateGoesWithTheFirstItem) {
     manager.items.append(first);
     redraw();
     EXPECT_FALSE(scrollView().hidden);
-    EXPECT_TRUE(findView<CenteredColumnView>(controller_.view).hidden);
+    EXPECT_TRUE(findView<KSTCenteredColumnView>(controller_.view).hidden);
     EXPECT_EQ(shownTitles(), std::vector<std::string>{"First"});
 }
 
@@ -176,7 +180,7 @@ TEST_F(MacPopoverViewTest, ThePointerHighlightsTheRowThatItIsIn) {
 }
 
 TEST_F(MacPopoverViewTest, TheHighlightHasSmoothCornersAndIsFaint) {
-    RoundedFillView* const highlight = findView<RoundedFillView>(row(0));
+    KSTRoundedFillView* const highlight = findView<KSTRoundedFillView>(row(0));
     EXPECT_EQ(highlight.radius, 5);
     EXPECT_TRUE([highlight.color isEqual:NSColor.labelColor]);
     EXPECT_NEAR(highlight.alphaValue, 0.08, 1e-6);
@@ -226,7 +230,7 @@ TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
 }
 
 TEST_F(MacPopoverViewTest, AClickAnywhereInARowLaunchesItAndThenCloses) {
-    PopoverRowView* const second = row(1);
+    KSTPopoverRowView* const second = row(1);
     const NSPoint atTheEnd = [second convertPoint:NSMakePoint(235, 17) toView:nil];
     [second mouseDown:mouseEvent(NSEventTypeLeftMouseDown, atTheEnd, window_->get())];
     [second mouseUp:mouseEvent(NSEventTypeLeftMouseUp, atTheEnd, window_->get())];
@@ -403,7 +407,7 @@ TEST_F(MacPopoverViewTest, ClosingLeavesNoMarkOnAButton) {
 }
 
 TEST_F(MacPopoverViewTest, AButtonWithTheKeysHasARingAroundItsFace) {
-    FaceButton* const settings = (FaceButton*)button("Settings");
+    KSTFaceButton* const settings = (KSTFaceButton*)button("Settings");
     const NSRect ring = settings.focusRingMaskBounds;
     EXPECT_TRUE(NSContainsRect(ring, settings.symbol.frame));
     EXPECT_TRUE(NSContainsRect(ring, settings.label.frame));
@@ -420,7 +424,7 @@ TEST_F(MacPopoverViewTest, TheTextsAreInTheUsersLanguage) {
     show();
     NSButton* const quit = button("Beenden");
     ASSERT_TRUE(button("Einstellungen") && quit);
-    EXPECT_EQ(textOf(((FaceButton*)quit).label.stringValue), "Beenden");
+    EXPECT_EQ(textOf(((KSTFaceButton*)quit).label.stringValue), "Beenden");
     EXPECT_EQ(quit.frame.origin.x + quit.frame.size.width, 240 - 14);
     EXPECT_TRUE(fieldWith(controller_.view, "Noch keine Einträge") != nil);
     EXPECT_TRUE(fieldWith(controller_.view, "Nur in den Einstellungen.") != nil);
@@ -444,7 +448,7 @@ TEST_F(MacPopoverViewTest, AppearingTakesTheKeys) {
 }
 
 TEST_F(MacPopoverViewTest, NothingHappensAfterTheViewWasDiscarded) {
-    PopoverRowView* const second = row(1);
+    KSTPopoverRowView* const second = row(1);
     [second mouseEntered:[[NSEvent alloc] init]];
     [controller_ discardView];
     redraw();
@@ -464,7 +468,7 @@ TEST_F(MacPopoverViewTest, NothingHappensAfterTheViewWasDiscarded) {
 }
 
 TEST_F(MacPopoverViewTest, ARedrawThatIsDueEndsWithTheController) {
-    __weak MenuPopoverViewController* weakController = nil;
+    __weak KSTMenuPopoverViewController* weakController = nil;
     @autoreleasepool {
         weakController = controller_;
         manager.items.remove({0});

@@ -3,7 +3,9 @@
 #include "shells/macos/views/item_row_cell_view.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/symbol_view.h"
-#include "tests/macos_standins/views_support.h"
+#include "tests/macos/views_support.h"
+
+#include <macos-check/recording.h>
 
 namespace kestrel::tests {
 namespace {
@@ -21,14 +23,15 @@ class MacItemRowTest : public testing::Test {
 
     bool shows(const std::string& text) { return fieldWith(cell_, text) != nil; }
     NSRect frameOf(const std::string& text) { return fieldWith(cell_, text).frame; }
-    RoundedFillView* badge() { return findView<RoundedFillView>(cell_); }
+    KSTRoundedFillView* badge() { return findView<KSTRoundedFillView>(cell_); }
 
     void choose(NSInteger entry) {
         NSMenuItem* const item = [cell_.actions itemAtIndex:entry];
         [NSApp sendAction:(SEL _Nonnull)item.action to:item.target from:item];
     }
 
-    ItemRowCellView* cell_ = [[ItemRowCellView alloc] initWithFrame:NSMakeRect(0, 0, 480, 44)];
+    KSTItemRowCellView* cell_ =
+        [[KSTItemRowCellView alloc] initWithFrame:NSMakeRect(0, 0, 480, 44)];
     int edits_ = 0;
     int deletions_ = 0;
 };
@@ -45,7 +48,7 @@ TEST_F(MacItemRowTest, ShowsTitleDetailAndBadge) {
 }
 
 TEST_F(MacItemRowTest, ThePartsStandWhereTheNumbersSay) {
-    const NSRect picture = findView<ItemPictureView>(cell_).frame;
+    const NSRect picture = findView<KSTItemPictureView>(cell_).frame;
     EXPECT_EQ(picture.origin.x, 0);
     EXPECT_EQ(picture.size.width, 22);
     EXPECT_EQ(picture.size.height, 22);
