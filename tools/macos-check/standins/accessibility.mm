@@ -1,5 +1,6 @@
 // What assistive programs are told, none of which runs here.
 #import "presets.h"
+#import "state.h"
 
 void NSAccessibilityPostNotificationWithUserInfo(id element, NSString* notification,
                                                  NSDictionary* userInfo) {
@@ -10,3 +11,21 @@ void NSAccessibilityPostNotificationWithUserInfo(id element, NSString* notificat
 }
 
 id recording::announcingElement() { return presets().announcingElement; }
+
+
+/// A cell is an element unless it is told otherwise, as on a Mac.
+@implementation NSCell (MacosCheckAccessibility)
+- (void)setAccessibilityElement:(BOOL)flag {
+    setState(self, @selector(isAccessibilityElement), @(flag));
+}
+- (BOOL)isAccessibilityElement {
+    NSNumber* const flag = stateOf(self, @selector(isAccessibilityElement));
+    return flag == nil || flag.boolValue;
+}
+- (void)setAccessibilityLabel:(NSString*)text {
+    setState(self, @selector(accessibilityLabel), text);
+}
+- (NSString*)accessibilityLabel {
+    return stateOf(self, @selector(accessibilityLabel));
+}
+@end
