@@ -22,7 +22,8 @@
 
 - (void)applicationWillFinishLaunching:(NSNotification*)notification {
     (void)notification;
-    NSApplication.sharedApplication.mainMenu = kestrel::macos_shell::makeMainMenu();
+    NSWindow.allowsAutomaticWindowTabbing = NO; // there is one window, and no menu of tabs
+    kestrel::macos_shell::installMainMenu();
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
