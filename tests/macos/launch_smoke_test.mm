@@ -6,9 +6,27 @@
 /// The shell's delegate, which stays for the rest of the test when the program is asked to quit.
 @interface LaunchSmokeDelegate : KSTAppDelegate
 @property(nonatomic) NSInteger terminations;
+@property(nonatomic) std::function<void()> work;
+- (void)workThenStop;
 @end
 
 @implementation LaunchSmokeDelegate
+/// An event ends the loop: it looks whether it is to stop after each.
+- (void)workThenStop {
+    self.work();
+    [NSApp stop:nil];
+    NSEvent* const last = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                             location:NSZeroPoint
+                                        modifierFlags:0
+                                            timestamp:0
+                                         windowNumber:0
+                                              context:nil
+                                              subtype:0
+                                                data1:0
+                                                data2:0];
+    [NSApp postEvent:last atStart:YES];
+}
+
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
     (void)sender;
     ++self.terminations;
@@ -30,12 +48,15 @@ class LaunchSmokeTest : public testing::Test {
         NSApp.mainMenu = nil;
     }
 
-    /// What the entry does, with the launching that its event loop begins with.
-    void launch() {
+    /// What the entry does. The work is that of a timer: inside a block of the main queue no other
+    /// would be run.
+    void runApplication(std::function<void()> work) {
         @autoreleasepool {
             delegate = [[LaunchSmokeDelegate alloc] init];
+            delegate.work = std::move(work);
             NSApplication.sharedApplication.delegate = delegate;
-            [NSApp finishLaunching];
+            [delegate performSelector:@selector(workThenStop) withObject:nil afterDelay:0];
+            [NSApp run];
         }
     }
 
@@ -77,10 +98,11 @@ class LaunchSmokeTest : public testing::Test {
         [icon() performClick:nil];
         ASSERT_TRUE(runUntil([] { return isPopoverShown(); }));
     }
+
+    void useTheProgram();
 };
 
-TEST_F(LaunchSmokeTest, ItStartsShowsItsPopoverOpensAndClosesItsSettingsAndIsAskedToQuit) {
-    launch();
+void LaunchSmokeTest::useTheProgram() {
     ASSERT_TRUE(runUntil([this] { return icon() != nil; }));
     EXPECT_EQ(NSApp.activationPolicy, NSApplicationActivationPolicyAccessory);
     EXPECT_EQ(NSApp.mainMenu.numberOfItems, 3);
@@ -103,6 +125,15 @@ TEST_F(LaunchSmokeTest, ItStartsShowsItsPopoverOpensAndClosesItsSettingsAndIsAsk
     openPopover();
     click(buttonInPopover("Quit"));
     EXPECT_EQ(delegate.terminations, 1);
+}
+
+TEST_F(LaunchSmokeTest, ItStartsShowsItsPopoverOpensAndClosesItsSettingsAndIsAskedToQuit) {
+    bool isDone = false;
+    runApplication([&] {
+        useTheProgram();
+        isDone = true;
+    });
+    EXPECT_TRUE(isDone);
 }
 
 } // namespace
