@@ -153,7 +153,9 @@ TEST_F(MacItemEditorTest, AControlTakesTheWidthThatItsLabelLeaves) {
         EXPECT_EQ(hugging(index, 0), NSLayoutPriorityDefaultHigh) << index;
         EXPECT_EQ(hugging(index, 1), NSLayoutPriorityDefaultLow) << index;
     }
-    EXPECT_GT(hugging(3, 2), NSLayoutPriorityDefaultLow) << "the button keeps its width";
+    EXPECT_EQ(hugging(3, 2), NSLayoutPriorityDefaultHigh) << "the button to browse";
+    EXPECT_EQ(hugging(6, 1), NSLayoutPriorityDefaultHigh) << "the button to cancel";
+    EXPECT_EQ(hugging(6, 2), NSLayoutPriorityDefaultHigh) << "the button to confirm";
 }
 
 TEST_F(MacItemEditorTest, WhatIsTypedReachesTheState) {

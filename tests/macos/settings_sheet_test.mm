@@ -161,5 +161,23 @@ TEST_F(MacSettingsSheetTest, TheSheetAndItsFormGoWhenItHasClosed) {
     EXPECT_TRUE(runUntil([weakSheet] { return weakSheet == nil || !weakSheet.visible; }));
 }
 
+// The form may be in the action that ends its sheet.
+TEST_F(MacSettingsSheetTest, ASheetIsClosedAfterTheActionThatEndsIt) {
+    openAddSheet();
+    const auto isClosed = std::make_shared<bool>(false);
+    const id observer =
+        [NSNotificationCenter.defaultCenter addObserverForName:NSWindowWillCloseNotification
+                                                        object:sheet()
+                                                         queue:nil
+                                                    usingBlock:^(NSNotification* notification) {
+                                                        (void)notification;
+                                                        *isClosed = true;
+                                                    }];
+    click(sheetButton("Cancel"));
+    EXPECT_FALSE(*isClosed);
+    EXPECT_TRUE(runUntil([isClosed] { return *isClosed; }));
+    [NSNotificationCenter.defaultCenter removeObserver:observer];
+}
+
 } // namespace
 } // namespace kestrel::tests

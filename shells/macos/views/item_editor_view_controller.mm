@@ -36,6 +36,12 @@ namespace form_style = kestrel::add_edit_item_style;
 
 namespace {
 
+/// The control is as wide as its text.
+void keepWidth(NSControl* control) {
+    [control setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                        forOrientation:NSLayoutConstraintOrientationHorizontal];
+}
+
 /// The control takes the width that its row has left.
 void stretch(NSControl* control) {
     [control setContentHuggingPriority:NSLayoutPriorityDefaultLow
@@ -49,8 +55,7 @@ NSStackView* labeledRow(NSTextField* label, NSArray<NSView*>* controls) {
     row.orientation = NSUserInterfaceLayoutOrientationHorizontal;
     row.alignment = NSLayoutAttributeFirstBaseline;
     row.distribution = NSStackViewDistributionFill;
-    [label setContentHuggingPriority:NSLayoutPriorityDefaultHigh
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
+    keepWidth(label);
     [label setContentCompressionResistancePriority:NSLayoutPriorityRequired
                                     forOrientation:NSLayoutConstraintOrientationHorizontal];
     return row;
@@ -179,6 +184,7 @@ std::size_t segmentOf(ItemType type) {
     NSButton* const browse = [NSButton buttonWithTitle:textFor(form_style::browse)
                                                 target:self
                                                 action:@selector(browse:)];
+    keepWidth(browse);
     NSStackView* const row = labeledRow(_pathLabel, @[ _pathField, browse ]);
     [row setCustomSpacing:form_style::browseSpacing afterView:_pathField];
     return row;
@@ -196,8 +202,6 @@ std::size_t segmentOf(ItemType type) {
 
 - (NSView*)makeButtonRow {
     NSView* const space = [[NSView alloc] initWithFrame:NSZeroRect];
-    [space setContentHuggingPriority:NSLayoutPriorityDefaultLow
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
     NSButton* const cancel = [NSButton buttonWithTitle:textFor(form_style::cancel)
                                                 target:self
                                                 action:@selector(cancel:)];
@@ -206,6 +210,8 @@ std::size_t segmentOf(ItemType type) {
     // In this order: Return without a modifier would make it the window's default button.
     _confirmButton.keyEquivalentModifierMask = NSEventModifierFlagCommand;
     _confirmButton.keyEquivalent = @"\r";
+    keepWidth(cancel);
+    keepWidth(_confirmButton);
     NSStackView* const row = [NSStackView stackViewWithViews:@[ space, cancel, _confirmButton ]];
     row.orientation = NSUserInterfaceLayoutOrientationHorizontal;
     row.distribution = NSStackViewDistributionFill;

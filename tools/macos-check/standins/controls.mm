@@ -37,13 +37,13 @@
     if (orientation == NSLayoutConstraintOrientationHorizontal)
         setState(self, @selector(contentHuggingPriorityForOrientation:), @(priority));
 }
-/// Controls keep their width unless they are told otherwise; a Mac's own values differ by class.
+/// Neither low nor high unless it was said: a Mac's own values differ by class.
 - (NSLayoutPriority)contentHuggingPriorityForOrientation:
     (NSLayoutConstraintOrientation)orientation {
     NSNumber* priority = stateOf(self, @selector(contentHuggingPriorityForOrientation:));
     return priority != nil && orientation == NSLayoutConstraintOrientationHorizontal
                ? priority.floatValue
-               : NSLayoutPriorityDefaultHigh;
+               : 500;
 }
 @end
 
