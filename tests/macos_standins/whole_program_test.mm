@@ -95,6 +95,18 @@ TEST_F(WholeProgramTest, AnItemAddedInTheSheetIsSavedInBothStoresAndShownInThePo
     EXPECT_EQ(findView<KSTPopoverListView>(popoverView()).rows.count, 4U);
 }
 
+TEST_F(WholeProgramTest, ASheetDoesNotKeepTheProgramFromQuitting) {
+    tests::click(buttonWith(popoverView(), "Settings"));
+    runMainQueue();
+    tests::click(buttonWith(settingsWindow().contentView, "Add"));
+    runMainQueue();
+    ASSERT_TRUE(settingsWindow().attachedSheet != nil);
+    recording::reset();
+    [NSApp terminate:nil]; // as Command-Q and logging out do
+    EXPECT_EQ(linesOf({"NSApplication "}),
+              (Lines{"NSApplication terminate: nil", "NSApplication will terminate"}));
+}
+
 TEST_F(WholeProgramTest, ClosingTheWindowWithASheetOpenDropsBoth) {
     tests::click(buttonWith(popoverView(), "Settings"));
     runMainQueue();
