@@ -1,10 +1,7 @@
 #include "shells/macos/app_delegate.h"
 
 #include "shells/macos/desktop/main_menu.h"
-#include "shells/macos/foundation/entry_point.h"
 #include "shells/macos/ports.h"
-
-using kestrel::macos_shell::atEntryPoint;
 
 @implementation KSTAppDelegate {
     std::unique_ptr<kestrel::macos_shell::Ports> _ports;
@@ -25,12 +22,13 @@ using kestrel::macos_shell::atEntryPoint;
 
 - (void)applicationWillFinishLaunching:(NSNotification*)notification {
     (void)notification;
-    NSApplication.sharedApplication.mainMenu = kestrel::macos_shell::makeMainMenu();
+    NSWindow.allowsAutomaticWindowTabbing = NO; // there is one window, and no menu of tabs
+    kestrel::macos_shell::installMainMenu();
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
     (void)notification;
-    atEntryPoint([&] { _core->applicationDidFinishLaunching(); });
+    _core->applicationDidFinishLaunching();
 }
 
 /// The Dock icon is there exactly while the settings window is: a click on it is about that
@@ -38,10 +36,8 @@ using kestrel::macos_shell::atEntryPoint;
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
     (void)sender;
     (void)flag;
-    atEntryPoint([&] {
-        if (!_core->hasSettingsWindow())
-            _core->applicationShouldHandleReopen();
-    });
+    if (!_core->hasSettingsWindow())
+        _core->applicationShouldHandleReopen();
     return YES;
 }
 
@@ -51,11 +47,11 @@ using kestrel::macos_shell::atEntryPoint;
 }
 
 - (void)statusBarButtonClicked:(NSStatusBarButton*)sender {
-    atEntryPoint([&] { _ports->desktop.statusBarButtonClicked(sender); });
+    _ports->desktop.statusBarButtonClicked(sender);
 }
 
 - (void)windowWillClose:(NSNotification*)notification {
-    atEntryPoint([&] { _ports->desktop.windowWillClose(notification); });
+    _ports->desktop.windowWillClose(notification);
 }
 
 @end

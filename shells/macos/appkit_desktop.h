@@ -3,6 +3,7 @@
 // in them.
 
 #include "app/desktop.h"
+#include "shells/macos/desktop/popover.h"
 #include "shells/macos/desktop/settings_window.h"
 #include "shells/macos/desktop/status_item.h"
 
@@ -23,7 +24,8 @@ class AppKitDesktop final : public Desktop {
     std::unique_ptr<Window> makeSettingsWindow(std::unique_ptr<SettingsView> view, Size contentSize,
                                                std::function<void()> onClosed) override;
 
-    /// Nothing once the item is gone.
+    /// A click on the icon. Nothing once the item is gone, and nothing where the popover has
+    /// already closed on this click.
     void statusBarButtonClicked(NSStatusBarButton* sender);
 
     /// The settings window has been closed when `notification` is about it. An object that is no
@@ -34,6 +36,7 @@ class AppKitDesktop final : public Desktop {
     __weak id<KSTStatusBarButtonTarget, NSWindowDelegate> delegate_;
     // The ones made last.
     std::weak_ptr<AppKitStatusItem> statusItem_;
+    std::weak_ptr<AppKitPopover> popover_;
     std::weak_ptr<AppKitSettingsWindow> settingsWindow_;
     std::function<void()> onSettingsWindowClosed_; // outlives that window
 };

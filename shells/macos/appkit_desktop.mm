@@ -1,7 +1,6 @@
 #include "shells/macos/appkit_desktop.h"
 
 #include "app/app_style.h"
-#include "shells/macos/desktop/popover.h"
 #include "shells/macos/views/menu_popover_view_controller.h"
 #include "shells/macos/views/settings_view_controller.h"
 #include "views/popover/menu_popover_style.h"
@@ -21,9 +20,11 @@ std::unique_ptr<StatusItem> AppKitDesktop::makeStatusItem(std::string_view symbo
 
 std::unique_ptr<Popover> AppKitDesktop::makePopover(std::unique_ptr<MenuPopoverView> view) {
     const Size size = menu_popover_style::contentSize(view->items().size());
-    return std::make_unique<AppKitPopover>(
+    auto popover = std::make_unique<AppKitPopover>(
         [[KSTMenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)], size,
         *statusItem_.lock());
+    popover_ = popover->weak();
+    return popover;
 }
 
 std::unique_ptr<Window> AppKitDesktop::makeSettingsWindow(std::unique_ptr<SettingsView> view,
@@ -38,6 +39,9 @@ std::unique_ptr<Window> AppKitDesktop::makeSettingsWindow(std::unique_ptr<Settin
 }
 
 void AppKitDesktop::statusBarButtonClicked(NSStatusBarButton* sender) {
+    const auto popover = popover_.lock();
+    if (popover && popover->hasEndedClick())
+        return;
     if (const auto item = statusItem_.lock())
         item->clicked(sender);
 }

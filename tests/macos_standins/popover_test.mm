@@ -1,5 +1,6 @@
 // The icon's click and the popover.
 #include "shells/macos/foundation/text.h"
+#include "tests/macos/views_support.h"
 #include "tests/macos_standins/app_fixture.h"
 
 namespace kestrel::tests {
@@ -85,27 +86,118 @@ TEST_F(PopoverTest, ARightClickDoesNothing) {
     EXPECT_TRUE(recording::shownPopover() != nil);
 }
 
-TEST_F(PopoverTest, APressElsewhereMayCloseItAndOneOnTheIconMayNot) {
+TEST_F(PopoverTest, APressOnTheIconLeavesItShownUntilTheRelease) {
     launch();
     recording::click(button());
     NSPopover* const popover = recording::shownPopover();
-    const id<NSPopoverDelegate> popoverDelegate = popover.delegate;
-    const NSRect icon = button().window.frame;
-    recording::setPressedMouseButtons(1);
-    recording::setMouseLocation(NSMakePoint(icon.origin.x - 5, icon.origin.y + 5));
-    EXPECT_TRUE([popoverDelegate popoverShouldClose:popover]);
-    recording::setMouseLocation(NSMakePoint(icon.origin.x + 5, icon.origin.y + 5));
-    EXPECT_FALSE([popoverDelegate popoverShouldClose:popover]);
-    recording::setPressedMouseButtons(0);
-    EXPECT_TRUE([popoverDelegate popoverShouldClose:popover]);
+    recording::reset();
+    recording::press(button());
+    EXPECT_EQ(recording::shownPopover(), popover);
+    ASSERT_TRUE(recording::release(button()));
+    EXPECT_EQ(recording::shownPopover(), nil);
+    EXPECT_EQ(linesOf({"NSPopover "}),
+              (Lines{"NSPopover performClose: NSStatusBarButton", "NSPopover close"}));
+}
+
+TEST_F(PopoverTest, ATapOnTheIconClosesItAsASlowPressDoes) {
+    launch();
+    ASSERT_TRUE(recording::tap(button()));
+    ASSERT_TRUE(recording::shownPopover() != nil);
+    recording::reset();
+    ASSERT_TRUE(recording::tap(button()));
+    EXPECT_EQ(recording::shownPopover(), nil);
+    EXPECT_EQ(linesOf({"NSPopover "}),
+              (Lines{"NSPopover performClose: NSStatusBarButton", "NSPopover close"}));
+    recording::tap(button());
+    EXPECT_TRUE(recording::shownPopover() != nil);
+}
+
+TEST_F(PopoverTest, AClickThatBeganWhileItWasShownNeverOpensItAgainWhateverClosedIt) {
+    launch();
+    recording::click(button());
+    recording::press(button());
+    [recording::shownPopover() close];
+    recording::reset();
+    recording::release(button());
+    EXPECT_EQ(linesOf({"NSPopover "}), Lines{});
+    recording::click(button());
+    EXPECT_TRUE(recording::shownPopover() != nil) << "the next click is a new one";
+}
+
+TEST_F(PopoverTest, ATapIsHeardOfAfterItHasClosedIt) {
+    launch();
+    recording::tap(button());
+    recording::tap(button(), [] { [recording::shownPopover() close]; });
+    EXPECT_EQ(recording::shownPopover(), nil);
+    recording::tap(button());
+    EXPECT_TRUE(recording::shownPopover() != nil);
+}
+
+TEST_F(PopoverTest, AClickAfterItHasClosedOpensIt) {
+    launch();
+    recording::click(button());
+    [recording::shownPopover() performClose:nil]; // as Escape or a click elsewhere does
+    ASSERT_EQ(recording::shownPopover(), nil);
+    recording::click(button());
+    EXPECT_TRUE(recording::shownPopover() != nil);
+    [recording::shownPopover() performClose:nil];
+    recording::tap(button());
+    EXPECT_TRUE(recording::shownPopover() != nil);
+}
+
+TEST_F(PopoverTest, AnActionWithoutAClickTogglesIt) {
+    launch();
+    for (int round = 0; round < 2; ++round) {
+        recording::sendAction(button());
+        EXPECT_TRUE(recording::shownPopover() != nil);
+        recording::sendAction(button());
+        EXPECT_EQ(recording::shownPopover(), nil);
+    }
+    recording::click(button());
+    recording::press(button());
+    [recording::shownPopover() close];
+    recording::release(button());
+    recording::sendAction(button());
+    EXPECT_TRUE(recording::shownPopover() != nil) << "that press was another click's";
+}
+
+TEST_F(PopoverTest, APressInsideItIsNoPressOnTheIcon) {
+    launch();
+    recording::click(button());
+    NSWindow* const inside = recording::shownPopover().contentViewController.view.window;
+    recording::setCurrentEvent(mouseEvent(NSEventTypeLeftMouseDown, NSMakePoint(1, 1), inside));
+    [recording::shownPopover() performClose:nil];
+    EXPECT_EQ(recording::shownPopover(), nil);
+}
+
+TEST_F(PopoverTest, APressInASettingsWindowMayCloseIt) {
+    launch();
+    delegate.core->openSettings();
+    recording::click(button());
+    NSWindow* const settings = ordinaryWindows().firstObject;
+    ASSERT_TRUE(recording::shownPopover() != nil && settings != nil);
+    recording::setCurrentEvent(mouseEvent(NSEventTypeLeftMouseDown, NSMakePoint(1, 1), settings));
+    [recording::shownPopover() performClose:nil];
+    EXPECT_EQ(recording::shownPopover(), nil);
 }
 
 TEST_F(PopoverTest, TheProgramMayCloseItWhileTheIconIsPressed) {
     launch();
     recording::click(button());
-    recording::setPressedMouseButtons(1);
+    recording::press(button());
     delegate.core->openSettings();
     EXPECT_EQ(recording::shownPopover(), nil);
+    recording::release(button());
+    EXPECT_EQ(recording::shownPopover(), nil);
+}
+
+TEST_F(PopoverTest, AHiddenProgramComesBackWithItButIsNotActivated) {
+    launch();
+    recording::hideApplication();
+    recording::click(button());
+    EXPECT_TRUE(recording::shownPopover() != nil);
+    EXPECT_EQ(linesOf({"NSApplication u", "NSApplication activate"}),
+              Lines{"NSApplication unhideWithoutActivation"});
 }
 
 TEST_F(PopoverTest, StartingTheProgramAgainShowsItAndLeavesItShown) {

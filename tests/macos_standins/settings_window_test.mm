@@ -68,6 +68,7 @@ TEST_F(SettingsWindowTest, TheWindowIsAsStated) {
     ASSERT_EQ(ordinaryWindows().count, 1U);
     EXPECT_TRUE([window().title isEqualToString:@"Kestrel"]);
     EXPECT_FALSE(window().releasedWhenClosed);
+    EXPECT_FALSE(window().restorable);
     EXPECT_EQ(window().delegate, delegate);
     EXPECT_TRUE(window().contentViewController != nil);
     const NSRect content = [window() contentRectForFrameRect:window().frame];
@@ -89,10 +90,21 @@ TEST_F(SettingsWindowTest, OpeningTwiceBringsTheOneWindowForward) {
 TEST_F(SettingsWindowTest, ClosingForgetsTheWindowAndMakesTheProgramAnAgentAgain) {
     openSettings();
     ASSERT_TRUE(delegate.core->hasSettingsWindow());
+    EXPECT_TRUE(NSApp.active);
     recording::reset();
+    recording::setActive(true);
     closeWindow();
     EXPECT_FALSE(delegate.core->hasSettingsWindow());
     EXPECT_EQ(ordinaryWindows().count, 0U);
+    EXPECT_EQ(linesOf({"NSApplication "}),
+              (Lines{"NSApplication setActivationPolicy: 1", "NSApplication deactivate"}));
+}
+
+TEST_F(SettingsWindowTest, AClosingInTheBackgroundActivatesNothing) {
+    openSettings();
+    recording::reset();
+    recording::setActive(false);
+    closeWindow();
     EXPECT_EQ(linesOf({"NSApplication "}), Lines{"NSApplication setActivationPolicy: 1"});
 }
 

@@ -63,7 +63,8 @@ TEST_F(WholeProgramTest, SettingsClosesThePopoverAndShowsTheWindow) {
 
 TEST_F(WholeProgramTest, QuitTerminatesWithoutSender) {
     tests::click(buttonWith(popoverView(), "Quit"));
-    EXPECT_EQ(linesOf({"NSApplication "}), Lines{"NSApplication terminate: nil"});
+    EXPECT_EQ(linesOf({"NSApplication "}),
+              (Lines{"NSApplication terminate: nil", "NSApplication will terminate"}));
     EXPECT_EQ(recording::count("NSUserDefaults "), 0) << "nothing is saved at exit";
 }
 
@@ -92,6 +93,18 @@ TEST_F(WholeProgramTest, AnItemAddedInTheSheetIsSavedInBothStoresAndShownInThePo
     EXPECT_EQ(storedInCloud(), storedLocally());
     recording::click(button());
     EXPECT_EQ(findView<KSTPopoverListView>(popoverView()).rows.count, 4U);
+}
+
+TEST_F(WholeProgramTest, ASheetDoesNotKeepTheProgramFromQuitting) {
+    tests::click(buttonWith(popoverView(), "Settings"));
+    runMainQueue();
+    tests::click(buttonWith(settingsWindow().contentView, "Add"));
+    runMainQueue();
+    ASSERT_TRUE(settingsWindow().attachedSheet != nil);
+    recording::reset();
+    [NSApp terminate:nil]; // as Command-Q and logging out do
+    EXPECT_EQ(linesOf({"NSApplication "}),
+              (Lines{"NSApplication terminate: nil", "NSApplication will terminate"}));
 }
 
 TEST_F(WholeProgramTest, ClosingTheWindowWithASheetOpenDropsBoth) {

@@ -13,8 +13,12 @@ static_assert(static_cast<long>(ActivationPolicy::accessory) ==
 } // namespace
 
 void AppKitApplication::setActivationPolicy(ActivationPolicy policy) {
-    [NSApplication.sharedApplication
-        setActivationPolicy:static_cast<NSApplicationActivationPolicy>(policy)];
+    NSApplication* const application = NSApplication.sharedApplication;
+    const bool becomesAgent = policy == ActivationPolicy::accessory &&
+                              application.activationPolicy == NSApplicationActivationPolicyRegular;
+    [application setActivationPolicy:static_cast<NSApplicationActivationPolicy>(policy)];
+    if (becomesAgent && application.active)
+        [application deactivate]; // an agent without a window would keep the user's keys
 }
 
 void AppKitApplication::activate() {

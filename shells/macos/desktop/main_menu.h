@@ -1,12 +1,11 @@
 #pragma once
-// The application's menu. An agent's menu bar is never seen while no window is open, but text
-// fields find the shortcuts of Cut, Copy, Paste and their like only through it.
-
-#import <AppKit/AppKit.h>
+// The application's menu bar. It is seen while the settings window is open; otherwise the program
+// is an agent, and text fields find the shortcuts of Cut, Copy, Paste and their like through it.
 
 namespace kestrel::macos_shell {
 
-/// A new menu with Quit, Edit and Close, in the user's language.
-NSMenu* makeMainMenu();
+/// Gives the shared application new menus in the user's language: the application's own, Edit and
+/// Window.
+void installMainMenu();
 
 } // namespace kestrel::macos_shell

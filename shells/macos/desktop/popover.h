@@ -6,6 +6,9 @@
 #import "shells/macos/desktop/view_state_owner.h"
 
 #include "platform/popover.h"
+#include "store/weak_anchor.h"
+
+#include <memory>
 
 @class KSTPopoverDelegate;
 
@@ -31,6 +34,12 @@ class AppKitPopover final : public Popover {
     void setContentSize(Size size) override;
     void close() override;
 
+    /// For the icon's action, once for each: the click went down while the popover was shown and
+    /// has closed it already, so that there is nothing left to do.
+    bool hasEndedClick();
+
+    std::weak_ptr<AppKitPopover> weak() const { return anchor_.weak(); }
+
   private:
     void applySize(Size size);
 
@@ -38,6 +47,7 @@ class AppKitPopover final : public Popover {
     NSViewController<KSTViewStateOwner>* content_;
     NSPopover* popover_;
     KSTPopoverDelegate* delegate_; // the popover holds it weakly
+    WeakAnchor<AppKitPopover> anchor_{*this};
 };
 
 } // namespace kestrel::macos_shell

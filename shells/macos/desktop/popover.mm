@@ -1,36 +1,18 @@
 #include "shells/macos/desktop/popover.h"
 
+#include "shells/macos/desktop/popover_delegate.h"
 #include "shells/macos/desktop/status_item.h"
-
-/// Keeps the popover open while a mouse button goes down on the icon that it hangs on. Otherwise
-/// its transient behaviour closes it there, and the action that comes when the button goes up
-/// finds it closed and opens it again: a second click would never close it.
-@interface KSTPopoverDelegate : NSObject <NSPopoverDelegate>
-@property(nonatomic, weak) NSStatusBarButton* button;
-@property(nonatomic) BOOL isAskedToClose; ///< the program itself closes the popover
-@end
-
-@implementation KSTPopoverDelegate
-
-- (BOOL)popoverShouldClose:(NSPopover*)popover {
-    (void)popover;
-    if (self.isAskedToClose || NSEvent.pressedMouseButtons == 0)
-        return YES;
-    NSWindow* const iconWindow = self.button.window;
-    return !iconWindow || !NSMouseInRect(NSEvent.mouseLocation, iconWindow.frame, NO);
-}
-
-@end
 
 namespace kestrel::macos_shell {
 
 AppKitPopover::AppKitPopover(NSViewController<KSTViewStateOwner>* content, Size size,
                              const AppKitStatusItem& statusItem)
-    : statusItem_(statusItem), content_(content), delegate_([[KSTPopoverDelegate alloc] init]) {
+    : statusItem_(statusItem),
+      content_(content),
+      delegate_([[KSTPopoverDelegate alloc] initWithContent:content]) {
     const NSSize contentSize = NSMakeSize(size.width, size.height);
     content_.preferredContentSize = contentSize;
     popover_ = [[NSPopover alloc] init];
-    delegate_.button = statusItem.button();
     popover_.delegate = delegate_;
     popover_.contentViewController = content_;
     popover_.contentSize = contentSize;
@@ -52,9 +34,16 @@ void AppKitPopover::show(Size size) {
     NSStatusBarButton* const button = statusItem_.button();
     if (!button)
         return;
+    if (NSApp.hidden)
+        [NSApp unhideWithoutActivation]; // a hidden program shows no window, but its icon stays
     applySize(size);
     [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
     [content_.view.window makeKeyWindow];
+}
+
+bool AppKitPopover::hasEndedClick() {
+    const bool hasClosed = [delegate_ hasClosedSincePress];
+    return hasClosed && !isShown();
 }
 
 // The system keeps the popover at the icon.

@@ -20,6 +20,7 @@ AppKitSettingsWindow::AppKitSettingsWindow(NSViewController<KSTViewStateOwner>* 
     window_.contentViewController = content_;
     [window_ setContentSize:NSMakeSize(contentSize.width, contentSize.height)];
     window_.releasedWhenClosed = NO;
+    window_.restorable = NO; // the next start begins without it
     [window_ center];
     window_.delegate = delegate;
 }

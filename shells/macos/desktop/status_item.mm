@@ -46,14 +46,8 @@ AppKitStatusItem::~AppKitStatusItem() {
 
 void AppKitStatusItem::clicked(NSStatusBarButton* sender) {
     clickedButton_ = sender;
-    struct Reset { // also when the action throws
-        explicit Reset(AppKitStatusItem& item) : item(item) {}
-        Reset(const Reset&) = delete;
-        Reset& operator=(const Reset&) = delete;
-        ~Reset() { item.clickedButton_ = nil; }
-        AppKitStatusItem& item;
-    } const reset(*this);
     onClick_();
+    clickedButton_ = nil;
 }
 
 } // namespace kestrel::macos_shell

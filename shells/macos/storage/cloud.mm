@@ -1,6 +1,5 @@
 #include "shells/macos/storage/cloud.h"
 
-#include "shells/macos/foundation/entry_point.h"
 #include "shells/macos/foundation/text.h"
 
 #include <utility>
@@ -31,7 +30,7 @@
 /// Any thread.
 - (void)handleICloudChange:(NSNotification*)notification {
     (void)notification;
-    kestrel::macos_shell::atEntryPoint(_handler);
+    _handler();
 }
 
 @end
