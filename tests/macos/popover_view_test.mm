@@ -339,6 +339,10 @@ TEST_F(MacPopoverViewTest, OpeningAndClosingTakeTheHighlightAway) {
     pointAt(1);
     [controller_ viewWillAppear];
     EXPECT_EQ(highlightedRow(), -1);
+    [controller_ viewDidDisappear];
+    pointAt(1);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1) << "the pointer moves in the same row after the next opening";
 }
 
 TEST_F(MacPopoverViewTest, AppearingTakesTheKeys) {
