@@ -121,7 +121,6 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
                                                 radius:row_style::badge::radius];
     _badgeText = lineLabel(@"", row_style::badge::text);
     [_badge addSubview:_badgeText];
-    hideFromAssistivePrograms(_picture);
     for (NSView* part in @[ _picture, _title, _detail, _actions, _badge ])
         [self addSubview:part];
     self.textField = _title;

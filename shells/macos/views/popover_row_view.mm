@@ -49,8 +49,7 @@ namespace row_style = kestrel::menu_popover_style::row;
     _picture = [[KSTItemPictureView alloc] initWithFrame:NSZeroRect];
     _title = lineLabel(@"", row_style::title);
     _title.maximumNumberOfLines = row_style::titleLineLimit;
-    for (NSControl* part in @[ _picture, _title ])
-        hideFromAssistivePrograms(part);
+    hideFromAssistivePrograms(_title);
     for (NSView* part in @[ _highlight, _picture, _title ])
         [self addSubview:part];
 }
