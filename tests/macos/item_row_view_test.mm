@@ -5,8 +5,6 @@
 #include "shells/macos/views/kit/symbol_view.h"
 #include "tests/macos/views_support.h"
 
-#include <macos-check/recording.h>
-
 namespace kestrel::tests {
 namespace {
 
@@ -24,6 +22,31 @@ class MacItemRowTest : public testing::Test {
     bool shows(const std::string& text) { return fieldWith(cell_, text) != nil; }
     NSRect frameOf(const std::string& text) { return fieldWith(cell_, text).frame; }
     KSTRoundedFillView* badge() { return findView<KSTRoundedFillView>(cell_); }
+
+    /// Of the title, the detail, the badge's text, the actions symbol, the picture and the badge.
+    std::vector<NSColor*> colors() {
+        const auto colorOf = [&](const char* text) { return fieldWith(cell_, text).textColor; };
+        return {colorOf("Editor"),
+                colorOf("/Applications/Editor.app"),
+                colorOf("App"),
+                cell_.actions.contentTintColor,
+                findView<KSTItemPictureView>(cell_).contentTintColor,
+                badge().color};
+    }
+
+    /// The system's colour for text in selected rows, with that opacity.
+    static void expectOnSelection(NSColor* color, double opacity) {
+        const auto components = [](NSColor* shown) {
+            return [shown colorUsingColorSpace:NSColorSpace.sRGBColorSpace];
+        };
+        NSColor* const actual = components(color);
+        NSColor* const expected = components(NSColor.alternateSelectedControlTextColor);
+        ASSERT_TRUE(actual && expected);
+        EXPECT_NEAR(actual.redComponent, expected.redComponent, 0.01);
+        EXPECT_NEAR(actual.greenComponent, expected.greenComponent, 0.01);
+        EXPECT_NEAR(actual.blueComponent, expected.blueComponent, 0.01);
+        EXPECT_NEAR(actual.alphaComponent, expected.alphaComponent * opacity, 0.01);
+    }
 
     void choose(NSInteger entry) {
         NSMenuItem* const item = [cell_.actions itemAtIndex:entry];
@@ -73,9 +96,9 @@ TEST_F(MacItemRowTest, ThePartsStandWhereTheNumbersSay) {
 TEST_F(MacItemRowTest, TheActionsButtonIsSeenWhileThePointerIsInside) {
     EXPECT_EQ(cell_.actions.alphaValue, 0);
     const NSRect place = cell_.actions.frame;
-    [cell_ mouseEntered:[[NSEvent alloc] init]];
+    cell_.underPointer = YES;
     EXPECT_EQ(cell_.actions.alphaValue, 1);
-    [cell_ mouseExited:[[NSEvent alloc] init]];
+    cell_.underPointer = NO;
     EXPECT_EQ(cell_.actions.alphaValue, 0);
     EXPECT_FALSE(cell_.actions.hidden);
     EXPECT_TRUE(NSEqualRects(cell_.actions.frame, place)) << "it keeps its place";
@@ -85,13 +108,13 @@ TEST_F(MacItemRowTest, TheActionsButtonIsSeenWhileThePointerIsInside) {
 TEST_F(MacItemRowTest, TheCommittedRowKeepsItsActionsButton) {
     show(appItem("Editor"), true);
     EXPECT_EQ(cell_.actions.alphaValue, 1);
-    [cell_ mouseEntered:[[NSEvent alloc] init]];
-    [cell_ mouseExited:[[NSEvent alloc] init]];
+    cell_.underPointer = YES;
+    cell_.underPointer = NO;
     EXPECT_EQ(cell_.actions.alphaValue, 1);
 }
 
 TEST_F(MacItemRowTest, ARedrawKeepsThePointerAndReuseForgetsIt) {
-    [cell_ mouseEntered:[[NSEvent alloc] init]];
+    cell_.underPointer = YES;
     show(appItem("Renamed"));
     EXPECT_EQ(cell_.actions.alphaValue, 1);
     [cell_ prepareForReuse];
@@ -103,13 +126,15 @@ TEST_F(MacItemRowTest, TheMenuHoldsEditASeparatorAndDelete) {
     EXPECT_TRUE(actions.pullsDown);
     EXPECT_FALSE(actions.bordered);
     ASSERT_EQ(actions.numberOfItems, 4);
-    EXPECT_TRUE([recording::symbolName([actions itemAtIndex:0].image) isEqual:@"ellipsis.circle"]);
+    EXPECT_TRUE([actions itemAtIndex:0].image != nil);
     EXPECT_EQ(textOf([actions itemAtIndex:1].title), "Edit");
     EXPECT_TRUE([actions itemAtIndex:2].isSeparatorItem);
     EXPECT_EQ(textOf([actions itemAtIndex:3].title), "Delete");
     NSAttributedString* const title = [actions itemAtIndex:3].attributedTitle;
     EXPECT_TRUE([[title attribute:NSForegroundColorAttributeName atIndex:0
                    effectiveRange:nullptr] isEqual:NSColor.systemRedColor]);
+    EXPECT_TRUE([[title attribute:NSFontAttributeName atIndex:0
+                   effectiveRange:nullptr] isEqual:[NSFont menuFontOfSize:0]]);
     choose(1);
     EXPECT_EQ(edits_, 1);
     choose(3);
@@ -118,9 +143,64 @@ TEST_F(MacItemRowTest, TheMenuHoldsEditASeparatorAndDelete) {
 }
 
 TEST_F(MacItemRowTest, AssistiveProgramsHearWhatTheActionsButtonIsFor) {
-    EXPECT_EQ(textOf(cell_.actions.accessibilityLabel), "Actions");
-    show(appItem("Renamed"));
-    EXPECT_EQ(textOf(cell_.actions.accessibilityLabel), "Actions");
+    for (const char* const title : {"Editor", "Renamed"}) {
+        show(appItem(title));
+        EXPECT_EQ(textOf(cell_.actions.accessibilityLabel), "Actions");
+        NSCell* const buttonCell = cell_.actions.cell;
+        EXPECT_EQ(textOf(buttonCell.accessibilityLabel), "Actions");
+        choose(1);
+    }
+}
+
+TEST_F(MacItemRowTest, AssistiveProgramsReadTitleBadgeAndDetailInThisOrder) {
+    EXPECT_TRUE(cell_.accessibilityElement);
+    EXPECT_TRUE([cell_.accessibilityRole isEqualToString:NSAccessibilityCellRole]);
+    NSControl* const parts[] = {fieldWith(cell_, "Editor"), fieldWith(cell_, "App"),
+                                fieldWith(cell_, "/Applications/Editor.app"), cell_.actions};
+    NSArray* const children = cell_.accessibilityChildrenInNavigationOrder;
+    ASSERT_EQ(children.count, std::size(parts));
+    NSUInteger place = 0;
+    for (NSControl* part : parts) {
+        id const child = children[place];
+        EXPECT_TRUE(child == part || child == part.cell) << place;
+        ++place;
+    }
+    KSTItemPictureView* const picture = findView<KSTItemPictureView>(cell_);
+    NSCell* const pictureCell = picture.cell;
+    EXPECT_FALSE(picture.accessibilityElement);
+    EXPECT_FALSE(pictureCell.accessibilityElement);
+}
+
+TEST_F(MacItemRowTest, ASelectedRowIsReadableOnTheAccentColour) {
+    ASSERT_EQ(cell_.backgroundStyle, NSBackgroundStyleNormal);
+    const std::vector<NSColor*> plain = colors();
+    EXPECT_TRUE([plain[0] isEqual:NSColor.labelColor]);
+    EXPECT_TRUE([plain[1] isEqual:NSColor.secondaryLabelColor]);
+    EXPECT_TRUE([plain[2] isEqual:NSColor.secondaryLabelColor]);
+    EXPECT_TRUE([plain[3] isEqual:NSColor.secondaryLabelColor]);
+    EXPECT_TRUE([plain[4] isEqual:NSColor.labelColor]);
+    EXPECT_TRUE([plain[5] isEqual:NSColor.quaternaryLabelColor]);
+
+    cell_.backgroundStyle = NSBackgroundStyleEmphasized;
+    const double opacities[] = {1, 0.8, 1, 1, 1, 0.2};
+    for (std::size_t i = 0; i < std::size(opacities); ++i)
+        expectOnSelection(colors()[i], opacities[i]);
+
+    cell_.backgroundStyle = NSBackgroundStyleNormal;
+    EXPECT_EQ(colors(), plain);
+    cell_.backgroundStyle = NSBackgroundStyleEmphasized;
+    [cell_ prepareForReuse];
+    EXPECT_EQ(colors(), plain) << "another item's row may not be selected";
+    EXPECT_EQ(cell_.backgroundStyle, NSBackgroundStyleNormal);
+    cell_.backgroundStyle = NSBackgroundStyleEmphasized;
+    show(appItem("Renamed"), true);
+    expectOnSelection(fieldWith(cell_, "Renamed").textColor, 1);
+}
+
+TEST_F(MacItemRowTest, TheBadgeIsDrawnAgainInItsNewColour) {
+    badge().needsDisplay = NO;
+    cell_.backgroundStyle = NSBackgroundStyleEmphasized;
+    EXPECT_TRUE(badge().needsDisplay);
 }
 
 TEST_F(MacItemRowTest, ALongDetailIsCutInTheMiddleOnOneLine) {

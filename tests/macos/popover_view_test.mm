@@ -2,79 +2,13 @@
 
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
-#include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/symbol_view.h"
-#include "shells/macos/views/menu_popover_view_controller.h"
-#include "shells/macos/views/popover_list_view.h"
-#include "tests/macos/views_support.h"
-
-#include <macos-check/recording.h>
-#include "views/popover/menu_popover_style.h"
-
-#include <memory>
+#include "tests/macos/popover_fixture.h"
 
 namespace kestrel::tests {
 namespace {
 
-namespace popover_style = menu_popover_style;
-
-class MacPopoverViewTest : public MacViewsFixture {
-  protected:
-    void SetUp() override {
-        MacViewsFixture::SetUp();
-        recording::reset();
-        show();
-    }
-
-    void TearDown() override {
-        window_.reset();
-        controller_ = nil;
-    }
-
-    /// Makes the controller anew for what the store holds now.
-    void show() {
-        window_.reset();
-        MenuPopoverView::Callbacks callbacks{.onOpenSettings = [this] { log.add("settings"); },
-                                             .onQuit = [this] { log.add("quit"); },
-                                             .onClose = [this] { log.add("close"); }};
-        auto view =
-            std::make_unique<MenuPopoverView>(manager, mainQueue, clock, std::move(callbacks));
-        view_ = view.get();
-        controller_ =
-            [[KSTMenuPopoverViewController alloc] initWithMenuPopoverView:std::move(view)];
-        window_ = std::make_unique<ShownWindow>(controller_);
-        [controller_ viewWillAppear];
-    }
-
-    KSTPopoverListView* list() { return findView<KSTPopoverListView>(controller_.view); }
-    KSTPopoverRowView* row(NSUInteger position) { return list().rows[position]; }
-    NSScrollView* scrollView() { return findView<NSScrollView>(controller_.view); }
-
-    NSButton* button(const std::string& name) { return buttonWith(controller_.view, name); }
-
-    std::vector<std::string> shownTitles() {
-        std::vector<std::string> result;
-        for (KSTPopoverRowView* row in list().rows)
-            result.push_back(textOf(findView<NSTextField>(row).stringValue));
-        return result;
-    }
-
-    /// The row whose highlight can be seen; -1 when none can.
-    long highlightedRow() {
-        long result = -1;
-        for (KSTPopoverRowView* row in list().rows) {
-            if (!findView<KSTRoundedFillView>(row).hidden) {
-                EXPECT_EQ(result, -1) << "two rows are highlighted";
-                result = static_cast<long>(row.position);
-            }
-        }
-        return result;
-    }
-
-    MenuPopoverView* view_ = nullptr;
-    KSTMenuPopoverViewController* controller_ = nil;
-    std::unique_ptr<ShownWindow> window_;
-};
+class MacPopoverViewTest : public MacPopoverFixture {};
 
 TEST_F(MacPopoverViewTest, ShowsTheItemsInTheirOrder) {
     EXPECT_EQ(shownTitles(), (std::vector<std::string>{"First", "Second", "Third"}));
@@ -88,6 +22,7 @@ TEST_F(MacPopoverViewTest, TheSizesAreTheStatedOnes) {
     EXPECT_EQ(size.height, 3 * 34 + 12 + 41);
     EXPECT_EQ(scrollView().frame.size.height, 3 * 34 + 12);
     EXPECT_EQ(list().frame.size.height, 3 * 34 + 12);
+    EXPECT_TRUE(NSEqualPoints(list().frame.origin, NSZeroPoint));
     EXPECT_FALSE(scrollView().hasVerticalScroller);
     EXPECT_FALSE(scrollView().hasHorizontalScroller);
 
@@ -167,14 +102,13 @@ TEST_F(MacPopoverViewTest, AChangeOfTheListIsDrawnInTheMainQueuesNextTurn) {
 
 TEST_F(MacPopoverViewTest, ThePointerHighlightsTheRowThatItIsIn) {
     EXPECT_EQ(highlightedRow(), -1);
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    pointAt(1);
     redraw();
     EXPECT_EQ(highlightedRow(), 1);
-    [row(2) mouseEntered:[[NSEvent alloc] init]];
-    [row(1) mouseExited:[[NSEvent alloc] init]];
+    pointAt(2);
     redraw();
     EXPECT_EQ(highlightedRow(), 2);
-    [row(2) mouseExited:[[NSEvent alloc] init]];
+    pointElsewhere();
     redraw();
     EXPECT_EQ(highlightedRow(), -1);
 }
@@ -190,24 +124,69 @@ TEST_F(MacPopoverViewTest, TheHighlightHasSmoothCornersAndIsFaint) {
     EXPECT_TRUE([highlight.layer.cornerCurve isEqualToString:kCACornerCurveContinuous]);
 }
 
-TEST_F(MacPopoverViewTest, EachRowTracksThePointerInItsVisiblePart) {
-    [row(0) updateTrackingAreas];
-    [row(0) updateTrackingAreas];
-    NSArray<NSTrackingArea*>* const areas = row(0).trackingAreas;
+TEST_F(MacPopoverViewTest, TheListHearsOfThePointerWhoeverHasTheKeys) {
+    NSArray<NSTrackingArea*>* const areas = hoverAreas(list());
     ASSERT_EQ(areas.count, 1U);
-    EXPECT_EQ(areas.firstObject.owner, row(0));
+    EXPECT_EQ(areas.firstObject.options, NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved |
+                                             NSTrackingActiveAlways | NSTrackingInVisibleRect);
+    [controller_ discardView];
+    EXPECT_EQ(hoverAreas(list()).count, 0U);
 }
 
-TEST_F(MacPopoverViewTest, ScrollingTakesTheHighlightFromARowThatMovesAway) {
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
+TEST_F(MacPopoverViewTest, ThePointerHighlightsNothingBesideTheRows) {
+    pointAt(0);
+    window_->movePointer(NSMakePoint(120, 3), list(), list());
     redraw();
-    ASSERT_EQ(highlightedRow(), 1);
-    // The pointer is far away from the window here.
-    [window_->get() setFrameOrigin:NSMakePoint(4000, 4000)];
-    [NSNotificationCenter.defaultCenter postNotificationName:NSScrollViewDidLiveScrollNotification
-                                                      object:scrollView()];
+    EXPECT_EQ(highlightedRow(), -1) << "the padding is no row";
+    pointAt(2);
+    window_->movePointer(NSMakePoint(120, 6 + 3 * 34), list(), list());
     redraw();
     EXPECT_EQ(highlightedRow(), -1);
+    window_->movePointer(NSMakePoint(120, 6 + 34), list(), list());
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1);
+}
+
+TEST_F(MacPopoverViewTest, ScrollingHighlightsTheRowThatComesUnderThePointer) {
+    setItems(std::vector<LauncherItem>(10, first));
+    show();
+    window_->movePointer(NSMakePoint(120, 6 + 34 + 30), list(), list());
+    redraw();
+    ASSERT_EQ(highlightedRow(), 1);
+    [scrollView().contentView scrollToPoint:NSMakePoint(0, 32)];
+    redraw();
+    EXPECT_EQ(highlightedRow(), 2);
+    window_->placePointer(NSMakePoint(-100, -100), list());
+    [scrollView().contentView scrollToPoint:NSZeroPoint];
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+}
+
+TEST_F(MacPopoverViewTest, TheKeysKeepTheirRowWhenTheListScrollsUnderThePointer) {
+    setItems(std::vector<LauncherItem>(10, appItem("Long")));
+    show();
+    window_->movePointer(NSMakePoint(120, 6 + 34 + 30), list(), list());
+    command(@selector(scrollToEndOfDocument:), controller_);
+    ASSERT_EQ(scrollView().documentVisibleRect.origin.y, 32);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 9);
+    type(@"l");
+    ASSERT_EQ(scrollView().documentVisibleRect.origin.y, 0);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 0);
+    window_->movePointer(NSMakePoint(120, 6 + 3 * 34 + 10), list(), list());
+    redraw();
+    EXPECT_EQ(highlightedRow(), 3) << "the pointer acts again when it moves";
+}
+
+TEST_F(MacPopoverViewTest, ThePointerReportsItselfAgainAfterAChangeOfTheList) {
+    pointAt(1);
+    manager.items.assign({second, first});
+    redraw();
+    EXPECT_EQ(highlightedRow(), -1);
+    pointAt(1);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1);
 }
 
 TEST_F(MacPopoverViewTest, ATooltipShowsATitleThatIsCut) {
@@ -220,13 +199,6 @@ TEST_F(MacPopoverViewTest, ATooltipShowsATitleThatIsCut) {
     setItems({first, second});
     redraw();
     EXPECT_TRUE(row(0).toolTip == nil);
-}
-
-TEST_F(MacPopoverViewTest, ARowIsFoundByThePointInsideIt) {
-    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6)], row(0));
-    EXPECT_EQ([list() rowAtPoint:NSMakePoint(120, 6 + 34)], row(1));
-    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 3)] == nil) << "the padding is no row";
-    EXPECT_TRUE([list() rowAtPoint:NSMakePoint(120, 6 + 3 * 34)] == nil);
 }
 
 TEST_F(MacPopoverViewTest, AClickAnywhereInARowLaunchesItAndThenCloses) {
@@ -256,7 +228,7 @@ TEST_F(MacPopoverViewTest, TheWholeRowTakesClicks) {
 TEST_F(MacPopoverViewTest, OnlyAChangeOfTheListShowsTheRowsAnew) {
     NSTextField* const title = findView<NSTextField>(row(0));
     title.stringValue = @"as it was drawn";
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    pointAt(1);
     redraw();
     ASSERT_EQ(highlightedRow(), 1);
     EXPECT_EQ(textOf(title.stringValue), "as it was drawn");
@@ -274,6 +246,15 @@ TEST_F(MacPopoverViewTest, AssistiveProgramsSeeANamedListOfButtonsWithTheTitles)
     EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
 }
 
+TEST_F(MacPopoverViewTest, AssistiveProgramsDoNotMeetThePartsOfARow) {
+    for (NSControl* part : {(NSControl*)findView<KSTItemPictureView>(row(0)),
+                            (NSControl*)findView<NSTextField>(row(0))}) {
+        EXPECT_FALSE(part.accessibilityElement);
+        NSCell* const cell = part.cell;
+        EXPECT_FALSE(cell.accessibilityElement);
+    }
+}
+
 TEST_F(MacPopoverViewTest, TheFooterButtonsCallBack) {
     click(buttonWith(controller_.view, "Settings"));
     click(buttonWith(controller_.view, "Quit"));
@@ -282,16 +263,16 @@ TEST_F(MacPopoverViewTest, TheFooterButtonsCallBack) {
 
 TEST_F(MacPopoverViewTest, ArrowsHomeAndEndMoveTheHighlight) {
     struct {
-        unichar key;
+        SEL key;
         long row;
     } const steps[] = {
-        {NSDownArrowFunctionKey, 0},
-        {NSDownArrowFunctionKey, 1},
-        {NSUpArrowFunctionKey, 0},
-        {NSUpArrowFunctionKey, 0},
+        {@selector(moveDown:), 0},
+        {@selector(moveDown:), 1},
+        {@selector(moveUp:), 0},
+        {@selector(moveUp:), 0},
     };
     for (const auto& step : steps) {
-        [controller_ keyDown:keyPress(step.key)];
+        command(step.key, controller_);
         redraw();
         EXPECT_EQ(highlightedRow(), step.row);
     }
@@ -310,100 +291,34 @@ TEST_F(MacPopoverViewTest, ArrowsHomeAndEndMoveTheHighlight) {
 }
 
 TEST_F(MacPopoverViewTest, ReturnLaunchesTheHighlightedRow) {
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    [controller_ keyDown:keyPress('\r')];
+    command(@selector(moveDown:), controller_);
+    command(@selector(insertNewline:), controller_);
     EXPECT_EQ(log.calls, std::vector<std::string>{"workspace.openApplication /apps/one"});
 }
 
+TEST_F(MacPopoverViewTest, EscapeClosesThePopoverAndLaunchesNothing) {
+    command(@selector(moveDown:), controller_);
+    command(@selector(cancelOperation:), controller_);
+    EXPECT_EQ(log.calls, std::vector<std::string>{"close"});
+}
+
 TEST_F(MacPopoverViewTest, SpaceLaunchesTheHighlightedRow) {
-    [controller_ keyDown:keyPress(' ')];
+    type(@" ");
     EXPECT_TRUE(log.calls.empty()) << "no row is highlighted";
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    [controller_ keyDown:keyPress(' ')];
+    command(@selector(moveDown:), controller_);
+    command(@selector(moveDown:), controller_);
+    type(@" ");
     EXPECT_EQ(log.calls, std::vector<std::string>{"terminal.runInNewWindow ls"});
     mainQueue.runAll();
     EXPECT_EQ(log.calls.back(), "close");
 }
 
 TEST_F(MacPopoverViewTest, TypingHighlightsTheRowThatItNames) {
-    [controller_ keyDown:keyPress('t')];
+    type(@"t");
     redraw();
     EXPECT_EQ(highlightedRow(), 2);
-    [controller_ keyDown:keyPress(' ')];
+    type(@" ");
     EXPECT_TRUE(log.calls.empty()) << "a space belongs to the name that is being typed";
-}
-
-TEST_F(MacPopoverViewTest, TheHighlightYieldsToAButtonWithTheKeysAndComesBack) {
-    [controller_ viewDidAppear];
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    redraw();
-    ASSERT_EQ(highlightedRow(), 0);
-    for (const char* const name : {"Settings", "Quit"}) {
-        ASSERT_TRUE([window_->get() makeFirstResponder:button(name)]);
-        redraw();
-        EXPECT_EQ(highlightedRow(), -1) << name;
-    }
-    [window_->get() makeFirstResponder:controller_.view];
-    redraw();
-    EXPECT_EQ(highlightedRow(), 0);
-}
-
-TEST_F(MacPopoverViewTest, TheMarkGoesWhereTheUserActs) {
-    [controller_ viewDidAppear];
-    NSWindow* const window = window_->get();
-    [window makeFirstResponder:button("Quit")];
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
-    redraw();
-    EXPECT_EQ(window.firstResponder, controller_.view);
-    EXPECT_EQ(highlightedRow(), 1);
-    [window makeFirstResponder:button("Quit")];
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    redraw();
-    EXPECT_EQ(window.firstResponder, controller_.view);
-    EXPECT_EQ(highlightedRow(), 2);
-    [window makeFirstResponder:button("Quit")];
-    [controller_ keyDown:keyPress('f')];
-    redraw();
-    EXPECT_EQ(window.firstResponder, controller_.view);
-    EXPECT_EQ(highlightedRow(), 0);
-}
-
-TEST_F(MacPopoverViewTest, SpaceAndReturnPressTheButtonWithTheKeys) {
-    [controller_ viewDidAppear];
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
-    for (const char* const name : {"Settings", "Quit"})
-        for (const unichar key : {unichar(' '), unichar('\r'), unichar(NSEnterCharacter)}) {
-            [window_->get() makeFirstResponder:button(name)];
-            [button(name) keyDown:keyPress(key)];
-        }
-    mainQueue.runAll();
-    EXPECT_EQ(log.calls, (std::vector<std::string>{"settings", "settings", "settings", "quit",
-                                                   "quit", "quit"}))
-        << "and no row is launched";
-}
-
-TEST_F(MacPopoverViewTest, TabGoesRoundTheListAndTheButtons) {
-    [controller_ viewDidAppear];
-    NSWindow* const window = window_->get();
-    NSView* const views[] = {button("Settings"), button("Quit"), controller_.view};
-    for (NSView* view : views) {
-        [controller_ keyDown:keyPress('\t')];
-        EXPECT_EQ(window.firstResponder, view);
-    }
-    command(@selector(insertBacktab:), controller_);
-    EXPECT_EQ(window.firstResponder, button("Quit"));
-}
-
-TEST_F(MacPopoverViewTest, ClosingLeavesNoMarkOnAButton) {
-    [controller_ viewDidAppear];
-    [window_->get() makeFirstResponder:button("Quit")];
-    // A window that is made anew for the next opening asks no button to let go of the keys.
-    [controller_ viewDidDisappear];
-    [controller_ viewWillAppear];
-    view_->pointerEntered(1);
-    redraw();
-    EXPECT_EQ(highlightedRow(), 1);
 }
 
 TEST_F(MacPopoverViewTest, AButtonWithTheKeysHasARingAroundItsFace) {
@@ -415,30 +330,19 @@ TEST_F(MacPopoverViewTest, AButtonWithTheKeysHasARingAroundItsFace) {
     EXPECT_LT(ring.size.height, settings.bounds.size.height) << "of the face, not of the footer";
 }
 
-TEST_F(MacPopoverViewTest, TheTextsAreInTheUsersLanguage) {
-    recording::translate(@"Settings", @"Einstellungen");
-    recording::translate(@"Quit", @"Beenden");
-    recording::translate(@"No items yet", @"Noch keine Einträge");
-    recording::translate(@"Open Settings to add items.", @"Nur in den Einstellungen.");
-    setItems({});
-    show();
-    NSButton* const quit = button("Beenden");
-    ASSERT_TRUE(button("Einstellungen") && quit);
-    EXPECT_EQ(textOf(((KSTFaceButton*)quit).label.stringValue), "Beenden");
-    EXPECT_EQ(quit.frame.origin.x + quit.frame.size.width, 240 - 14);
-    EXPECT_TRUE(fieldWith(controller_.view, "Noch keine Einträge") != nil);
-    EXPECT_TRUE(fieldWith(controller_.view, "Nur in den Einstellungen.") != nil);
-}
-
 TEST_F(MacPopoverViewTest, OpeningAndClosingTakeTheHighlightAway) {
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    pointAt(1);
     redraw();
     [controller_ viewDidDisappear];
     redraw();
     EXPECT_EQ(highlightedRow(), -1);
-    [row(1) mouseEntered:[[NSEvent alloc] init]];
+    pointAt(1);
     [controller_ viewWillAppear];
     EXPECT_EQ(highlightedRow(), -1);
+    [controller_ viewDidDisappear];
+    pointAt(1);
+    redraw();
+    EXPECT_EQ(highlightedRow(), 1) << "the pointer moves in the same row after the next opening";
 }
 
 TEST_F(MacPopoverViewTest, AppearingTakesTheKeys) {
@@ -447,39 +351,32 @@ TEST_F(MacPopoverViewTest, AppearingTakesTheKeys) {
     EXPECT_TRUE(controller_.view.acceptsFirstResponder);
 }
 
+TEST_F(MacPopoverViewTest, TheBackgroundOfARowIsDrawnAgainWhenTheAppearanceChanges) {
+    KSTRoundedFillView* const highlight = findView<KSTRoundedFillView>(row(0));
+    highlight.needsDisplay = NO;
+    [highlight viewDidChangeEffectiveAppearance];
+    EXPECT_TRUE(highlight.needsDisplay);
+}
+
 TEST_F(MacPopoverViewTest, NothingHappensAfterTheViewWasDiscarded) {
     KSTPopoverRowView* const second = row(1);
-    [second mouseEntered:[[NSEvent alloc] init]];
+    second.underPointer = YES;
     [controller_ discardView];
     redraw();
     manager.items.remove({0});
     redraw();
     EXPECT_EQ(shownTitles().size(), 3U) << "what was drawn stays";
-    [second mouseExited:[[NSEvent alloc] init]];
+    second.underPointer = NO;
     EXPECT_TRUE([second accessibilityPerformPress]);
-    [controller_ keyDown:keyPress(NSDownArrowFunctionKey)];
-    [controller_ keyDown:keyPress('\r')];
-    [controller_ keyDown:keyPress('t')];
+    command(@selector(moveDown:), controller_);
+    command(@selector(insertNewline:), controller_);
+    command(@selector(cancelOperation:), controller_);
+    type(@"t");
     [controller_ viewWillAppear];
     [controller_ viewDidDisappear];
     click(buttonWith(controller_.view, "Quit"));
     mainQueue.runAll();
     EXPECT_TRUE(log.calls.empty());
-}
-
-TEST_F(MacPopoverViewTest, ARedrawThatIsDueEndsWithTheController) {
-    __weak KSTMenuPopoverViewController* weakController = nil;
-    @autoreleasepool {
-        weakController = controller_;
-        manager.items.remove({0});
-        window_.reset();
-        controller_ = nil;
-    }
-    EXPECT_TRUE(weakController == nil) << "nothing may keep the controller alive";
-    redraw();
-    manager.items.remove({0});
-    redraw();
-    EXPECT_EQ(titles(manager.items), std::vector<std::string>{"Third"});
 }
 
 } // namespace

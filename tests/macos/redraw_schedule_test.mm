@@ -1,12 +1,12 @@
 #include "shells/macos/views/kit/redraw_schedule.h"
-#include "tests/macos_standins/macos_fixture.h"
+#include "tests/macos/views_support.h"
 
 #include <optional>
 
 namespace kestrel::tests {
 namespace {
 
-class RedrawScheduleTest : public MacosFixture {
+class RedrawScheduleTest : public testing::Test {
   protected:
     WillChangeSignal signal;
     int redraws = 0;
@@ -21,10 +21,10 @@ TEST_F(RedrawScheduleTest, AnyNumberOfChangesMakeOneRedrawInTheNextTurn) {
     signal.fire();
     signal.fire();
     EXPECT_EQ(redraws, 0);
-    runMainQueue();
+    redraw();
     EXPECT_EQ(redraws, 1);
     signal.fire();
-    runMainQueue();
+    redraw();
     EXPECT_EQ(redraws, 2);
 }
 
@@ -34,8 +34,8 @@ TEST_F(RedrawScheduleTest, AChangeDuringARedrawMakesAnother) {
             signal.fire();
     });
     signal.fire();
-    runMainQueue();
-    runMainQueue();
+    redraw();
+    redraw();
     EXPECT_EQ(redraws, 2);
 }
 
@@ -43,7 +43,7 @@ TEST_F(RedrawScheduleTest, NothingIsRedrawnOnceItIsGone) {
     signal.fire();
     schedule.reset();
     signal.fire();
-    runMainQueue();
+    redraw();
     EXPECT_EQ(redraws, 0);
 }
 
@@ -53,7 +53,7 @@ TEST_F(RedrawScheduleTest, ARedrawMayEndIt) {
         ++redraws;
     });
     signal.fire();
-    runMainQueue();
+    redraw();
     EXPECT_EQ(redraws, 1);
 }
 

@@ -4,9 +4,11 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/views/kit/hover_tracking.h"
+
 #include "views/settings/item_row.h"
 
-@interface KSTItemRowCellView : NSTableCellView
+@interface KSTItemRowCellView : NSTableCellView <KSTHoverRow>
 
 /// Shows `row`, with `icon` as the item's picture. Whether the pointer is inside is known here and
 /// replaces what `row` says.

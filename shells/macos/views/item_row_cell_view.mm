@@ -1,7 +1,7 @@
 #include "shells/macos/views/item_row_cell_view.h"
 
 #include "shells/macos/foundation/text.h"
-#include "shells/macos/views/kit/hover_tracking.h"
+#include "shells/macos/views/kit/accessibility.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
@@ -18,6 +18,22 @@ namespace row_style = kestrel::item_row_style;
 
 namespace {
 
+// Opacities of text and of what stands behind text, on the accent colour.
+constexpr CGFloat secondaryOnSelection = 0.8;
+constexpr CGFloat backgroundOnSelection = 0.2;
+
+/// The system's colour for text in a selected row, with that opacity, in every appearance.
+NSColor* onSelectionColor(CGFloat opacity) {
+    return [NSColor colorWithName:nil
+                  dynamicProvider:^NSColor*(NSAppearance* appearance) {
+                      __block NSColor* color = NSColor.alternateSelectedControlTextColor;
+                      [appearance performAsCurrentDrawingAppearance:^{
+                          color = [color colorWithAlphaComponent:opacity];
+                      }];
+                      return color;
+                  }];
+}
+
 /// Where the parts of a row of some width stand.
 struct Geometry {
     NSRect icon;
@@ -27,6 +43,31 @@ struct Geometry {
     NSRect badge;
     CGFloat height; // of the row
 };
+
+struct RowColors {
+    NSColor* title;
+    NSColor* detail;
+    NSColor* actions;
+    NSColor* badge;
+    NSColor* badgeText;
+};
+
+RowColors plainColors() {
+    return {.title = colorFor(row_style::title.color),
+            .detail = colorFor(row_style::detail.color),
+            .actions = colorFor(row_style::actions.color),
+            .badge = colorFor(row_style::badge::background),
+            .badgeText = colorFor(row_style::badge::text.color)};
+}
+
+/// Readable on the accent colour.
+RowColors selectedColors() {
+    return {.title = onSelectionColor(1),
+            .detail = onSelectionColor(secondaryOnSelection),
+            .actions = onSelectionColor(1),
+            .badge = onSelectionColor(backgroundOnSelection),
+            .badgeText = onSelectionColor(1)};
+}
 
 /// Centres `size` upright in a row.
 NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
@@ -42,6 +83,7 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 - (Geometry)geometryForWidth:(CGFloat)width height:(CGFloat)height;
 - (void)layOutParts;
 - (void)updateActions;
+- (void)updateColors;
 - (void)editChosen:(id)sender;
 - (void)deleteChosen:(id)sender;
 @end
@@ -53,12 +95,17 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
     NSTextField* _detail;
     KSTRoundedFillView* _badge;
     NSTextField* _badgeText;
-    NSTrackingArea* _trackingArea;
 }
 
+@synthesize underPointer = _underPointer;
+
 - (instancetype)initWithFrame:(NSRect)frame {
-    if ((self = [super initWithFrame:frame]))
+    if ((self = [super initWithFrame:frame])) {
         [self addParts];
+        [self updateColors];
+        [self setAccessibilityElement:YES];
+        [self setAccessibilityRole:NSAccessibilityCellRole];
+    }
     return self;
 }
 
@@ -84,11 +131,10 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
     NSPopUpButton* const button = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:YES];
     button.bordered = NO;
     button.imagePosition = NSImageOnly;
-    button.contentTintColor = colorFor(row_style::actions.color);
     static_cast<NSPopUpButtonCell*>(button.cell).arrowPosition = NSPopUpNoArrow;
     button.menu = [self makeActionsMenu];
-    [button setAccessibilityLabel:textFor(accessible_texts::rowActions)];
     [button sizeToFit];
+    nameForAssistivePrograms(button, textFor(accessible_texts::rowActions));
     return button;
 }
 
@@ -108,8 +154,10 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
                                                           action:@selector(deleteChosen:)
                                                    keyEquivalent:@""];
     remove.target = self;
-    NSDictionary<NSAttributedStringKey, id>* const attributes =
-        @{NSForegroundColorAttributeName : colorFor(row_style::deleteColor)};
+    NSDictionary<NSAttributedStringKey, id>* const attributes = @{
+        NSForegroundColorAttributeName : colorFor(row_style::deleteColor),
+        NSFontAttributeName : [NSFont menuFontOfSize:0]
+    };
     remove.attributedTitle = [[NSAttributedString alloc] initWithString:remove.title
                                                              attributes:attributes];
     [menu addItem:remove];
@@ -117,9 +165,8 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 }
 
 - (void)showRow:(const ItemRow&)row icon:(NSImage*)icon {
-    const bool isHovered = _row.isHovered;
     _row = row;
-    _row.isHovered = isHovered;
+    _row.isHovered = self.underPointer;
     _picture.image = icon;
     _title.stringValue = toNSString(_row.item.title);
     _detail.stringValue = toNSString(_row.detail());
@@ -131,6 +178,28 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 - (void)updateActions {
     _actions.alphaValue = _row.actionsOpacity();
 }
+
+// ---- selection
+
+// What the table says goes no further than this view's own parts, and colours that follow the
+// appearance do not follow the selection.
+- (void)setBackgroundStyle:(NSBackgroundStyle)backgroundStyle {
+    [super setBackgroundStyle:backgroundStyle];
+    [self updateColors];
+}
+
+- (void)updateColors {
+    const RowColors colors =
+        self.backgroundStyle == NSBackgroundStyleEmphasized ? selectedColors() : plainColors();
+    _picture.contentTintColor = colors.title;
+    _title.textColor = colors.title;
+    _detail.textColor = colors.detail;
+    _actions.contentTintColor = colors.actions;
+    _badge.color = colors.badge;
+    _badgeText.textColor = colors.badgeText;
+}
+
+// ---- the menu
 
 - (void)editChosen:(id)sender {
     (void)sender;
@@ -214,28 +283,24 @@ NSRect placed(CGFloat x, NSSize size, CGFloat rowHeight) {
 
 // ---- the pointer
 
-- (void)updateTrackingAreas {
-    [super updateTrackingAreas];
-    _trackingArea = renewedHoverArea(self, _trackingArea);
-}
-
-- (void)mouseEntered:(NSEvent*)event {
-    (void)event;
-    _row.isHovered = true;
+- (void)setUnderPointer:(BOOL)underPointer {
+    _underPointer = underPointer;
+    _row.isHovered = underPointer;
     [self updateActions];
 }
 
-- (void)mouseExited:(NSEvent*)event {
-    (void)event;
-    _row.isHovered = false;
-    [self updateActions];
-}
-
-// The row comes back for another item, and no pointer left it when it went.
+// The row comes back for another item and in another place.
 - (void)prepareForReuse {
     [super prepareForReuse];
-    _row.isHovered = false;
-    [self updateActions];
+    self.underPointer = NO;
+    self.backgroundStyle = NSBackgroundStyleNormal;
+}
+
+// ---- assistive programs
+
+// The type before the path, which may be long.
+- (NSArray*)accessibilityChildrenInNavigationOrder {
+    return NSAccessibilityUnignoredChildren(@[ _title, _badgeText, _detail, _actions ]);
 }
 
 @end

@@ -4,6 +4,7 @@
 #include "shells/macos/views/item_icon_image.h"
 #include "shells/macos/views/kit/centered_column_view.h"
 #include "shells/macos/views/kit/face_button.h"
+#include "shells/macos/views/kit/hover_tracking.h"
 #include "shells/macos/views/kit/redraw_schedule.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
@@ -37,16 +38,17 @@ namespace popover_style = kestrel::menu_popover_style;
                                             NSStandardKeyBindingResponding>
 - (void)updateNow;
 - (void)showRows;
+- (NSView*)firstWithKeys;
 - (void)connectKeyViews;
 - (void)footerHasFocus:(BOOL)hasFocus;
 - (void)takeKeys;
+- (void)showHighlightedRow;
 - (void)moveHighlight:(MenuPopoverView::Step)step;
 - (void)addContentTo:(NSView*)root;
 - (NSScrollView*)makeListIn:(NSRect)frame;
 - (void)addFooterTo:(NSView*)root;
 - (void)settingsClicked:(id)sender;
 - (void)quitClicked:(id)sender;
-- (void)listScrolled:(NSNotification*)notification;
 @end
 
 namespace {
@@ -77,6 +79,7 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
     std::unique_ptr<MenuPopoverView> _state;
     NSScrollView* _scrollView;
     KSTPopoverListView* _list;
+    KSTHoverTracker* _hover;
     KSTCenteredColumnView* _emptyState;
     NSArray<KSTFaceButton*>* _footerButtons;
     std::optional<std::uint64_t> _shownRevision; // of the items
@@ -97,7 +100,7 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (void)discardView {
-    [NSNotificationCenter.defaultCenter removeObserver:self];
+    _hover = nil;
     _redraws.reset();
     _state.reset();
 }
@@ -132,17 +135,15 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (NSScrollView*)makeListIn:(NSRect)frame {
-    _list = [[KSTPopoverListView alloc] initWithFrame:frame];
+    _list = [[KSTPopoverListView alloc]
+        initWithFrame:NSMakeRect(0, 0, frame.size.width, frame.size.height)];
     NSScrollView* const scrollView = [[NSScrollView alloc] initWithFrame:frame];
     scrollView.hasVerticalScroller = NO;
     scrollView.hasHorizontalScroller = NO;
     scrollView.drawsBackground = NO;
     scrollView.borderType = NSNoBorder;
     scrollView.documentView = _list;
-    [NSNotificationCenter.defaultCenter addObserver:self
-                                           selector:@selector(listScrolled:)
-                                               name:NSScrollViewDidLiveScrollNotification
-                                             object:scrollView];
+    _hover = [[KSTHoverTracker alloc] initWithList:_list];
     return scrollView;
 }
 
@@ -182,6 +183,7 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
 }
 
 - (void)showRows {
+    [_hover forget]; // other items stand under the pointer, which reports itself again
     const std::size_t count = _state->items().size();
     [_list setRowCount:count delegate:self];
     for (KSTPopoverRowView* row in _list.rows) {
@@ -201,8 +203,15 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
 
 - (void)viewDidAppear {
     [super viewDidAppear];
-    [self.view.window makeFirstResponder:self.view];
+    [self.view.window makeFirstResponder:[self firstWithKeys]];
     [self connectKeyViews];
+}
+
+// Without a list, the button that leads to one: for those who go through buttons with the keyboard,
+// all others expect no ring around it.
+- (NSView*)firstWithKeys {
+    const bool isEmpty = !_state || _state->items().empty();
+    return isEmpty && NSApp.fullKeyboardAccessEnabled ? _footerButtons.firstObject : self.view;
 }
 
 // Now, because a window that comes onto the screen makes a loop of its own.
@@ -215,9 +224,9 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
     last.nextKeyView = self.view;
 }
 
-// No pointer leaves a row that is taken off the screen beneath it.
 - (void)viewDidDisappear {
     [super viewDidDisappear];
+    [_hover forget];
     if (!_state)
         return;
     _state->resetHighlight();
@@ -250,22 +259,6 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
         _state->pointerLeft(row.position);
 }
 
-// Rows that move under a resting pointer report nothing by themselves.
-- (void)listScrolled:(NSNotification*)notification {
-    (void)notification;
-    NSWindow* const window = self.view.window;
-    if (!window)
-        return;
-    const NSPoint point = [_list convertPoint:window.mouseLocationOutsideOfEventStream
-                                     fromView:nil];
-    KSTPopoverRowView* const row =
-        NSPointInRect(point, _list.visibleRect) ? [_list rowAtPoint:point] : nil;
-    if (row)
-        [self pointerEnteredRow:row];
-    else
-        _state->resetHighlight();
-}
-
 - (void)settingsClicked:(id)sender {
     (void)sender;
     if (_state)
@@ -284,13 +277,20 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
     [self interpretKeyEvents:@[ event ]];
 }
 
+// The highlight stays in the row that the keyboard leads to, whatever scrolls under the pointer.
+- (void)showHighlightedRow {
+    _hover.paused = YES;
+    if (const auto row = _state->hoveredRow())
+        [_list scrollToRow:*row];
+    _hover.paused = NO;
+}
+
 - (void)moveHighlight:(MenuPopoverView::Step)step {
     if (!_state)
         return;
     [self takeKeys];
     _state->moveHighlight(step);
-    if (const auto row = _state->hoveredRow())
-        [_list scrollToRow:*row];
+    [self showHighlightedRow];
 }
 
 - (void)moveUp:(id)sender {
@@ -331,6 +331,12 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
     [self.view.window selectPreviousKeyView:sender];
 }
 
+- (void)cancelOperation:(id)sender {
+    (void)sender;
+    if (_state)
+        _state->cancelled();
+}
+
 - (void)insertNewline:(id)sender {
     (void)sender;
     if (_state)
@@ -343,8 +349,7 @@ KSTCenteredColumnView* emptyStateView(NSRect frame) {
     [self takeKeys];
     NSString* const letters = [text isKindOfClass:NSString.class] ? text : @"";
     _state->typed(toUtf8(letters));
-    if (const auto row = _state->hoveredRow())
-        [_list scrollToRow:*row];
+    [self showHighlightedRow];
 }
 
 @end

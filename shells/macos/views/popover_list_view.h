@@ -7,7 +7,7 @@
 #import "shells/macos/views/popover_row_view.h"
 
 /// A document view; its width is its scroll view's.
-@interface KSTPopoverListView : NSView
+@interface KSTPopoverListView : NSView <KSTHoverList>
 
 /// Makes as many rows as there are items, on frames of the right size. Every row then has to be
 /// shown anew.
@@ -17,8 +17,5 @@
 
 /// Scrolls as little as needed; the list's first and last row come with the padding beside them.
 - (void)scrollToRow:(NSUInteger)position;
-
-/// The row at a point in this view's coordinates; nil between and beside the rows.
-- (KSTPopoverRowView*)rowAtPoint:(NSPoint)point;
 
 @end

@@ -60,7 +60,7 @@ namespace popover_style = kestrel::menu_popover_style;
     [self scrollRectToVisible:NSInsetRect(row.frame, 0, -popover_style::listPadding.top)];
 }
 
-- (KSTPopoverRowView*)rowAtPoint:(NSPoint)point {
+- (KSTPopoverRowView*)hoverRowAtPoint:(NSPoint)point {
     for (KSTPopoverRowView* row in _rows)
         if (NSPointInRect(point, row.frame))
             return row;

@@ -4,6 +4,8 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/views/kit/hover_tracking.h"
+
 #include "views/popover/item_row_view.h"
 
 @class KSTPopoverRowView;
@@ -13,7 +15,7 @@
 - (void)pointerLeftRow:(KSTPopoverRowView*)row;
 @end
 
-@interface KSTPopoverRowView : NSView
+@interface KSTPopoverRowView : NSView <KSTHoverRow>
 
 @property(nonatomic, weak) id<KSTPopoverRowViewDelegate> delegate;
 

@@ -1,7 +1,7 @@
 #include "shells/macos/views/popover_row_view.h"
 
 #include "shells/macos/foundation/text.h"
-#include "shells/macos/views/kit/hover_tracking.h"
+#include "shells/macos/views/kit/accessibility.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
@@ -25,8 +25,9 @@ namespace row_style = kestrel::menu_popover_style::row;
     KSTRoundedFillView* _highlight;
     KSTItemPictureView* _picture;
     NSTextField* _title;
-    NSTrackingArea* _trackingArea;
 }
+
+@synthesize underPointer = _underPointer;
 
 - (instancetype)initWithFrame:(NSRect)frame {
     if ((self = [super initWithFrame:frame])) {
@@ -48,7 +49,7 @@ namespace row_style = kestrel::menu_popover_style::row;
     _picture = [[KSTItemPictureView alloc] initWithFrame:NSZeroRect];
     _title = lineLabel(@"", row_style::title);
     _title.maximumNumberOfLines = row_style::titleLineLimit;
-    [_title setAccessibilityElement:NO];
+    hideFromAssistivePrograms(_title);
     for (NSView* part in @[ _highlight, _picture, _title ])
         [self addSubview:part];
 }
@@ -118,19 +119,14 @@ namespace row_style = kestrel::menu_popover_style::row;
         [self tap];
 }
 
-- (void)updateTrackingAreas {
-    [super updateTrackingAreas];
-    _trackingArea = renewedHoverArea(self, _trackingArea);
-}
-
-- (void)mouseEntered:(NSEvent*)event {
-    (void)event;
-    [self.delegate pointerEnteredRow:self];
-}
-
-- (void)mouseExited:(NSEvent*)event {
-    (void)event;
-    [self.delegate pointerLeftRow:self];
+- (void)setUnderPointer:(BOOL)underPointer {
+    if (_underPointer == underPointer)
+        return;
+    _underPointer = underPointer;
+    if (underPointer)
+        [self.delegate pointerEnteredRow:self];
+    else
+        [self.delegate pointerLeftRow:self];
 }
 
 - (BOOL)accessibilityPerformPress {

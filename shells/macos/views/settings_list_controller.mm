@@ -3,6 +3,8 @@
 #include "shells/macos/foundation/text.h"
 #include "shells/macos/views/item_icon_image.h"
 #include "shells/macos/views/item_row_cell_view.h"
+#include "shells/macos/views/kit/accessibility.h"
+#include "shells/macos/views/kit/hover_tracking.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "views/accessible_texts.h"
 
@@ -32,6 +34,7 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     SettingsView* _state;
     std::vector<Uuid> _shownIds; // of the rows, as the table knows them
     KSTItemRowCellView* _measuringCell;
+    KSTHoverTracker* _hover;
     BOOL _isShowingState;
 }
 
@@ -55,12 +58,13 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     table.allowsMultipleSelection = NO;
     table.allowsEmptySelection = YES;
     table.allowsTypeSelect = NO;
+    table.focusRingType = NSFocusRingTypeNone; // the selection shows who has the keys
     table.dataSource = self;
     table.delegate = self;
     table.commands = self;
     table.target = self;
     table.doubleAction = @selector(rowDoubleClicked:);
-    [table setAccessibilityLabel:textFor(accessible_texts::itemList)];
+    nameForAssistivePrograms(table, textFor(accessible_texts::itemList));
     [table registerForDraggedTypes:@[ itemType ]];
     [table setDraggingSourceOperationMask:NSDragOperationMove forLocal:YES];
     return table;
@@ -71,6 +75,7 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     _table.delegate = nil;
     _table.commands = nil;
     _table.target = nil;
+    _hover = nil;
 }
 
 // ---- rows
@@ -83,6 +88,8 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     [_table reloadData];
     _isShowingState = NO;
     [self showSelection];
+    if (!_hover && _table.enclosingScrollView)
+        _hover = [[KSTHoverTracker alloc] initWithList:_table];
 }
 
 - (void)refresh {
@@ -134,6 +141,16 @@ NSUserInterfaceItemIdentifier const rowIdentifier = @"item";
     if (const auto position = [self positionOfRow:row])
         [self showPosition:*position in:cell];
     return cell;
+}
+
+// Rows that come under a resting pointer: after a reload, or later than the list was scrolled.
+- (void)tableView:(NSTableView*)tableView
+    didAddRowView:(NSTableRowView*)rowView
+           forRow:(NSInteger)row {
+    (void)tableView;
+    (void)rowView;
+    (void)row;
+    [_hover rowsChanged];
 }
 
 - (CGFloat)tableView:(NSTableView*)tableView heightOfRow:(NSInteger)row {

@@ -5,6 +5,8 @@
 
 #import <AppKit/AppKit.h>
 
+#import "shells/macos/views/kit/hover_tracking.h"
+
 #include "views/settings/settings_view.h"
 
 /// What the keys ask for; each but the last two about the selected row.
@@ -16,7 +18,7 @@
 - (void)typed:(NSString*)text;
 @end
 
-@interface KSTSettingsListView : NSTableView <NSMenuItemValidation>
+@interface KSTSettingsListView : NSTableView <NSMenuItemValidation, KSTHoverList>
 
 @property(nonatomic, weak) id<KSTSettingsListCommands> commands;
 

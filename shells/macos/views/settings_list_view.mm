@@ -69,6 +69,11 @@ NSString* lettersOf(NSEvent* event) {
     return YES;
 }
 
+- (NSView<KSTHoverRow>*)hoverRowAtPoint:(NSPoint)point {
+    const NSInteger row = [self rowAtPoint:point];
+    return row < 0 ? nil : [self viewAtColumn:0 row:row makeIfNecessary:NO];
+}
+
 - (IBAction)delete:(id)sender {
     (void)sender;
     [self.commands deleteSelectedRow];

@@ -56,6 +56,8 @@ void MenuPopoverView::settingsClicked() const { call(callbacks_.onOpenSettings);
 
 void MenuPopoverView::quitClicked() const { call(callbacks_.onQuit); }
 
+void MenuPopoverView::cancelled() const { call(callbacks_.onClose); }
+
 void MenuPopoverView::pointerEntered(std::size_t position) {
     if (position < items().size())
         setHoveredRow(position);

@@ -25,7 +25,7 @@ class MenuPopoverView {
     struct Callbacks {
         std::function<void()> onOpenSettings; ///< "Settings" was clicked
         std::function<void()> onQuit;         ///< "Quit" was clicked
-        std::function<void()> onClose;        ///< an item was launched
+        std::function<void()> onClose;        ///< an item was launched, or Escape pressed
     };
 
     MenuPopoverView(ItemsManager& manager, MainQueue& mainQueue, Clock& clock, Callbacks callbacks);
@@ -41,6 +41,9 @@ class MenuPopoverView {
 
     void settingsClicked() const;
     void quitClicked() const;
+
+    /// Escape: the popover closes, at once.
+    void cancelled() const;
 
     /// The highlighted row: under the pointer, or reached from the keyboard. None while the footer
     /// has the keyboard focus, whose mark is the only one then.

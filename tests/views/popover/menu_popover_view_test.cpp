@@ -52,10 +52,17 @@ TEST_F(MenuPopoverViewTest, TheFooterButtonsCallTheirCallbacks) {
     EXPECT_THAT(log.calls, ElementsAre("onOpenSettings", "onQuit"));
 }
 
+TEST_F(MenuPopoverViewTest, EscapeClosesAtOnceAndLaunchesNothing) {
+    view->pointerEntered(0);
+    view->cancelled();
+    EXPECT_THAT(log.calls, ElementsAre("onClose"));
+}
+
 TEST_F(MenuPopoverViewTest, AbsentCallbacksAreNotCalled) {
     view = makeView({});
     view->settingsClicked();
     view->quitClicked();
+    view->cancelled();
     manager.items.assign({appItem("Empty", "")});
     view->row(0).onTap();
     mainQueue.runAll();

@@ -14,7 +14,7 @@
 - (instancetype)initWithFrame:(NSRect)frame;
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 
-@property(nonatomic, readonly) NSColor* color;
+@property(nonatomic) NSColor* color;
 @property(nonatomic, readonly) CGFloat radius;
 
 @end

@@ -18,6 +18,11 @@
     return [self initWithFrame:frame color:NSColor.separatorColor radius:0];
 }
 
+- (void)setColor:(NSColor*)color {
+    _color = color;
+    self.needsDisplay = YES;
+}
+
 - (BOOL)wantsUpdateLayer {
     return YES;
 }
