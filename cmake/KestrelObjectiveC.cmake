@@ -4,8 +4,8 @@ set(CMAKE_OBJCXX_STANDARD 20)
 set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 
-# kestrel_use_arc(<name>): all sources of the target must be .mm. No generator expression asks for the
-# language, since the Xcode generator ignores those; its own attributes make the option visible there.
+# kestrel_use_arc(<name>): all sources of the target must be .mm. No generator expression asks for
+# the language, since the Xcode generator ignores those; its attributes make the option visible there.
 function(kestrel_use_arc name)
   get_target_property(sources ${name} SOURCES)
   foreach(source IN LISTS sources)

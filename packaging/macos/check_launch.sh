@@ -1,5 +1,5 @@
 #!/bin/sh
-# Starts a signed Kestrel.app and looks at it from outside. On a Mac only, where somebody is logged in.
+# Starts a signed Kestrel.app and looks at it from outside. On a Mac only, with somebody logged in.
 #
 #   check_launch.sh APP
 #       It must become an agent, stay alive, end when it is told to, and leave no crash report.

@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
-"""Tests that the checks of the sources hold in a Mac's build, where neither the tests of this system
-nor warnings as errors are, and that they still find what is wrong there.
+"""Tests of a Mac's build, configured here with a compiler that is never run: everything is compiled
+with the right options, and the checks of the sources hold, where neither the tests of this system
+nor warnings as errors are, and still find what is wrong there. Exits with 77 without clang.
 
     tests/checks/as_on_a_mac_test.py BUILD_FOLDER
 """
 import json
 import pathlib
+import plistlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -16,10 +19,28 @@ sys.dont_write_bytecode = True
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tools"))
 import check_edge_cases  # noqa: E402
-import check_libcxx  # noqa: E402
 
+SKIPPED = 77
 NOT_BUILT = re.compile(r"^(.+)_NOT_BUILT")
 here = pathlib.Path()
+
+
+def configure_as_on_a_mac(folder):
+    """What the preset macos-dev does. CMake would look for a Mac's compiler, tools and system."""
+    clang = shutil.which("clang++")
+    libraries = subprocess.run(["g++", "-print-multiarch"], capture_output=True, text=True,
+                               check=True, timeout=10).stdout.strip()
+    settings = {
+        "CMAKE_BUILD_TYPE": "RelWithDebInfo", "CMAKE_EXPORT_COMPILE_COMMANDS": "ON",
+        "KESTREL_FETCH_DEPENDENCIES": "OFF", "KESTREL_WERROR": "OFF",
+        "CMAKE_SYSTEM_NAME": "Darwin", "CMAKE_OSX_SYSROOT": "/",
+        "CMAKE_CXX_COMPILER": clang, "CMAKE_CXX_COMPILER_WORKS": "ON",
+        "CMAKE_OBJCXX_COMPILER": clang, "CMAKE_OBJCXX_COMPILER_WORKS": "ON",
+        "CMAKE_TRY_COMPILE_TARGET_TYPE": "STATIC_LIBRARY",
+        "CMAKE_LIBRARY_ARCHITECTURE": libraries, "CMAKE_INSTALL_NAME_TOOL": "/bin/false"}
+    subprocess.run(["cmake", "-S", ROOT, "-B", folder, "-G", "Ninja",
+                    *(f"-D{name}={value}" for name, value in settings.items())],
+                   check=True, stdout=subprocess.DEVNULL, timeout=60)
 
 
 def listing(build):
@@ -30,8 +51,8 @@ def listing(build):
 
 
 def names_on_a_mac(build):
-    """The tests that `build` registers once it is built. They are known only then: those of its test
-    programs are taken from the build of this system, which has the same programs and more."""
+    """The tests that `build` registers once it is built. They are known only then: those of its
+    test programs are taken from the build of this system, which has the same programs and more."""
     names, programs = set(), set()
     for test in listing(build):
         if not_built := NOT_BUILT.match(test["name"]):
@@ -50,12 +71,12 @@ def row(test):
 
 
 class MacBuildTest(unittest.TestCase):
-    """`build` is configured as on a Mac, without its shell."""
+    """`build` is configured as on a Mac."""
 
     @classmethod
     def setUpClass(cls):
         cls.build = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
-        check_libcxx.configure_as_on_a_mac(cls.build)
+        configure_as_on_a_mac(cls.build)
         cls.names = names_on_a_mac(cls.build)
         cls.elsewhere = check_edge_cases.tests_of_other_systems(cls.build)
 
@@ -66,6 +87,22 @@ class MacBuildTest(unittest.TestCase):
         done = subprocess.run([sys.executable, ROOT / "tools" / "check_flags.py", build],
                               capture_output=True, text=True, check=False, timeout=60)
         return done.returncode, done.stdout
+
+    def test_shell_and_its_tests_are_compiled_with_arc(self):
+        commands = json.loads((self.build / "compile_commands.json").read_text(encoding="utf-8"))
+        compiled = {pathlib.Path(c["file"]): c["command"].split() for c in commands}
+        sources = [*(ROOT / "shells" / "macos").rglob("*.mm"),
+                   *(ROOT / "tests" / "macos").glob("*.mm")]
+        self.assertGreater(len(sources), 30)
+        for source in sources:
+            with self.subTest(source.relative_to(ROOT)):
+                self.assertLessEqual({"-fobjc-arc", "-fobjc-weak", "-std=c++20"},
+                                     set(compiled.get(source, ())))
+
+    def test_xcode_without_a_team_claims_nothing_that_needs_a_profile(self):
+        path = self.build / "shells" / "macos" / "Kestrel.entitlements"
+        self.assertEqual(list(plistlib.loads(path.read_bytes())),
+                         ["com.apple.security.automation.apple-events"])
 
     def test_flags_are_right(self):
         status, output = self.flags(self.build)
@@ -107,5 +144,8 @@ class MacBuildTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    if not shutil.which("clang++"):
+        print("SKIPPED: no clang")
+        sys.exit(SKIPPED)
     here = pathlib.Path(sys.argv.pop(1))
     unittest.main()

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Tests of packaging/macos/sign.sh and notarize.sh with stand-ins for the Mac's programs, which write
-down what they are asked for."""
+"""Tests of packaging/macos/sign.sh and notarize.sh with stand-ins for the Mac's programs, which
+write down what they are asked for."""
 import datetime
 import os
 import pathlib
