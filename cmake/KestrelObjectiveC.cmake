@@ -5,7 +5,7 @@ set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 
 # kestrel_use_arc(<name>): all sources of the target must be .mm. No generator expression asks for
-# the language, since the Xcode generator ignores those; its attributes make the option visible there.
+# the language, since the Xcode generator ignores those; its attributes show the option there.
 function(kestrel_use_arc name)
   get_target_property(sources ${name} SOURCES)
   foreach(source IN LISTS sources)

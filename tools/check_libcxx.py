@@ -59,7 +59,7 @@ def library_headers(version):
 
 
 def checks(build):
-    """(name, source, command) of each compilation: a source of the core, or a whole test program."""
+    """(name, source, command) of each compilation: a source of the core or a test program."""
     joined = {}
     for entry in json.loads((build / "compile_commands.json").read_text(encoding="utf-8")):
         command = shlex.split(entry["command"])

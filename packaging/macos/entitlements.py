@@ -7,9 +7,9 @@
         For a team's certificate. PROFILE is the provisioning profile as a property list; it must
         allow everything that is claimed, since the system ends a program that claims more.
 
-All of them stand in Kestrel.entitlements, which Xcode reads too. The list itself needs the key-value
-store alone, but whether somebody is signed in is told only to a program with a container for
-documents: without one `ubiquityIdentityToken` is always nil.
+All of them stand in Kestrel.entitlements, which Xcode reads too. The list needs the key-value store
+alone, but whether somebody is signed in is told only to a program with a container for documents:
+without one `ubiquityIdentityToken` is reported to be always nil.
 """
 
 import datetime

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of packaging/macos/check_launch.sh with stand-ins for the Mac's programs and for Kestrel."""
+"""Tests of packaging/macos/check_launch.sh with stand-ins for the Mac's programs."""
 import os
 import pathlib
 import subprocess
