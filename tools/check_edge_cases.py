@@ -26,6 +26,7 @@ HEADING = re.compile(r"^#+ .*?\b(\d+) cases?\b")
 CELL = re.compile(r"(?<!\\)\|")
 NAME = re.compile(r"`?((?:desktop:|check:)?[A-Za-z]\w*(?:[./]\w+)*)`?$")
 TEST = re.compile(r"^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", re.MULTILINE)
+INSTANCE = re.compile(r"^INSTANTIATE_TEST_SUITE_P\(\s*(\w+),\s*(\w+),", re.MULTILINE)
 METHOD = re.compile(r"^    def (test_\w+)\(", re.MULTILINE)
 
 
@@ -41,6 +42,16 @@ def registered_tests(build):
     return names
 
 
+def tests_in(source):
+    """The names that the tests of a C++ source may have in the table."""
+    text = source.read_text(encoding="utf-8")
+    for suite, test in TEST.findall(text):
+        yield f"{suite}.{test}"
+        for instance, instantiated in INSTANCE.findall(text):
+            if instantiated == suite:
+                yield f"{instance}/{suite}.{test}"
+
+
 def tests_of_other_systems(build):
     """The names of the tests in those folders of tests/ that the build leaves out."""
     names = set()
@@ -48,7 +59,7 @@ def tests_of_other_systems(build):
         if (build / "tests" / folder.name / "CTestTestfile.cmake").is_file():
             continue
         for source in [*folder.rglob("*.cpp"), *folder.rglob("*.mm")]:
-            names.update(map(".".join, TEST.findall(source.read_text(encoding="utf-8"))))
+            names.update(tests_in(source))
         for source in folder.glob("test_*.py"):
             names.update("desktop:" + m for m in METHOD.findall(source.read_text("utf-8")))
     return names

@@ -15,12 +15,12 @@ import sys
 REQUIRED = ("-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow",
             "-fstack-protector-strong")
 FOLDERS = ("src", "shells", "tests", "fuzz", "benchmarks")
-WERROR = re.compile(r"^KESTREL_WERROR:BOOL=(ON|OFF)$", re.MULTILINE)
+WERROR = re.compile(r"^KESTREL_WERROR:BOOL=(ON|TRUE|YES|Y|1)$", re.MULTILINE | re.IGNORECASE)
 
 
 def warnings_are_errors(build):
     """What the build was configured with."""
-    return WERROR.search((build / "CMakeCache.txt").read_text(encoding="utf-8"))[1] == "ON"
+    return bool(WERROR.search((build / "CMakeCache.txt").read_text(encoding="utf-8")))
 
 
 def main():

@@ -130,6 +130,7 @@ class MacBuildTest(unittest.TestCase):
 
     def test_misspelt_names_are_noticed_on_every_system(self):
         for test in ("desktop:test_no_such_thing", "CloudWatcherTest.NoSuchThing",
+                     "NoShells/TypedCommandTest.EveryCharacterArrives",
                      "ItemListJsonTest.NoSuchThing", "check:no_such_thing"):
             with self.subTest(test):
                 self.assertEqual(self.faults(test), [f"line 4: there is no test {test}"])
