@@ -99,6 +99,12 @@ class MacBuildTest(unittest.TestCase):
                 self.assertLessEqual({"-fobjc-arc", "-fobjc-weak", "-std=c++20"},
                                      set(compiled.get(source, ())))
 
+    def test_tests_that_a_mac_builds_need_no_stand_ins(self):
+        for source in (ROOT / "tests" / "macos").iterdir():
+            with self.subTest(source.name):
+                text = source.read_text(encoding="utf-8")
+                self.assertNotRegex(text, r"#(include|import).*(macos-check/|macos_standins/)")
+
     def test_xcode_without_a_team_claims_nothing_that_needs_a_profile(self):
         path = self.build / "shells" / "macos" / "Kestrel.entitlements"
         self.assertEqual(list(plistlib.loads(path.read_bytes())),
