@@ -4,21 +4,30 @@
     tools/check_flags.py BUILD_FOLDER
 
 Reads BUILD_FOLDER/compile_commands.json; what a generator wrote into the build folder is not ours.
+Warnings are errors exactly where KESTREL_WERROR of BUILD_FOLDER/CMakeCache.txt says so.
 """
 import json
 import pathlib
+import re
 import shlex
 import sys
 
-REQUIRED = ("-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror",
+REQUIRED = ("-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow",
             "-fstack-protector-strong")
 FOLDERS = ("src", "shells", "tests", "fuzz", "benchmarks")
+WERROR = re.compile(r"^KESTREL_WERROR:BOOL=(ON|TRUE|YES|Y|1)$", re.MULTILINE | re.IGNORECASE)
+
+
+def warnings_are_errors(build):
+    """What the build was configured with."""
+    return bool(WERROR.search((build / "CMakeCache.txt").read_text(encoding="utf-8")))
 
 
 def main():
     root = pathlib.Path(__file__).resolve().parent.parent
     build = pathlib.Path(sys.argv[1]).resolve()
     ours = faults = 0
+    werror = warnings_are_errors(build)
     for entry in json.loads((build / "compile_commands.json").read_text()):
         source = pathlib.Path(entry["directory"], entry["file"]).resolve()
         if build in source.parents or not any(root / f in source.parents for f in FOLDERS):
@@ -26,6 +35,8 @@ def main():
         ours += 1
         flags = shlex.split(entry["command"])
         missing = [flag for flag in REQUIRED if flag not in flags]
+        if werror != ("-Werror" in flags):
+            missing.append("-Werror" if werror else "no -Werror")
         if "-w" in flags:
             missing.append("no -w")
         if missing:

@@ -3,6 +3,8 @@
 #
 #   macos_check.sh typecheck
 #       Type-checks every source of shells/macos, tests/macos and tests/macos_standins.
+#   macos_check.sh libcxx VERSION
+#       Type-checks those of shells/macos with clang++-VERSION and its libc++, as a Mac has it.
 #   macos_check.sh test PROGRAM LIBRARY...
 #       Builds PROGRAM from shells/macos, tests/macos, tests/macos_standins and the core's LIBRARYs, and
 #       runs its tests.
@@ -29,19 +31,38 @@ command -v clang++ > /dev/null || skip "clang is not installed (Debian: clang)"
 node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
 
 # The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
-typecheck() {
-    status=0
+typecheck_shell() {
     # shellcheck disable=SC2046 # a word for each source; no name holds a space
     "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
         -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
-        -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort) || status=$?
+        -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort)
+}
+
+libcxx() {
+    clang=clang++-$1
+    headers=/usr/lib/llvm-$1/include/c++/v1
+    command -v "$clang" > /dev/null || skip "$clang is not installed (Debian 12: clang-$1)"
+    [ -d "$headers" ] || skip "its library is not installed (Debian 12: libc++-$1-dev)"
+    folder=$(mktemp -d)
+    trap 'rm -rf "$folder"' EXIT
+    # One program without arguments: that is what the tool takes for a compiler.
+    printf '#!/bin/sh\nexec %s -stdlib=libc++ -nostdinc++ -isystem %s "$@"\n' "$clang" "$headers" \
+        > "$folder/clang"
+    chmod +x "$folder/clang"
+    MACOS_CHECK_CLANG=$folder/clang typecheck_shell
+}
+
+typecheck() {
+    status=0
+    typecheck_shell || status=$?
     "$tool/typecheck" -I src -I . tests/macos/*.mm tests/macos_standins/*.mm || status=$?
     return "$status"
 }
 
 # build SOURCE|LIBRARY...
 build() {
-    sources=$(find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort)
+    # The run tool brings a main function of its own.
+    sources=$(find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -name main.mm | sort)
     # shellcheck disable=SC2086 # a word for each source; no name holds a space
     "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
         -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
@@ -60,6 +81,7 @@ run() {
 
 case ${1:-} in
 typecheck) typecheck ;;
+libcxx) libcxx "$2" ;;
 test)
     program=$2
     sanitize=

@@ -2,7 +2,6 @@
 // A 128-bit universally unique identifier (RFC 4122): the identity of a launcher item.
 
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -34,7 +33,7 @@ class Uuid {
 
     const Bytes& bytes() const { return bytes_; }
 
-    friend constexpr auto operator<=>(const Uuid&, const Uuid&) = default;
+    friend constexpr bool operator==(const Uuid&, const Uuid&) = default;
 
   private:
     Bytes bytes_{};

@@ -101,7 +101,11 @@ def info_plist(root):
 
 def entitlements(root):
     found = plistlib.loads((root / "packaging/macos/Kestrel.entitlements").read_bytes())
+    container = "iCloud.$(CFBundleIdentifier)"
     expect_equal(found, {
+        "com.apple.developer.icloud-container-identifiers": [container],
+        "com.apple.developer.icloud-services": ["CloudDocuments"],
+        "com.apple.developer.ubiquity-container-identifiers": [container],
         "com.apple.developer.ubiquity-kvstore-identifier":
             "$(TeamIdentifierPrefix)$(CFBundleIdentifier)",
         "com.apple.security.automation.apple-events": True,
