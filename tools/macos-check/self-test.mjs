@@ -86,10 +86,11 @@ function expectRuns(name, sources) {
     if (ran.status !== 0) console.log(ran.stdout + ran.stderr);
 }
 if (!process.argv.includes('--no-run')) {
-    expectRuns('adapters_test', ['adapters.mm', 'adapters_test.mm']);
+    expectRuns('adapters_test', ['adapters.mm', 'adapters_test.mm', 'views_test.mm']);
     expectRuns('sample_test', ['sample_test.mm']);
     expectPasses('example/adapters_test.mm'); // `run` has installed GoogleTest
     expectPasses('example/sample_test.mm');
+    expectPasses('example/views_test.mm');
 }
 
 console.log(failures ? `self-test: ${failures} failures` : 'self-test: everything as expected');
