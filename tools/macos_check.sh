@@ -6,6 +6,9 @@
 #   macos_check.sh test PROGRAM LIBRARY...
 #       Builds PROGRAM from shells/macos, tests/macos, tests/macos_standins and the core's LIBRARYs, and
 #       runs its tests.
+#   macos_check.sh faults LIBRARY...
+#       Tests those tests: each fault of tools/macos-check/faults/shell.json, seeded into a copy of a
+#       source, has to be caught by one of them.
 #   macos_check.sh sanitized PROGRAM
 #       The same with the core's sources, and with the address and undefined behaviour sanitizers.
 #
@@ -39,12 +42,15 @@ typecheck() {
     return "$status"
 }
 
+sources() {
+    find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort
+}
+flags='-I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc'
+
 # build SOURCE|LIBRARY...
 build() {
-    sources=$(find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort)
-    # shellcheck disable=SC2086 # a word for each source; no name holds a space
-    "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
-        -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
+    # shellcheck disable=SC2046,SC2086 # a word for each; no name holds a space
+    "$tool/run" --gtest $sanitize "$program" $(sources) "$@" -- $flags || {
         status=$?
         [ "$status" -ne 2 ] || skip "what the run tool needs is not installed"
         exit 1
@@ -54,8 +60,9 @@ build() {
 run() {
     home=$(mktemp -d)
     trap 'rm -rf "$home"' EXIT
-    # GNUstep keeps much until the end, which is no leak of ours.
-    HOME=$home ASAN_OPTIONS=detect_leaks=0 timeout 300 xvfb-run -a "$program"
+    # GNUstep keeps much until the end, which is no leak of ours. Its pasteboard server, which dies
+    # with the display of the program that started it, is found through a file in TEMP.
+    HOME=$home TEMP=$home ASAN_OPTIONS=detect_leaks=0 timeout 300 xvfb-run -a "$program"
 }
 
 case ${1:-} in
@@ -66,6 +73,15 @@ test)
     shift 2
     build "$@"
     run
+    ;;
+faults)
+    shift
+    # shellcheck disable=SC2046,SC2086 # a word for each; no name holds a space
+    "$tool/seed-faults" "$tool/faults/shell.json" $(sources) "$@" -- $flags || {
+        status=$?
+        [ "$status" -ne 3 ] || skip "what the run tool needs is not installed"
+        exit 1
+    }
     ;;
 sanitized)
     program=$2

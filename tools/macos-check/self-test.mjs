@@ -79,7 +79,7 @@ function expectRuns(name, sources) {
     expect(built.status === 0, `${name} builds`);
     if (built.status !== 0) return console.log(built.stdout + built.stderr);
     const ran = command('xvfb-run', ['-a', '-s', '-screen 0 1280x800x24', program], 60, {
-        env: { ...process.env, HOME: scratch },
+        env: { ...process.env, HOME: scratch, TEMP: scratch },
     });
     const passed = /\[  PASSED  \] (\d+ tests)/.exec(ran.stdout)?.[1];
     expect(ran.status === 0 && !!passed, `${name} runs: ${passed ?? ran.signal ?? ran.status}`);
