@@ -31,11 +31,12 @@ command -v clang++ > /dev/null || skip "clang is not installed (Debian: clang)"
 # Fetches two packages the first time, then answers from its cache.
 node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
 
-# The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
+# The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it, and with the
+# prefix of its Objective-C names.
 typecheck() {
     status=0
     # shellcheck disable=SC2046 # a word for each source; no name holds a space
-    "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
+    "$tool/typecheck" --prefix KST -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
         -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
         -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort) || status=$?
     "$tool/typecheck" -I src -I . tests/macos/*.mm tests/macos_standins/*.mm || status=$?
