@@ -5,8 +5,6 @@
 #include "shells/macos/views/kit/style_bridge.h"
 #include "tests/macos/views_support.h"
 
-#include <macos-check/recording.h>
-
 #include <memory>
 #include <optional>
 
@@ -15,18 +13,17 @@ namespace {
 
 class MacItemEditorTest : public testing::Test {
   protected:
-    void SetUp() override {
-        recording::reset();
-        open(std::nullopt);
-    }
+    void SetUp() override { open(std::nullopt); }
 
     void open(const std::optional<LauncherItem>& item) {
         auto form = std::make_unique<AddEditItemView>(
             item, [this](LauncherItem saved) { saved_.push_back(std::move(saved)); }, openPanel_);
         form->dismiss = [this] { ++dismissals_; };
         form_ = form.get();
-        editor_ = [[KSTItemEditorViewController alloc] initWithForm:std::move(form)];
-        [editor_ view];
+        @autoreleasepool {
+            editor_ = [[KSTItemEditorViewController alloc] initWithForm:std::move(form)];
+            [editor_ view];
+        }
     }
 
     NSStackView* column() { return (NSStackView*)editor_.view; }
@@ -81,6 +78,7 @@ TEST_F(MacItemEditorTest, AddingStartsEmptyWithTheAppRow) {
     ASSERT_TRUE(button("Add") != nil);
     EXPECT_FALSE(button("Add").enabled);
     EXPECT_EQ(editor_.titleField, titleField());
+    EXPECT_EQ(textOf(editor_.title), "Add Item");
 }
 
 TEST_F(MacItemEditorTest, EditingShowsTheItem) {
@@ -130,6 +128,34 @@ TEST_F(MacItemEditorTest, TheCommandFieldIsMonospacedAndAllFieldsAreRounded) {
     EXPECT_FALSE([pathField().font isEqual:commandField().font]);
     for (NSTextField* field in @[ titleField(), pathField(), commandField() ])
         EXPECT_EQ(field.bezelStyle, NSTextFieldRoundedBezel);
+}
+
+TEST_F(MacItemEditorTest, EachControlIsReadByTheLabelOfItsRow) {
+    const auto isNamed = [](NSControl* control, const std::string& name) {
+        EXPECT_EQ(textOf(control.accessibilityLabel), name);
+        EXPECT_EQ(textOf(control.cell.accessibilityLabel), name) << "the cell";
+    };
+    isNamed(titleField(), "Title");
+    isNamed(typeControl(), "Type");
+    isNamed(pathField(), "App");
+    isNamed(commandField(), "Command");
+    chooseType(1);
+    isNamed(pathField(), "File");
+}
+
+TEST_F(MacItemEditorTest, AControlTakesTheWidthThatItsLabelLeaves) {
+    const auto hugging = [this](NSUInteger rowIndex, NSUInteger place) {
+        return [row(rowIndex).arrangedSubviews[place]
+            contentHuggingPriorityForOrientation:NSLayoutConstraintOrientationHorizontal];
+    };
+    for (const NSUInteger index : {1U, 2U, 3U, 4U}) {
+        EXPECT_EQ(row(index).distribution, NSStackViewDistributionFill) << index;
+        EXPECT_EQ(hugging(index, 0), NSLayoutPriorityDefaultHigh) << index;
+        EXPECT_EQ(hugging(index, 1), NSLayoutPriorityDefaultLow) << index;
+    }
+    EXPECT_EQ(hugging(3, 2), NSLayoutPriorityDefaultHigh) << "the button to browse";
+    EXPECT_EQ(hugging(6, 1), NSLayoutPriorityDefaultHigh) << "the button to cancel";
+    EXPECT_EQ(hugging(6, 2), NSLayoutPriorityDefaultHigh) << "the button to confirm";
 }
 
 TEST_F(MacItemEditorTest, WhatIsTypedReachesTheState) {
@@ -227,10 +253,10 @@ TEST_F(MacItemEditorTest, AFormThatGoesInItsOwnActionIsNotTouchedAgain) {
         type(titleField(), "Deploy");
         click(button("Add"));
     }
+    EXPECT_TRUE(runUntil([weakEditor] { return weakEditor == nil; }));
     redraw();
     EXPECT_EQ(dismissals_, 1);
     EXPECT_EQ(saved_.size(), 1U);
-    EXPECT_TRUE(weakEditor == nil);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+/// Its title is the form's header: a window takes it over.
 @interface KSTItemEditorViewController : NSViewController
 
 /// Owns `form`, which is not null and whose `dismiss` is set. The form may be dismissed, and this

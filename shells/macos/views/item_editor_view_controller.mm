@@ -3,6 +3,7 @@
 #import <objc/runtime.h>
 
 #include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/accessibility.h"
 #include "shells/macos/views/kit/face_button.h"
 #include "shells/macos/views/kit/redraw_schedule.h"
 #include "shells/macos/views/kit/rounded_fill_view.h"
@@ -35,6 +36,18 @@ namespace form_style = kestrel::add_edit_item_style;
 
 namespace {
 
+/// The control is as wide as its text.
+void keepWidth(NSControl* control) {
+    [control setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                        forOrientation:NSLayoutConstraintOrientationHorizontal];
+}
+
+/// The control takes the width that its row has left.
+void stretch(NSControl* control) {
+    [control setContentHuggingPriority:NSLayoutPriorityDefaultLow
+                        forOrientation:NSLayoutConstraintOrientationHorizontal];
+}
+
 /// The platform's labelled row: the label at the leading edge, the control in the rest.
 NSStackView* labeledRow(NSTextField* label, NSArray<NSView*>* controls) {
     NSStackView* const row =
@@ -42,8 +55,7 @@ NSStackView* labeledRow(NSTextField* label, NSArray<NSView*>* controls) {
     row.orientation = NSUserInterfaceLayoutOrientationHorizontal;
     row.alignment = NSLayoutAttributeFirstBaseline;
     row.distribution = NSStackViewDistributionFill;
-    [label setContentHuggingPriority:NSLayoutPriorityDefaultHigh
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
+    keepWidth(label);
     [label setContentCompressionResistancePriority:NSLayoutPriorityRequired
                                     forOrientation:NSLayoutConstraintOrientationHorizontal];
     return row;
@@ -97,6 +109,7 @@ std::size_t segmentOf(ItemType type) {
 - (instancetype)initWithForm:(std::unique_ptr<AddEditItemView>)form {
     if ((self = [super initWithNibName:nil bundle:nil])) {
         _form = std::move(form);
+        self.title = textFor(_form->header());
         __weak KSTItemEditorViewController* weakSelf = self;
         _redraws.emplace(_form->objectWillChange, [weakSelf] { [weakSelf updateNow]; });
     }
@@ -136,7 +149,7 @@ std::size_t segmentOf(ItemType type) {
     _titleField = [self makeField];
     _titleField.font = fontFor(form_style::label.font);
     _titleField.placeholderString = textFor(form_style::titlePlaceholder);
-    [_titleField setAccessibilityLabel:label.stringValue];
+    nameForAssistivePrograms(_titleField, label.stringValue);
     return labeledRow(label, @[ _titleField ]);
 }
 
@@ -150,7 +163,8 @@ std::size_t segmentOf(ItemType type) {
                                                            target:self
                                                            action:@selector(typeChosen:)];
     _typeControl.segmentDistribution = NSSegmentDistributionFillEqually;
-    [_typeControl setAccessibilityLabel:label.stringValue];
+    stretch(_typeControl);
+    nameForAssistivePrograms(_typeControl, label.stringValue);
     return labeledRow(label, @[ _typeControl ]);
 }
 
@@ -158,8 +172,7 @@ std::size_t segmentOf(ItemType type) {
     NSTextField* const field = [NSTextField textFieldWithString:@""];
     field.bezelStyle = NSTextFieldRoundedBezel;
     field.delegate = self;
-    [field setContentHuggingPriority:NSLayoutPriorityDefaultLow
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
+    stretch(field);
     [field setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
                                     forOrientation:NSLayoutConstraintOrientationHorizontal];
     return field;
@@ -171,6 +184,7 @@ std::size_t segmentOf(ItemType type) {
     NSButton* const browse = [NSButton buttonWithTitle:textFor(form_style::browse)
                                                 target:self
                                                 action:@selector(browse:)];
+    keepWidth(browse);
     NSStackView* const row = labeledRow(_pathLabel, @[ _pathField, browse ]);
     [row setCustomSpacing:form_style::browseSpacing afterView:_pathField];
     return row;
@@ -182,21 +196,22 @@ std::size_t segmentOf(ItemType type) {
     _commandField = [self makeField];
     _commandField.font = fontFor(typeRow.font);
     _commandField.placeholderString = textFor(typeRow.placeholder);
-    [_commandField setAccessibilityLabel:label.stringValue];
+    nameForAssistivePrograms(_commandField, label.stringValue);
     return labeledRow(label, @[ _commandField ]);
 }
 
 - (NSView*)makeButtonRow {
     NSView* const space = [[NSView alloc] initWithFrame:NSZeroRect];
-    [space setContentHuggingPriority:NSLayoutPriorityDefaultLow
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
     NSButton* const cancel = [NSButton buttonWithTitle:textFor(form_style::cancel)
                                                 target:self
                                                 action:@selector(cancel:)];
     cancel.keyEquivalent = @"\033";
     _confirmButton = prominentButton(textFor(_form->confirmTitle()), self, @selector(confirm:));
-    _confirmButton.keyEquivalent = @"\r";
+    // In this order: Return without a modifier would make it the window's default button.
     _confirmButton.keyEquivalentModifierMask = NSEventModifierFlagCommand;
+    _confirmButton.keyEquivalent = @"\r";
+    keepWidth(cancel);
+    keepWidth(_confirmButton);
     NSStackView* const row = [NSStackView stackViewWithViews:@[ space, cancel, _confirmButton ]];
     row.orientation = NSUserInterfaceLayoutOrientationHorizontal;
     row.distribution = NSStackViewDistributionFill;
@@ -221,7 +236,7 @@ std::size_t segmentOf(ItemType type) {
         _pathLabel.stringValue = textFor(typeRow.label);
         _pathField.font = fontFor(typeRow.font);
         _pathField.placeholderString = textFor(typeRow.placeholder);
-        [_pathField setAccessibilityLabel:_pathLabel.stringValue];
+        nameForAssistivePrograms(_pathField, _pathLabel.stringValue);
     }
     _confirmButton.enabled = _form->canSave();
 }

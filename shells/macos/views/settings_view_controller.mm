@@ -1,6 +1,7 @@
 #include "shells/macos/views/settings_view_controller.h"
 
 #include "app/app_style.h"
+#include "shells/macos/desktop/main_queue.h"
 #include "shells/macos/views/item_editor_view_controller.h"
 #include "shells/macos/views/kit/announcer.h"
 #include "shells/macos/views/kit/centered_column_view.h"
@@ -30,6 +31,31 @@ using namespace kestrel::macos_shell;
 - (void)presentSheet;
 - (void)presentForm:(std::unique_ptr<AddEditItemView>)form;
 @end
+
+namespace {
+
+/// `title` is for assistive programs: a sheet shows none.
+NSWindow* makeSheet(NSString* title) {
+    NSWindow* const sheet = [[NSWindow alloc] initWithContentRect:NSZeroRect
+                                                        styleMask:NSWindowStyleMaskTitled
+                                                          backing:NSBackingStoreBuffered
+                                                            defer:YES];
+    sheet.title = title;
+    sheet.releasedWhenClosed = NO;
+    // A form half filled in stops neither Quit nor logging out.
+    sheet.preventsApplicationTerminationWhenModal = NO;
+    return sheet;
+}
+
+/// Puts the form into the sheet, which becomes as large as it.
+void fill(NSWindow* sheet, KSTItemEditorViewController* editor) {
+    sheet.contentViewController = editor;
+    [sheet setContentSize:editor.view.fittingSize]; // its frame may not be laid out yet
+    sheet.initialFirstResponder = editor.titleField;
+    sheet.defaultButtonCell = nil; // Return alone is bound to nothing
+}
+
+} // namespace
 
 @implementation KSTSettingsViewController {
     std::unique_ptr<SettingsView> _state;
@@ -167,21 +193,14 @@ using namespace kestrel::macos_shell;
 }
 
 - (void)presentForm:(std::unique_ptr<AddEditItemView>)form {
-    NSWindow* const sheet = [[NSWindow alloc] initWithContentRect:NSZeroRect
-                                                        styleMask:NSWindowStyleMaskTitled
-                                                          backing:NSBackingStoreBuffered
-                                                            defer:YES];
-    sheet.releasedWhenClosed = NO;
+    NSWindow* const sheet = makeSheet(textFor(form->header()));
     __weak NSWindow* weakSheet = sheet;
     form->dismiss = [weakSheet] {
         NSWindow* const shown = weakSheet;
         if (shown)
             [shown.sheetParent endSheet:shown];
     };
-    KSTItemEditorViewController* const editor =
-        [[KSTItemEditorViewController alloc] initWithForm:std::move(form)];
-    sheet.contentViewController = editor;
-    sheet.initialFirstResponder = editor.titleField;
+    fill(sheet, [[KSTItemEditorViewController alloc] initWithForm:std::move(form)]);
     _sheet = sheet;
     __weak KSTSettingsViewController* weakSelf = self;
     [self.view.window beginSheet:sheet
@@ -192,9 +211,7 @@ using namespace kestrel::macos_shell;
                        strongSelf->_state->sheetClosed();
                    NSWindow* const closed = weakSheet;
                    // Its form may still be in the action that closed it.
-                   dispatch_async(dispatch_get_main_queue(), ^{
-                       [closed close];
-                   });
+                   DispatchMainQueue().async([closed] { [closed close]; });
                }];
 }
 

@@ -22,8 +22,9 @@ NSButton* prominentButton(NSString* title, id target, SEL action);
 
 } // namespace kestrel::macos_shell
 
-/// Has neither a bezel nor a background; its whole frame takes clicks, the face is centred in it.
-/// While it has the keyboard focus, Space and Return press it.
+/// Has neither a bezel nor a background; its whole frame takes clicks, the face is centred in it
+/// and dimmed while the button is pressed. While it has the keyboard focus, Space and Return press
+/// it.
 @interface KSTFaceButton : NSButton
 
 /// As large as its face.

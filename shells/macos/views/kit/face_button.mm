@@ -1,5 +1,6 @@
 #include "shells/macos/views/kit/face_button.h"
 
+#include "shells/macos/views/kit/accessibility.h"
 #include "shells/macos/views/kit/style_bridge.h"
 #include "shells/macos/views/kit/symbol_view.h"
 #include "shells/macos/views/kit/text_label.h"
@@ -12,17 +13,42 @@ using namespace kestrel::macos_shell;
 namespace {
 
 constexpr CGFloat ringMargin = 4; // points around the face
+constexpr CGFloat pressedOpacity = 0.5;
 
 } // namespace
 
 @interface KSTFaceButton ()
+- (void)showPressed:(BOOL)isPressed;
 - (NSSize)faceSize;
 - (void)layOutFace;
+@end
+
+/// Tells its button when it is pressed: with the pointer, by a key or by an assistive program.
+@interface KSTFaceButtonCell : NSButtonCell
+@end
+
+@implementation KSTFaceButtonCell
+
+- (void)highlight:(BOOL)flag withFrame:(NSRect)cellFrame inView:(NSView*)controlView {
+    [super highlight:flag withFrame:cellFrame inView:controlView];
+    [static_cast<KSTFaceButton*>(self.controlView) showPressed:flag];
+}
+
+// Not every way to press a button is documented to come through the method above.
+- (void)setHighlighted:(BOOL)flag {
+    [super setHighlighted:flag];
+    [static_cast<KSTFaceButton*>(self.controlView) showPressed:flag];
+}
+
 @end
 
 @implementation KSTFaceButton {
     ButtonFace::Axis _axis;
     CGFloat _spacing;
+}
+
++ (Class)cellClass {
+    return KSTFaceButtonCell.class;
 }
 
 - (instancetype)initWithFace:(const ButtonFace&)face target:(id)target action:(SEL)action {
@@ -36,8 +62,8 @@ constexpr CGFloat ringMargin = 4; // points around the face
         self.imagePosition = NSNoImage;
         self.target = target;
         self.action = action;
-        [self setAccessibilityLabel:_label.stringValue];
-        [_label setAccessibilityElement:NO];
+        nameForAssistivePrograms(self, _label.stringValue);
+        hideFromAssistivePrograms(_label);
         [self addSubview:_symbol];
         [self addSubview:_label];
         const NSSize size = [self faceSize];
@@ -50,6 +76,13 @@ constexpr CGFloat ringMargin = 4; // points around the face
 - (void)setFaceColor:(style::ColorLevel)level {
     self.symbol.contentTintColor = colorFor(level);
     self.label.textColor = colorFor(level);
+}
+
+// As the system dims the picture and the title of a button without a border.
+- (void)showPressed:(BOOL)isPressed {
+    const CGFloat opacity = isPressed && self.enabled ? pressedOpacity : 1;
+    self.symbol.alphaValue = opacity;
+    self.label.alphaValue = opacity;
 }
 
 - (BOOL)isFlipped {

@@ -6,7 +6,7 @@
 #include "views/style.h"
 
 /// Shows a picture stretched over its whole frame, smoothly. A template picture takes the colour
-/// of text.
+/// of text. It says nothing to assistive programs: the text beside it does.
 @interface KSTItemPictureView : NSImageView
 @end
 

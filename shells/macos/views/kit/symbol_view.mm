@@ -1,6 +1,7 @@
 #include "shells/macos/views/kit/symbol_view.h"
 
 #include "shells/macos/foundation/text.h"
+#include "shells/macos/views/kit/accessibility.h"
 #include "shells/macos/views/kit/style_bridge.h"
 
 using namespace kestrel;
@@ -12,7 +13,7 @@ using namespace kestrel::macos_shell;
     if ((self = [super initWithFrame:frame])) {
         self.imageScaling = NSImageScaleAxesIndependently;
         self.contentTintColor = colorFor(style::ColorLevel::primary);
-        [self setAccessibilityElement:NO];
+        hideFromAssistivePrograms(self);
     }
     return self;
 }
@@ -42,7 +43,7 @@ NSImageView* symbolView(const style::SymbolStyle& symbol) {
     NSImageView* const view = [NSImageView imageViewWithImage:image];
     view.frame = NSMakeRect(0, 0, image.size.width, image.size.height);
     view.contentTintColor = colorFor(symbol.color);
-    [view setAccessibilityElement:NO];
+    hideFromAssistivePrograms(view);
     return view;
 }
 
