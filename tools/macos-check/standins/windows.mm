@@ -105,14 +105,3 @@ void watchWindows() {
     self.contentView = view;
 }
 @end
-
-@implementation NSWindow (MacosCheckTermination)
-/// On when nothing was set, as on a Mac.
-- (BOOL)preventsApplicationTerminationWhenModal {
-    NSNumber* flag = stateOf(self, @selector(preventsApplicationTerminationWhenModal));
-    return flag == nil || flag.boolValue;
-}
-- (void)setPreventsApplicationTerminationWhenModal:(BOOL)flag {
-    setState(self, @selector(preventsApplicationTerminationWhenModal), @(flag));
-}
-@end
