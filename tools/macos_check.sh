@@ -31,8 +31,7 @@ command -v clang++ > /dev/null || skip "clang is not installed (Debian: clang)"
 # Fetches two packages the first time, then answers from its cache.
 node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
 
-# The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it, and with the
-# prefix of its Objective-C names.
+# The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
 typecheck() {
     status=0
     # shellcheck disable=SC2046 # a word for each source; no name holds a space
@@ -43,8 +42,9 @@ typecheck() {
     return "$status"
 }
 
+# The run tool brings a main function of its own.
 sources() {
-    find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -path shells/macos/main.mm | sort
+    find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -name main.mm | sort
 }
 flags='-I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc'
 
