@@ -8,6 +8,9 @@
 #   macos_check.sh test PROGRAM LIBRARY...
 #       Builds PROGRAM from shells/macos, tests/macos, tests/macos_standins and the core's LIBRARYs, and
 #       runs its tests.
+#   macos_check.sh faults LIBRARY...
+#       Tests those tests: each fault of tools/macos-check/faults/shell.json, seeded into a copy of a
+#       source, has to be caught by one of them.
 #   macos_check.sh sanitized PROGRAM
 #       The same with the core's sources, and with the address and undefined behaviour sanitizers.
 #
@@ -33,7 +36,7 @@ node "$tool/lib/cache.mjs" > /dev/null || skip "its packages cannot be fetched"
 # The shell with the warnings of cmake/KestrelFlags.cmake, with which a Mac builds it.
 typecheck_shell() {
     # shellcheck disable=SC2046 # a word for each source; no name holds a space
-    "$tool/typecheck" -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
+    "$tool/typecheck" --prefix KST -I src -I . -Wpedantic -Wshadow -Wconversion -Wsign-conversion \
         -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wformat=2 \
         -Wimplicit-fallthrough $(find shells/macos -name '*.mm' | sort)
 }
@@ -59,13 +62,16 @@ typecheck() {
     return "$status"
 }
 
+# The run tool brings a main function of its own.
+sources() {
+    find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -name main.mm | sort
+}
+flags='-I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc'
+
 # build SOURCE|LIBRARY...
 build() {
-    # The run tool brings a main function of its own.
-    sources=$(find shells/macos tests/macos tests/macos_standins -name '*.mm' ! -name main.mm | sort)
-    # shellcheck disable=SC2086 # a word for each source; no name holds a space
-    "$tool/run" --gtest $sanitize "$program" $sources "$@" -- \
-        -I src -I . -Wall -Wextra -Werror -lgmock -lsimdjson -lutf8proc || {
+    # shellcheck disable=SC2046,SC2086 # a word for each; no name holds a space
+    "$tool/run" --gtest $sanitize "$program" $(sources) "$@" -- $flags || {
         status=$?
         [ "$status" -ne 2 ] || skip "what the run tool needs is not installed"
         exit 1
@@ -75,8 +81,9 @@ build() {
 run() {
     home=$(mktemp -d)
     trap 'rm -rf "$home"' EXIT
-    # GNUstep keeps much until the end, which is no leak of ours.
-    HOME=$home ASAN_OPTIONS=detect_leaks=0 timeout 300 xvfb-run -a "$program"
+    # GNUstep keeps much until the end, which is no leak of ours. Its pasteboard server, which dies
+    # with the display of the program that started it, is found through a file in TEMP.
+    HOME=$home TEMP=$home ASAN_OPTIONS=detect_leaks=0 timeout 300 xvfb-run -a "$program"
 }
 
 case ${1:-} in
@@ -88,6 +95,15 @@ test)
     shift 2
     build "$@"
     run
+    ;;
+faults)
+    shift
+    # shellcheck disable=SC2046,SC2086 # a word for each; no name holds a space
+    "$tool/seed-faults" "$tool/faults/shell.json" $(sources) "$@" -- $flags || {
+        status=$?
+        [ "$status" -ne 3 ] || skip "what the run tool needs is not installed"
+        exit 1
+    }
     ;;
 sanitized)
     program=$2

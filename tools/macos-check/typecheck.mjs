@@ -4,9 +4,10 @@ import os from 'node:os';
 import path from 'node:path';
 import { spawn, spawnSync } from 'node:child_process';
 import { cacheDir, filesUnder, generatedHeaders, root, sha256 } from './lib/cache.mjs';
-import { systemTypes, undeclaredMethods } from './lib/undeclared-methods.mjs';
+import { namesWithout, ruleFindings, systemOptions } from './lib/rules.mjs';
+import { systemTypes, typesOf } from './lib/undeclared-methods.mjs';
 
-const USAGE = `usage: typecheck [-I DIR]... [-isystem DIR]... [-D NAME[=VALUE]]... [-W...]... [--no-cache] FILE.mm...
+const USAGE = `usage: typecheck [-I DIR]... [-isystem DIR]... [-D NAME[=VALUE]]... [-W...]... [--no-cache] [--prefix WORD] FILE.mm...
 Exit status: 0 nothing found, 1 findings, 2 the check could not be made.`;
 const CLANG =
     process.env.MACOS_CHECK_CLANG ||
@@ -43,13 +44,14 @@ const VARIANTS = [
 ];
 
 function parseArguments(args) {
-    const options = { flags: [], files: [], useCache: true };
+    const options = { flags: [], files: [], useCache: true, prefix: '' };
     for (let i = 0; i < args.length; i++) {
         const arg = args[i];
         if (arg === '-h' || arg === '--help') {
             console.log(USAGE);
             process.exit(0);
         } else if (arg === '--no-cache') options.useCache = false;
+        else if (arg === '--prefix' && i + 1 < args.length) options.prefix = args[++i];
         else if (['-I', '-isystem', '-D'].includes(arg) && i + 1 < args.length)
             options.flags.push(arg, args[++i]);
         else if (/^-(I|isystem|D|W|std=)./.test(arg)) options.flags.push(arg);
@@ -121,7 +123,7 @@ const dependencies = (rule) =>
         .split(/(?<!\\)\s+/)
         .map((name) => name.replace(/\\(.)/g, '$1'));
 
-const { flags, files, useCache } = parseArguments(process.argv.slice(2));
+const { flags, files, useCache, prefix } = parseArguments(process.argv.slice(2));
 if (!CLANG) fail('clang is missing (Debian package: clang)');
 let headers;
 try {
@@ -226,20 +228,29 @@ for (const job of jobs) {
     }
 }
 
-const system = systemTypes([
+const headerFiles = [
     ...fs.readdirSync(headers).map((name) => path.join(headers, name, name + '.h')),
     ...ownHeaders,
-]);
-const undeclared = new Set();
+];
+const system = systemTypes(headerFiles);
+const options = systemOptions(headerFiles);
+const findingsInText = new Set();
 for (const job of jobs) {
     const inputs = new Set(
         [job.file, ...(job.inputs ?? job.found ?? [])]
             .map((name) => path.resolve(name))
             .filter((name) => fs.existsSync(name)),
     );
-    for (const message of undeclaredMethods(system, inputs)) undeclared.add(message);
+    const types = typesOf(system, inputs);
+    const [source, ...included] = inputs;
+    for (const message of [
+        ...types.undeclared(),
+        ...ruleFindings(options, types, source, included),
+        ...(prefix ? namesWithout(prefix, [...inputs]) : []),
+    ])
+        findingsInText.add(message);
 }
-for (const message of undeclared) {
+for (const message of findingsInText) {
     console.log(message);
     findings++;
 }
