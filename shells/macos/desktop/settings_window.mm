@@ -1,7 +1,6 @@
 #include "shells/macos/desktop/settings_window.h"
 
-#import <dispatch/dispatch.h>
-
+#include "shells/macos/desktop/main_queue.h"
 #include "shells/macos/foundation/text.h"
 
 namespace kestrel::macos_shell {
@@ -31,9 +30,7 @@ AppKitSettingsWindow::~AppKitSettingsWindow() {
     [window_ orderOut:nil];
     // The window may be in the middle of closing, which goes on after its delegate has returned.
     NSWindow* const closing = window_;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        closing.contentViewController = nil;
-    });
+    DispatchMainQueue().async([closing] { closing.contentViewController = nil; });
 }
 
 void AppKitSettingsWindow::bringForward() {

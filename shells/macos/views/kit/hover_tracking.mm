@@ -1,6 +1,10 @@
 #include "shells/macos/views/kit/hover_tracking.h"
 
+#include "shells/macos/desktop/main_queue.h"
+
 #include <utility>
+
+using kestrel::macos_shell::DispatchMainQueue;
 
 @interface KSTHoverTracker ()
 - (void)mouseEntered:(NSEvent*)event;
@@ -81,9 +85,7 @@ bool isSeenAt(NSPoint locationInWindow, NSWindow* window) {
     if (std::exchange(_isUpdateDue, YES))
         return;
     __weak KSTHoverTracker* weakSelf = self;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        [weakSelf update];
-    });
+    DispatchMainQueue().async([weakSelf] { [weakSelf update]; });
 }
 
 - (void)update {
