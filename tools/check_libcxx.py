@@ -90,7 +90,7 @@ def main():
     compiler = shutil.which(f"clang++-{version}")
     headers = library_headers(version) if compiler else None
     if not headers:
-        print(f"SKIPPED: no clang-{version} or libc++-{version} (tools/debian-packages, macos)")
+        print(f"SKIPPED: no clang-{version} or libc++-{version} (tools/debian-packages, libcxx)")
         return SKIPPED
     with tempfile.TemporaryDirectory() as folder:
         build = pathlib.Path(folder)

@@ -8,11 +8,13 @@
 #   macos_check.sh test PROGRAM LIBRARY...
 #       Builds PROGRAM from shells/macos, tests/macos, tests/macos_standins and the core's LIBRARYs, and
 #       runs its tests.
+#   macos_check.sh sanitized PROGRAM
+#       The same with the core's sources, and with the address and undefined behaviour sanitizers.
 #   macos_check.sh faults LIBRARY...
 #       Tests those tests: each fault of tools/macos-check/faults/shell.json, seeded into a copy of a
 #       source, has to be caught by one of them.
-#   macos_check.sh sanitized PROGRAM
-#       The same with the core's sources, and with the address and undefined behaviour sanitizers.
+#   macos_check.sh self-test
+#       Tests tools/macos-check itself.
 #
 # Exit status: 0 good, 1 findings or failures, 77 the check cannot be made here.
 set -eu
@@ -105,6 +107,7 @@ faults)
         exit 1
     }
     ;;
+self-test) timeout 1100 "$tool/self-test" ;;
 sanitized)
     program=$2
     sanitize=--sanitize
