@@ -11,20 +11,9 @@
 @end
 
 @implementation LaunchSmokeDelegate
-/// An event ends the loop: it looks whether it is to stop after each.
 - (void)workThenStop {
     self.work();
-    [NSApp stop:nil];
-    NSEvent* const last = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
-                                             location:NSZeroPoint
-                                        modifierFlags:0
-                                            timestamp:0
-                                         windowNumber:0
-                                              context:nil
-                                              subtype:0
-                                                data1:0
-                                                data2:0];
-    [NSApp postEvent:last atStart:YES];
+    kestrel::tests::stopApplication();
 }
 
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {

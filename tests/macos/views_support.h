@@ -36,6 +36,22 @@ inline bool runUntil(const std::function<bool()>& condition) {
     return true;
 }
 
+/// Ends the application's event loop from inside it. An event follows, because the loop looks after
+/// each whether it is to stop.
+inline void stopApplication() {
+    [NSApp stop:nil];
+    NSEvent* const last = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                             location:NSZeroPoint
+                                        modifierFlags:0
+                                            timestamp:0
+                                         windowNumber:0
+                                              context:nil
+                                              subtype:0
+                                                data1:0
+                                                data2:0];
+    [NSApp postEvent:last atStart:YES];
+}
+
 /// Waits for the redraw that a change has put on the main queue.
 inline void redraw() {
     auto isDone = std::make_shared<bool>(false);

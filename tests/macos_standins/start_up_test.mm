@@ -1,5 +1,6 @@
 // From the entry to the icon in the bar.
 #include "shells/macos/foundation/text.h"
+#include "tests/macos/views_support.h"
 #include "tests/macos_standins/app_fixture.h"
 
 // The entry itself, under a name of its own: the tests have a main function already.
@@ -22,21 +23,6 @@ const Lines startUpCalls{"NSUbiquitousKeyValueStore ",
                          "KSTMenuPopoverViewController ",
                          "NSPopover "};
 
-/// Ends the event loop from inside it.
-void stop() {
-    [NSApp stop:nil];
-    NSEvent* const wake = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
-                                             location:NSZeroPoint
-                                        modifierFlags:0
-                                            timestamp:0
-                                         windowNumber:0
-                                              context:nil
-                                              subtype:0
-                                                data1:0
-                                                data2:0];
-    [NSApp postEvent:wake atStart:YES];
-}
-
 class StartUpTest : public AppFixture {
   protected:
     ~StartUpTest() override { ::delegate = nil; }
@@ -52,7 +38,7 @@ TEST_F(StartUpTest, TheEntryRunsTheApplicationWithItsDelegate) {
         statusItems = recording::statusItems().count;
         mainMenu = NSApp.mainMenu;
         calls = linesOf(startUpCalls);
-        stop();
+        stopApplication();
     });
     EXPECT_EQ(kestrelMain(), 0);
     EXPECT_TRUE([delegateWhileRunning isKindOfClass:[KSTAppDelegate class]]);
