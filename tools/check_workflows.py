@@ -83,8 +83,9 @@ def language_findings(files):
 
 
 def layout_findings(files):
-    done = subprocess.run(["yamllint", "--strict", "-f", "parsable", "-d", LAYOUT, *map(str, files)],
-                          timeout=60, capture_output=True, text=True, check=False)
+    done = subprocess.run(
+        ["yamllint", "--strict", "-f", "parsable", "-d", LAYOUT, *map(str, files)], timeout=60,
+        capture_output=True, text=True, check=False)
     return (done.stdout + done.stderr).splitlines()
 
 
