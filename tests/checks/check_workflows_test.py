@@ -36,31 +36,45 @@ def check(text):
     return done.returncode, done.stdout + done.stderr
 
 
-class CheckWorkflowsTest(unittest.TestCase):
-    """Each mistake alone, in a workflow that is well without it."""
+# What is right in GOOD, what is wrong instead, and what the tool says of it.
+MISTAKES = (
+    ("    timeout-minutes: 5\n", "    timeout-minuts: 5\n", "timeout-minuts"),
+    ("    timeout-minutes: 5\n", "    timeout-minuts: 5\n", "job one has no time limit"),
+    ("permissions:\n  contents: read\n\n", "", "no permissions"),
+    (f"- uses: {PIN}", "- uses: actions/checkout@v4", "not pinned"),
+    ("ubuntu-24.04", "ubuntu-24.05", "ubuntu-24.05"),
+    ("${{ github.sha }}", "${{ github.sah }}", 'property "sah"'),
+    ('"$HOME"', "$HOME", "SC2086"),
+    ("- run:", "-  run:", "too many spaces"),
+)
 
-    def find(self, wrong, right, said):
-        self.assertIn(right, GOOD)
-        status, output = check(GOOD.replace(right, wrong))
-        self.assertEqual(status, 1, output)
-        self.assertIn(said, output)
+
+class CheckWorkflowsTest(unittest.TestCase):
+    """A run of the tool takes seconds, so most mistakes are in one workflow."""
 
     def test_good_one_passes(self):
         status, output = check(GOOD)
         self.assertEqual(status, 0, output)
 
     def test_mistakes_are_noticed(self):
-        self.find("timeout-minuts", "timeout-minutes", "timeout-minuts")
-        self.find("", "    timeout-minutes: 5\n", "has no time limit")
-        self.find("actions/checkout@v4", PIN, "not pinned")
-        self.find(PIN.split(" ", maxsplit=1)[0], PIN, "not pinned")
-        self.find("", "permissions:\n  contents: read\n\n", "no permissions")
-        self.find("ubuntu-24.05", "ubuntu-24.04", "ubuntu-24.05")
-        self.find("${{ github.sah }}", "${{ github.sha }}", "sah")
-        self.find('ls "$HOME', 'ls "$HOME"', "SC1")
-        self.find("ls $HOME", 'ls "$HOME"', "SC2086")
-        self.find("steps:\n      -  run: ls", "steps:", "too many spaces")
-        self.find("\tpush:", "  push:", "cannot start any token")
+        text = GOOD
+        for right, wrong, _ in MISTAKES:
+            self.assertIn(right, GOOD)
+            text = text.replace(right, wrong)
+        status, output = check(text)
+        self.assertEqual(status, 1, output)
+        for _, _, said in MISTAKES:
+            self.assertIn(said, output)
+
+    def test_what_is_no_yaml_is_noticed(self):
+        status, output = check(GOOD.replace("  push:", "\tpush:"))
+        self.assertEqual(status, 1, output)
+        self.assertIn("cannot start any token", output)
+
+    def test_pin_without_its_version_is_noticed(self):
+        status, output = check(GOOD.replace(PIN, PIN.split(" ", maxsplit=1)[0]))
+        self.assertEqual(status, 1, output)
+        self.assertIn("not pinned", output)
 
 
 if __name__ == "__main__":
