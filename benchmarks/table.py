@@ -1,5 +1,5 @@
 """The table of figures: each row is printed when it is known, and all of them at the end as
-README.md shows them."""
+docs/numbers.md shows them."""
 import statistics
 
 

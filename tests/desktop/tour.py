@@ -4,7 +4,8 @@
     tests/desktop/tour.py PROGRAM FOLDER
 
 A real pointer and keyboard do everything; each step is checked, told in one line and kept as a
-screenshot in FOLDER. The exit status is 0 only when all of it happened. Needs /usr/bin/python3.
+screenshot in FOLDER. At the end it takes the pictures of the README (see pictures.py). The exit
+status is 0 only when all of it happened. Needs /usr/bin/python3.
 """
 import os
 import pathlib
@@ -14,6 +15,7 @@ from harness.desktop import Desktop
 from harness.languages import translations
 from harness.processes import Timeout, wait_for
 from harness.program import Kestrel, item, popover_content, popover_height
+from pictures import Pictures
 
 APP, FILE, COMMAND = "App", "Command File", "Inline Command"
 BACKGROUND = (0x35, 0x50, 0x6B)
@@ -267,6 +269,9 @@ def main():
         desktop.fill_background(BACKGROUND)
         desktop.write("home/.Xdefaults", TERMINAL_LOOKS)
         done = Tour(desktop, program, folder).run()
+    if done:
+        taken = Pictures(program, folder).take()
+        print("   ", *taken or ["no pictures for the README: nothing can be mounted here"])
     print("All of it happened." if done else "The journey ended early.", f"Screenshots: {folder}/")
     return 0 if done else 1
 
