@@ -43,6 +43,7 @@ make_system() {
     chmod +x "$1/usr/sbin/policy-rc.d"
     cp -L /etc/resolv.conf "$1/etc/resolv.conf"
     printf '127.0.0.1 localhost\n' >"$1/etc/hosts"
+    inside "$1" 600 apt-get update -q
 }
 
 # inside FOLDER LIMIT COMMAND...: runs a command in the system, for at most so many seconds.
