@@ -10,8 +10,9 @@
 #       Runs ./test.sh and ./run.sh of HEAD in one.
 #
 # Each release has a log, clean-room-RELEASE.log in KESTREL_OUTPUT or else in build/; the last lines
-# here and there say what was shown. Needs root, mmdebstrap and a network; KESTREL_MIRROR=URL names
-# another mirror of Debian. Exit status: 0 all was shown, 1 something was not, 77 it cannot run here.
+# here and there say what was shown. Needs root, mmdebstrap, a network and 5 GB below /var/tmp or
+# KESTREL_ROOMS=FOLDER; KESTREL_MIRROR=URL names another mirror of Debian. Exit status: 0 all was
+# shown, 1 something was not, 77 it cannot run here.
 #
 # A system is a folder with mounts and processes in namespaces of its own: when the command in it has
 # ended or its time is up, nothing of it runs or is mounted any more.
