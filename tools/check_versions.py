@@ -31,15 +31,8 @@ MENTIONS = {
 }
 
 
-def metainfo(root):
-    """The file, which may be one that the build completes."""
-    plain = "packaging/app.kestrel.Kestrel.metainfo.xml"
-    return plain if (root / plain).exists() else plain + ".in"
-
-
 def found(root, place, pattern):
-    path = metainfo(root) if place.endswith(".metainfo.xml") else place
-    return re.findall(pattern, (root / path).read_text(encoding="utf-8"), re.M)
+    return re.findall(pattern, (root / place).read_text(encoding="utf-8"), re.M)
 
 
 def tags(root):
