@@ -6,6 +6,8 @@
 #       lintian. Installs it in another one by apt, with what it recommends, runs debian/tests there
 #       and purges it, after which the list of its user has to be what it was.
 #       KESTREL_OUTPUT=FOLDER receives the packages, by release: kestrel_0.2.0_trixie_amd64.deb
+#   packaging/clean_room.sh twice RELEASE...
+#       Builds it twice, in folders of different names from files of different times, and compares.
 #   packaging/clean_room.sh commands RELEASE...
 #       Runs ./test.sh and ./run.sh of HEAD in one.
 #
@@ -26,7 +28,7 @@ person=person                     # who uses the program in the second system
 kept=/home/$person/.local/share   # and where their list is
 
 usage() {
-    echo "usage: packaging/clean_room.sh package|commands RELEASE..." >&2
+    echo "usage: packaging/clean_room.sh package|twice|commands RELEASE..." >&2
     exit 2
 }
 
@@ -175,6 +177,35 @@ package() {
         step "the packages in $output" keep_package "$builder"
 }
 
+# build_binary SYSTEM NAME: the package alone, without tests, from a folder of that name.
+build_binary() {
+    # shellcheck disable=SC2016 # the inner shell is to expand it
+    inside "$1" 3600 env SOURCES="/build/$2/kestrel" sh -euc 'cd "$SOURCES" &&
+        find . -exec touch {} + && DEB_BUILD_OPTIONS="nocheck parallel=$(nproc)" \
+            dpkg-buildpackage --unsigned-source --unsigned-changes --build=binary'
+}
+
+compare_packages() {
+    (cd "$1/build/first" && sha256sum -- *.deb | tee /dev/stderr) |
+        (cd "$1/build/another/folder" && sha256sum --check --strict)
+}
+
+export_twice() {
+    export_sources "$1/build/first/kestrel" && export_sources "$1/build/another/folder/kestrel"
+}
+
+twice() {
+    local root=$folder/$release-twice
+    step "a minimal system of $release to build in" make_system "$root" "$release" &&
+        step "the sources of $(git describe --always HEAD) in it" \
+            export_sources "$root/build/kestrel" &&
+        step "what the package is built with, by apt" build_dependencies "$root" &&
+        step "the same sources in two folders" export_twice "$root" &&
+        step "the package" build_binary "$root" first &&
+        step "the package once more" build_binary "$root" another/folder &&
+        step "both are the same, byte for byte" compare_packages "$root"
+}
+
 # git is for what the tests ask of the sources; the rest of what is needed the commands install.
 commands() {
     local root=$folder/$release-commands
@@ -186,7 +217,7 @@ commands() {
 }
 
 case "${1:-}" in
-    package | commands) what=$1 ;;
+    package | twice | commands) what=$1 ;;
     *) usage ;;
 esac
 shift
