@@ -3,10 +3,14 @@
 #include "shells/linux/desktop/application.h"
 #include "shells/linux/desktop/single_instance.h"
 #include "shells/linux/desktop/startup.h"
+#include "shells/linux/desktop/toolkit_start.h"
 #include "shells/linux/shell.h"
 
 #include <QApplication>
 #include <QDBusConnection>
+
+#include <optional>
+#include <utility>
 
 #include <malloc.h>
 
@@ -16,7 +20,9 @@ int main(int argc, char** argv) {
     mallopt(M_ARENA_MAX, 1);
     const Startup startup = startupOfThisProcess();
     ToolkitArguments arguments(argc > 0 ? argv[0] : "kestrel");
+    std::optional<ToolkitStart> start(std::in_place);
     QApplication application(arguments.count(), arguments.values());
+    start.reset();
     SingleInstance instance(QDBusConnection::sessionBus(), startup);
     if (instance.claim() == SingleInstance::Role::second)
         return 0;
