@@ -28,8 +28,8 @@ int main(int argc, char** argv) {
         return 0;
     Shell shell(application);
     QObject::connect(&instance, &SingleInstance::activated, &application,
-                     [&shell](const QString& startupId) { shell.reopen(startupId); });
+                     [&shell](const Startup& again) { shell.reopen(again); });
     QObject::connect(&instance, &SingleInstance::startedByHand, &application,
-                     [&shell] { shell.showWithoutPanel(); });
+                     [&shell](const Startup& own) { shell.startedByHand(own); });
     return shell.run(startup);
 }
