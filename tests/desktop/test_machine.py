@@ -16,6 +16,8 @@ for folder in GLib.get_system_config_dirs() + GLib.get_system_data_dirs():
 
 
 class MachineTest(DesktopTest):
+    """On a stand-in for the machine: what it has for all its desktops, and what is planted."""
+
     def setUp(self):
         super().setUp()
         self.machine = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
@@ -36,8 +38,9 @@ class MachineTest(DesktopTest):
         path.write_text(text, encoding="utf-8")
 
     def test_only_named_services_and_no_applications_of_the_machine_are_seen(self):
-        desktop = self.desktop = self.enterContext(
-            type("PlantedDesktop", (Desktop,), {"machine": self.machine})())
+        class PlantedDesktop(Desktop):
+            machine = self.machine
+        desktop = self.desktop = self.enterContext(PlantedDesktop())
         desktop.write("data/applications/own.desktop",
                       "[Desktop Entry]\nType=Application\nName=Own\nExec=true\n")
         names = {str(name) for name in desktop.bus.list_activatable_names()}

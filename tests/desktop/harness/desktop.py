@@ -34,8 +34,8 @@ ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
 TRAY_SELECTION = "_NET_SYSTEM_TRAY_S0"
 SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
-# What of an installed machine a desktop's programs see. Whatever else it has, another desktop's
-# services, applications and settings above all, would make the tests differ from machine to machine.
+# What of the machine a desktop's programs see. Whatever else is installed there, another desktop's
+# services, applications and settings above all, would make the tests differ between machines.
 MACHINE = pathlib.Path("/")
 BUS_SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf", "org.gnome.Terminal",
                 "org.mate.panel.applet.NotificationAreaAppletFactory")
