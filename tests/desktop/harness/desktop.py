@@ -180,6 +180,8 @@ class Session:
             for name in names:
                 os.symlink(self.machine / folder / name, self.path(folder, name))
             self.environment[variable] = self.path(folder)
+        # Xfce's panel looks for a plugin's library from where its description is.
+        os.symlink(self.machine / "usr/lib", self.path("usr/lib"))
         self.environment["FONTCONFIG_FILE"] = self.write(
             "fonts.conf", FONTS.format(machine=self.machine, folder=self.folder))
 
