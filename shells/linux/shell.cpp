@@ -61,23 +61,23 @@ Shell::Shell(QApplication& application)
 
 int Shell::run(const Startup& startup) {
     applicationDidFinishLaunching();
-    completeStartup(startup.id.toStdString());
     if (startup.isByHand())
-        showWithoutPanel();
+        startedByHand(startup);
     return QApplication::exec();
 }
 
-void Shell::reopen(const QString& startupId) {
-    completeStartup(startupId.toStdString());
-    delegate_.applicationShouldHandleReopen();
+void Shell::reopen(const Startup& startup) {
+    completeStartup(startup.id.toStdString());
+    showPopover(startup.activationToken);
 }
 
-// In a later turn of the event loop: the list is there by then.
-void Shell::showWithoutPanel() {
+// The popover opens in a later turn of the event loop: the list is there by then.
+void Shell::startedByHand(const Startup& startup) {
+    completeStartup(startup.id.toStdString());
     auto* item = desktop_.statusItem();
-    const auto show = [this, item] {
+    const auto show = [this, item, token = startup.activationToken] {
         if (item->isWithoutPanel())
-            showOnce();
+            showOnce(token);
     };
     QObject::connect(item, &LinuxStatusItem::panelKnown, item, show, Qt::QueuedConnection);
     QTimer::singleShot(0, item, show);
@@ -94,7 +94,7 @@ void Shell::applicationDidFinishLaunching() {
     follow();
     QTimer::singleShot(panelTimeout, item, [this, item] {
         if (!item->hasBeenShown())
-            showOnce();
+            showOnce({});
     });
 }
 
@@ -103,9 +103,20 @@ void Shell::lateIconsArrived() {
     mainQueue_.async([this] { Q_EMIT iconSource_.changed(); });
 }
 
-void Shell::showOnce() {
+// On Wayland the toolkit takes the token for the window that it activates next from where a
+// launcher puts it. On X11 the popover needs none.
+void Shell::showPopover(const QString& activationToken) {
+    const bool isNeeded = !activationToken.isEmpty() && !x11::isAvailable();
+    if (isNeeded)
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    delegate_.applicationShouldHandleReopen();
+    if (isNeeded)
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
+void Shell::showOnce(const QString& activationToken) {
     if (!std::exchange(hasShownItself_, true))
-        delegate_.applicationShouldHandleReopen();
+        showPopover(activationToken);
 }
 
 } // namespace kestrel::linux_shell

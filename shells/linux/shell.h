@@ -37,17 +37,17 @@ class Shell {
     /// Starts the program and runs the event loop until the user quits. The exit status.
     int run(const Startup& startup);
 
-    /// The user has started the program once more: the popover opens. `startupId` is that of the
-    /// other process's start, or empty.
-    void reopen(const QString& startupId);
+    /// The user has started the program once more: the popover opens.
+    void reopen(const Startup& startup);
 
     /// The user has started this program by hand: the popover opens as soon as it is certain that
     /// no panel shows the icon.
-    void showWithoutPanel();
+    void startedByHand(const Startup& startup);
 
   private:
     void applicationDidFinishLaunching();
-    void showOnce();
+    void showPopover(const QString& activationToken);
+    void showOnce(const QString& activationToken);
     void lateIconsArrived();
 
     std::optional<Language> language_;

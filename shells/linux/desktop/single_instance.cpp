@@ -35,10 +35,11 @@ SingleInstance::~SingleInstance() {
 }
 
 void SingleInstance::activate(const QVariantMap& platformData) {
+    const auto startup = Startup::fromPlatformData(platformData);
     if (std::exchange(isStartedByBus_, false))
-        Q_EMIT startedByHand();
+        Q_EMIT startedByHand(startup);
     else
-        Q_EMIT activated(platformData.value(QStringLiteral("desktop-startup-id")).toString());
+        Q_EMIT activated(startup);
 }
 
 // The object is there before the name is: who starts the program by its name calls it at once.

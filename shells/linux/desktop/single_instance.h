@@ -29,12 +29,11 @@ class SingleInstance final : public QObject {
     Role claim();
 
   Q_SIGNALS:
-    /// The user has started the program once more. `startupId` is that of the start, for the
-    /// start-up notification protocol; empty without one. Comes from the event loop.
-    void activated(const QString& startupId);
+    /// The user has started the program once more, by that start. Comes from the event loop.
+    void activated(const Startup& startup);
     /// It was the bus that has started this very process, at its user's wish. Comes from the event
     /// loop.
-    void startedByHand();
+    void startedByHand(const Startup& startup);
 
   private:
     friend class ApplicationAdaptor;

@@ -16,6 +16,10 @@ struct Startup {
 
     /// As org.freedesktop.Application passes it on, without what is empty.
     QVariantMap platformData() const;
+
+    /// The reverse, for data that any program may have made up: what is not a text, or longer than
+    /// a thousand characters, is as good as absent.
+    static Startup fromPlatformData(const QVariantMap& data);
 };
 
 /// Reads the environment. To be called before the application object is made, which takes it out of

@@ -12,6 +12,7 @@ import ctypes
 import glob
 import json
 import os
+import pathlib
 import re
 import shlex
 import shutil
@@ -33,11 +34,21 @@ ITEM = "org.kde.StatusNotifierItem"
 KEPT_VARIABLES = ("PATH", "TZ")
 TRAY_SELECTION = "_NET_SYSTEM_TRAY_S0"
 SANITIZER_VARIABLES = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
-SERVICES = "/usr/share/dbus-1/services/"
-# The installed services that a test's bus may start. Whatever else a machine has, a desktop's own
-# services above all, would make the tests differ from machine to machine.
+# What of the machine a desktop's programs see. Whatever else is installed there, another desktop's
+# services, applications and settings above all, would make the tests differ between machines.
+MACHINE = pathlib.Path("/")
 BUS_SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf", "org.gnome.Terminal",
                 "org.mate.panel.applet.NotificationAreaAppletFactory")
+DATA = ("glib-2.0", "icons", "lxqt", "mate-panel", "mime", "themes", "xfce4", "xfwm4")
+CONFIGURATION = ("openbox", "xfce4")
+FONTS = """<?xml version="1.0"?>
+<fontconfig>
+  <dir>{machine}/usr/share/fonts/truetype/dejavu</dir>
+  <cachedir>{folder}/cache/fontconfig</cachedir>
+  <alias><family>sans-serif</family><prefer><family>DejaVu Sans</family></prefer></alias>
+  <alias><family>monospace</family><prefer><family>DejaVu Sans Mono</family></prefer></alias>
+</fontconfig>
+"""
 SESSION_BUS = """<busconfig>
   <type>session</type>
   <listen>unix:path={folder}/bus</listen>
@@ -136,7 +147,8 @@ class _Xlib:
 class Session:
     """What desktops of every kind share: folders, the session bus, processes, icons on the bus."""
 
-    bus_services = BUS_SERVICES
+    # What it takes from the machine; a whole desktop that is installed there takes everything.
+    machine, bus_services, is_whole = MACHINE, BUS_SERVICES, False
 
     def __init__(self, session_bus=True):
         self.processes = ProcessGroup()
@@ -153,7 +165,25 @@ class Session:
                                ("XDG_CACHE_HOME", "cache"), ("XDG_STATE_HOME", "state")):
             self.environment[variable] = self.path(name)
             os.mkdir(self.path(name), 0o700)
+        # Nobody answers there.
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + self.path("no-system-bus")
+        if not self.is_whole:
+            self._separate_from_machine()
         self._has_bus, self._bus, self._accessibility, self._panels = session_bus, None, None, {}
+
+    def _separate_from_machine(self):
+        """Gives the programs folders of data and settings in which only what they need of the
+        machine's is."""
+        for variable, folder, names in (("XDG_DATA_DIRS", "usr/share", DATA),
+                                        ("XDG_CONFIG_DIRS", "etc/xdg", CONFIGURATION)):
+            os.makedirs(self.path(folder))
+            for name in names:
+                os.symlink(self.machine / folder / name, self.path(folder, name))
+            self.environment[variable] = self.path(folder)
+        # Xfce's panel looks for a plugin's library from where its description is.
+        os.symlink(self.machine / "usr/lib", self.path("usr/lib"))
+        self.environment["FONTCONFIG_FILE"] = self.write(
+            "fonts.conf", FONTS.format(machine=self.machine, folder=self.folder))
 
     def __enter__(self):
         return self
@@ -220,8 +250,8 @@ class Session:
             return
         os.mkdir(self.path("services"))
         for name in self.bus_services:
-            for path in glob.glob(f"{SERVICES}{name}.service"):
-                os.symlink(path, self.path("services", os.path.basename(path)))
+            for path in (self.machine / "usr/share/dbus-1/services").glob(name + ".service"):
+                os.symlink(path, self.path("services", path.name))
         configuration = self.write("bus.conf", SESSION_BUS.format(folder=self.folder))
         self.bus_process = self.start_service(
             ["dbus-daemon", "--config-file=" + configuration, "--nofork", "--nopidfile",

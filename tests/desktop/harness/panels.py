@@ -33,9 +33,8 @@ XFCE4_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
     <value type="int" value="1"/>
     <property name="dark-mode" type="bool" value="{is_dark}"/>
     <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p={position};x=0;y=0"/>
+      <property name="position" type="string" value="{position}"/>
       <property name="mode" type="uint" value="{mode}"/>
-      <property name="output-name" type="string" value="{output}"/>
       <property name="position-locked" type="bool" value="true"/>
       <property name="length" type="uint" value="100"/>
       <property name="size" type="uint" value="30"/>
@@ -125,17 +124,17 @@ def _trayer(desktop, look):
 
 
 def _xfce4_panel(desktop, look):
-    position = {"right": 1, "left": 5, "top": 6, "bottom": 10}[look.edge]
-    settings = {"position": position, "mode": int(look.is_vertical),
-                "output": f"monitor-{look.monitor}",
+    side = {"right": 1, "left": 5, "top": 6, "bottom": 10}[look.edge]
+    # Its versions number and name monitors differently; all find the one that has a point.
+    x, y = desktop.monitors[look.monitor].center
+    settings = {"position": f"p={side};x={x};y={y}", "mode": int(look.is_vertical),
                 "is_dark": str(look.background == "dark").lower()}
     file = "config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"
     if not os.path.exists(desktop.path(file)):
         desktop.write(file, XFCE4_PANEL.format(**settings))
     else:       # the service that has read the file would write its own state over a new one
-        for name, value in (("panel-1/position", f"p={position};x=0;y=0"),
+        for name, value in (("panel-1/position", settings["position"]),
                             ("panel-1/mode", settings["mode"]),
-                            ("panel-1/output-name", settings["output"]),
                             ("dark-mode", settings["is_dark"])):
             desktop.run("xfconf-query", "-c", "xfce4-panel", "-p", "/panels/" + name,
                         "-s", str(value))

@@ -147,7 +147,7 @@ class PlasmaDesktop(Desktop):
     which scale X11 programs in the Wayland session have to paint themselves (by default at that of
     the desktop): the compositor enlarges them by what is missing then."""
 
-    bus_services = "org.a11y.Bus", "org.kde.*"
+    bus_services, is_whole = ("org.a11y.Bus", "org.kde.*"), True
 
     def __init__(self, session, program, width=1280, height=800, scale=1, xwayland_scale=None):
         Session.__init__(self)

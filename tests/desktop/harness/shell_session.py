@@ -53,6 +53,7 @@ class ShellSession(Session):
 
     service = variables = None
     settings = {}
+    is_whole = True
 
     def _start_bus(self):
         self.environment.update(self.variables, GSETTINGS_BACKEND="keyfile")

@@ -1,5 +1,6 @@
 #include "shells/linux/desktop/application.h"
 
+#include "shells/linux/desktop/toolkit_start.h"
 #include "tests/linux/desktop/waiting.h"
 
 #include <QAccessible>
@@ -64,6 +65,30 @@ TEST(ToolkitArgumentsTest, OneDisplayLeavesNoChoice) {
         ToolkitArguments arguments("kestrel");
         EXPECT_EQ(argumentsOf(arguments), std::vector<std::string>{"kestrel"});
     }
+}
+
+TEST(MissingDisplayTest, IsTheToolkitsPluginWhereThatIsNotInstalled) {
+    const Environment environment(
+        {{"QT_QPA_PLATFORM", nullptr}, {"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", nullptr}});
+    const QStringList folders = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    EXPECT_EQ(missingDisplay(),
+              QStringLiteral("there is no display: Qt's plugin for Wayland is not installed "
+                             "(qt6-wayland)"));
+    QCoreApplication::setLibraryPaths(folders);
+}
+
+TEST(ToolkitStartTest, MessagesWaitUntilItIsOver) {
+    static QStringList said;
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { said.append(text); });
+    {
+        const ToolkitStart start;
+        qWarning("Later");
+        EXPECT_EQ(said, QStringList());
+    }
+    EXPECT_EQ(said, QStringList{QStringLiteral("Later")});
+    qInstallMessageHandler(before);
 }
 
 TEST(QtApplicationTest, TerminateEndsTheEventLoopAlthoughAPopupRefusesToClose) {

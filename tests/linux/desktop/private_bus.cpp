@@ -4,15 +4,35 @@
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QFile>
 
 namespace kestrel::linux_shell {
+namespace {
+
+// The daemon's own configuration of a session names the machine's services.
+constexpr const char* configuration = R"(<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+} // namespace
 
 PrivateBus::PrivateBus() {
+    QFile file(folder_.filePath(QStringLiteral("bus.conf")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(configuration) < 0)
+        qFatal("no place for a bus's configuration");
+    file.close();
     daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     daemon_.start(QStringLiteral("dbus-daemon"),
-                  {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                   QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1"),
-                   QStringLiteral("--address=unix:tmpdir=/tmp")});
+                  {QStringLiteral("--config-file=") + file.fileName(), QStringLiteral("--nofork"),
+                   QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
     if (!waitUntil([this] { return daemon_.canReadLine(); }))
         qFatal("dbus-daemon does not start");
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();

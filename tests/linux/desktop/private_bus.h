@@ -1,9 +1,11 @@
 #pragma once
-// A message bus of a test's own, with as many connections to it as the test needs.
+// A message bus of a test's own, with as many connections to it as the test needs. It starts no
+// services, whatever the machine has installed.
 
 #include <QDBusConnection>
 #include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 
 namespace kestrel::linux_shell {
 
@@ -21,6 +23,7 @@ class PrivateBus {
     void disconnect(const QDBusConnection& connection);
 
   private:
+    QTemporaryDir folder_;
     QProcess daemon_;
     QString address_;
     QStringList names_;

@@ -19,17 +19,20 @@ using Role = SingleInstance::Role;
 struct Program {
     explicit Program(const QDBusConnection& bus) : instance(bus, Startup{}) {
         QObject::connect(&instance, &SingleInstance::activated, &instance,
-                         [this](const QString& startupId) {
+                         [this](const Startup& startup) {
                              ++activations;
-                             lastId = startupId;
+                             last = startup;
                          });
         QObject::connect(&instance, &SingleInstance::startedByHand, &instance,
-                         [this] { ++ownStarts; });
+                         [this](const Startup& startup) {
+                             ++ownStarts;
+                             last = startup;
+                         });
     }
     SingleInstance instance;
     int activations = 0;
     int ownStarts = 0;
-    QString lastId;
+    Startup last;
 };
 
 class SingleInstanceTest : public testing::Test {
@@ -65,7 +68,7 @@ TEST_F(SingleInstanceTest, SecondOneActivatesTheFirst) {
     EXPECT_TRUE(waitUntil([&] { return first.activations == 1; }));
     second.join();
     EXPECT_EQ(role, Role::second);
-    EXPECT_EQ(first.lastId, QStringLiteral("id"));
+    EXPECT_EQ(first.last.id, QStringLiteral("id"));
 }
 
 TEST_F(SingleInstanceTest, NameIsFreeAgainWhenTheFirstOneHasEnded) {
@@ -99,7 +102,9 @@ TEST_F(SingleInstanceTest, ItsOwnStartByTheBusIsNoActivation) {
     Program program(bus.connect());
     EXPECT_FALSE(qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE"));
     ASSERT_EQ(program.instance.claim(), Role::first);
-    call(QStringLiteral("Activate"), {QVariantMap()});
+    call(QStringLiteral("Activate"),
+         {QVariantMap{{QStringLiteral("desktop-startup-id"), QStringLiteral("id")}}});
+    EXPECT_EQ(program.last.id, QStringLiteral("id"));
     EXPECT_EQ(program.activations, 0);
     EXPECT_EQ(program.ownStarts, 1) << "the bus starts a program when its user wants it";
     call(QStringLiteral("Activate"), {QVariantMap()});

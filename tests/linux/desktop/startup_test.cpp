@@ -38,5 +38,19 @@ TEST_F(StartupTest, ActivationTokenMeansByHand) {
     EXPECT_EQ(startup.platformData(), data);
 }
 
+TEST_F(StartupTest, IsReadFromPlatformData) {
+    const Startup startup{.id = QStringLiteral("id"), .activationToken = QStringLiteral("token")};
+    const auto same = Startup::fromPlatformData(startup.platformData());
+    EXPECT_EQ(same.id, startup.id);
+    EXPECT_EQ(same.activationToken, startup.activationToken);
+}
+
+TEST_F(StartupTest, PlatformDataOfAnotherKindIsNone) {
+    const auto startup = Startup::fromPlatformData(
+        {{QStringLiteral("desktop-startup-id"), 7},
+         {QStringLiteral("activation-token"), QString(1025, QLatin1Char('x'))}});
+    EXPECT_FALSE(startup.isByHand());
+}
+
 } // namespace
 } // namespace kestrel::linux_shell
