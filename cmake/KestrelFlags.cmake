@@ -1,7 +1,7 @@
 # The compiler and linker flags of every target, as one INTERFACE target that each of them links.
 # kestrel_add_library / kestrel_add_executable / kestrel_add_test make sure that none forgets it.
 
-option(KESTREL_WERROR "Treat warnings as errors" ON)
+option(KESTREL_WERROR "Treat warnings as errors" OFF)
 set(KESTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, as in -fsanitize=")
 
 add_library(kestrel_flags INTERFACE)
@@ -17,7 +17,15 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     -Wl,-z,relro,-z,now -Wl,-z,noexecstack -Wl,--as-needed)
 endif()
 if(CMAKE_BUILD_TYPE MATCHES "Rel" AND NOT KESTREL_SANITIZE)
-  target_compile_definitions(kestrel_flags INTERFACE _FORTIFY_SOURCE=2)
+  # Some compilers define it as soon as they optimise, and so do the flags of those who make
+  # packages: their choice stays, since a second definition is a warning and may be the weaker.
+  set(CMAKE_TRY_COMPILE_CONFIGURATION ${CMAKE_BUILD_TYPE})
+  try_compile(is_not_fortified SOURCE_FROM_CONTENT is_not_fortified.cpp
+    "#ifdef _FORTIFY_SOURCE\n#error\n#endif\nint main() {}\n" NO_CACHE)
+  unset(CMAKE_TRY_COMPILE_CONFIGURATION)
+  if(is_not_fortified)
+    target_compile_definitions(kestrel_flags INTERFACE _FORTIFY_SOURCE=2)
+  endif()
 endif()
 if(KESTREL_SANITIZE)
   target_compile_options(kestrel_flags INTERFACE

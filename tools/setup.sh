@@ -16,19 +16,54 @@ done
 
 if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
     cat >&2 <<TEXT
-Kestrel is built with Debian 12's packages, and this system has no apt-get. Install these or
-their counterparts, then run this again with KESTREL_SKIP_SETUP=1:
+Kestrel is built with the packages of Debian 12 or 13, and this system has no apt-get. Install
+these or their counterparts (of a|b either), then run this again with KESTREL_SKIP_SETUP=1:
   ${wanted[*]}
 TEXT
     exit 1
 fi
 
-missing=()
+# The packages among those named that the system has, installed or not.
+available() {
+    LC_ALL=C apt-cache policy "$@" 2>/dev/null |
+        sed -n -e 's/:$//' -e '/^[^ ]/h' -e '/^  Candidate: (none)/d' -e '/^  Candidate/{g;p}'
+}
+
+# choose A|B: the first that is available; the first of all where the system knows none, as before
+# the first look at its index of packages.
+choose() {
+    local names known name
+    IFS='|' read -ra names <<<"$1"
+    known=$(available "${names[@]}")
+    for name in "${names[@]}"; do
+        if grep -qxF "$name" <<<"$known"; then
+            echo "$name"
+            return
+        fi
+    done
+    echo "${names[0]}"
+}
+
+mapfile -t names < <(printf '%s\n' "${wanted[@]}" | tr '|' '\n')
 # dpkg-query fails when it does not know one of the packages; the others are listed all the same.
-installed=$(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null || true)
-for package in "${wanted[@]}"; do
-    grep -qxF "installed $package" <<<"$installed" || missing+=("$package")
-done
+installed=$(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${names[@]}" 2>/dev/null || true)
+is_installed() {
+    grep -qxF "installed $1" <<<"$installed"
+}
+
+find_missing() {
+    local package
+    missing=()
+    for package in "${wanted[@]}"; do
+        # Asking for the alternatives takes longer than all the rest.
+        if [[ $package == *"|"* ]] && ! is_installed "${package%%|*}"; then
+            package=$(choose "$package")
+        fi
+        is_installed "${package%%|*}" || missing+=("${package%%|*}")
+    done
+}
+
+find_missing
 if [ ${#missing[@]} -eq 0 ]; then
     exit 0
 fi
@@ -50,6 +85,7 @@ echo "Installing ${missing[*]}"
 # The package index may be new enough, old or absent: fetch it only where installing needs it.
 if ! install >/dev/null 2>&1; then
     "${as_root[@]}" apt-get update -q </dev/null || true
+    find_missing
     if ! install; then
         echo "Could not install all of: ${missing[*]}" >&2
         exit 1

@@ -3,6 +3,7 @@
 #include "shells/linux/desktop/appearance/symbol.h"
 #include "shells/linux/desktop/appearance/texts.h"
 #include "shells/linux/desktop/settings_window.h"
+#include "shells/linux/launching/svg_icon.h"
 #include "shells/linux/views/menu_popover_widget.h"
 #include "shells/linux/views/settings_widget.h"
 
@@ -15,7 +16,7 @@ namespace {
 /// The program's icon, as installed or as it comes with the program.
 QIcon applicationIcon() {
     return QIcon::fromTheme(QStringLiteral("app.kestrel.Kestrel"),
-                            QIcon(QStringLiteral(":/kestrel/icons/app.kestrel.Kestrel.svg")));
+                            svgIcon(QStringLiteral(":/kestrel/icons/app.kestrel.Kestrel.svg")));
 }
 
 } // namespace

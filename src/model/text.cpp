@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
+#include <cstddef>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <utf8proc.h>
 #include <vector>
@@ -38,6 +41,26 @@ void appendDecomposed(Characters& characters, utf8proc_int32_t character, Case l
     characters.insert(characters.end(), parts.begin(), parts.begin() + count);
 }
 
+/// A combining mark of a run. Sorted by class; those of one class keep their order, by position.
+struct Mark {
+    utf8proc_propval_t order;
+    std::size_t position;
+    utf8proc_int32_t character;
+
+    auto operator<=>(const Mark&) const = default;
+};
+
+// std::stable_sort would do, but the buffer that GCC's library takes for it is deprecated, which
+// newer compilers report here.
+void sortRun(std::span<utf8proc_int32_t> run) {
+    std::vector<Mark> marks;
+    marks.reserve(run.size());
+    for (const utf8proc_int32_t character : run)
+        marks.push_back({combiningClass(character), marks.size(), character});
+    std::ranges::sort(marks);
+    std::ranges::transform(marks, run.begin(), &Mark::character);
+}
+
 /// The canonical ordering: sorts each run of combining marks by class. The library's own ordering
 /// takes time with the square of a run's length, minutes for a stored text made of marks alone.
 void sortMarks(Characters& characters) {
@@ -45,7 +68,8 @@ void sortMarks(Characters& characters) {
     for (auto run = characters.begin(); run != characters.end();) {
         run = std::find_if(run, characters.end(), isMark);
         const auto end = std::find_if_not(run, characters.end(), isMark);
-        std::ranges::stable_sort(run, end, {}, combiningClass);
+        if (end - run > 1)
+            sortRun({run, end});
         run = end;
     }
 }

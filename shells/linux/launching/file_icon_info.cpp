@@ -59,9 +59,7 @@ std::string firstBytesOf(const std::string& path) {
 
 /// What a file is by its name and, where that leaves a doubt, by its first bytes. Asking GIO for a
 /// file's information would say the same and load all modules for other file systems.
-GlibText typeOfFile(const std::string& path, const FileStamp& stamp) {
-    if (stamp.size == 0)
-        return GlibText(g_content_type_from_mime_type("text/plain"));
+GlibText typeOfFile(const std::string& path) {
     gboolean isUncertain = FALSE;
     GlibText type(g_content_type_guess(path.c_str(), nullptr, 0, &isUncertain));
     const std::string bytes = isUncertain != FALSE ? firstBytesOf(path) : std::string();
@@ -71,7 +69,7 @@ GlibText typeOfFile(const std::string& path, const FileStamp& stamp) {
     return type;
 }
 
-ObjectPtr<GIcon> iconOfOther(const std::string& path) {
+ObjectPtr<GIcon> iconByGio(const std::string& path) {
     const ObjectPtr<GFile> file(g_file_new_for_path(path.c_str()));
     const ObjectPtr<GFileInfo> answer(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,
                                                         G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
@@ -79,13 +77,15 @@ ObjectPtr<GIcon> iconOfOther(const std::string& path) {
     return ObjectPtr<GIcon>(icon != nullptr ? G_ICON(g_object_ref(icon)) : nullptr);
 }
 
-ObjectPtr<GIcon> iconOfFile(const std::string& path, const FileStamp& stamp) {
-    return ObjectPtr<GIcon>(g_content_type_get_icon(typeOfFile(path, stamp).get()));
+ObjectPtr<GIcon> iconOfFile(const std::string& path) {
+    return ObjectPtr<GIcon>(g_content_type_get_icon(typeOfFile(path).get()));
 }
 
-/// GIO knows the icons of special folders, and of what is no regular file.
+/// GIO knows the icons of special folders, and of what is no regular file. What an empty file is
+/// depends on its version.
 void addIconOfType(FileIconInfo& info, const std::string& path) {
-    const auto icon = S_ISREG(info.stamp.mode) ? iconOfFile(path, info.stamp) : iconOfOther(path);
+    const bool hasContents = S_ISREG(info.stamp.mode) && info.stamp.size > 0;
+    const auto icon = hasContents ? iconOfFile(path) : iconByGio(path);
     if (icon != nullptr && G_IS_THEMED_ICON(icon.get())) {
         addThemed(info, G_THEMED_ICON(icon.get()));
     } else if (icon != nullptr && G_IS_FILE_ICON(icon.get())) {

@@ -1,6 +1,7 @@
 #include "shells/linux/launching/file_icons.h"
 
 #include "shells/linux/launching/file_icon_info.h"
+#include "shells/linux/launching/svg_icon.h"
 #include "shells/linux/threading/timed_call.h"
 
 #include <QFile>
@@ -23,14 +24,16 @@ constexpr std::size_t cacheLimit = 512;
 /// The contents of the themes, the table of file types and an image that an entry names by its
 /// path are taken to stay as they are.
 QIcon iconOf(const FileIconInfo& info) {
-    if (!info.imagePath.empty())
-        return QIcon(QFile::decodeName(info.imagePath.c_str()));
+    if (!info.imagePath.empty()) {
+        const QString image = QFile::decodeName(info.imagePath.c_str());
+        return image.endsWith(QStringLiteral(".svg")) ? svgIcon(image) : QIcon(image);
+    }
     for (const std::string& name : info.names)
         if (const auto themed = QString::fromStdString(name); QIcon::hasThemeIcon(themed))
             return QIcon::fromTheme(themed);
     const QString builtIn =
         QStringLiteral(":/kestrel/fallback/%1.svg").arg(QString::fromStdString(info.fallback));
-    return QFile::exists(builtIn) ? QIcon(builtIn) : QIcon();
+    return QFile::exists(builtIn) ? svgIcon(builtIn) : QIcon();
 }
 
 } // namespace

@@ -37,5 +37,6 @@ function(kestrel_add_icon_index target prefix)
   # the table of a cache of icons in GTK's form, version 1.0, with one empty bucket and no folder.
   set(cache ${base}/hicolor/icon-theme.cache)
   configure_file(resources/icon_index/icon-theme.cache ${cache} COPYONLY)
-  qt_add_resources(${target} icon_index PREFIX ${prefix} BASE ${base} FILES ${index} ${cache})
+  qt_add_resources(${target} icon_index PREFIX ${prefix} BASE ${base} FILES ${index} ${cache}
+    OPTIONS ${KESTREL_RCC_OPTIONS})
 endfunction()
