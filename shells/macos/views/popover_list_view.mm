@@ -4,6 +4,8 @@
 #include "views/accessible_texts.h"
 #include "views/popover/menu_popover_style.h"
 
+#include <algorithm>
+
 namespace popover_style = kestrel::menu_popover_style;
 
 @implementation KSTPopoverListView {
@@ -61,10 +63,12 @@ namespace popover_style = kestrel::menu_popover_style;
 }
 
 - (KSTPopoverRowView*)hoverRowAtPoint:(NSPoint)point {
-    for (KSTPopoverRowView* row in _rows)
-        if (NSPointInRect(point, row.frame))
-            return row;
-    return nil;
+    const CGFloat y = point.y - popover_style::listPadding.top;
+    const auto position = static_cast<NSUInteger>(std::max(y, 0.0) / popover_style::rowHeight);
+    if (position >= _rows.count)
+        return nil;
+    KSTPopoverRowView* const row = _rows[position];
+    return NSPointInRect(point, row.frame) ? row : nil;
 }
 
 @end
