@@ -11,6 +11,8 @@
 #   packaging/clean_room.sh commands RELEASE...
 #       Runs ./test.sh and ./run.sh of HEAD in one.
 #
+# The package's home is the repository that KESTREL_HOMEPAGE names, or else an address that nobody has.
+#
 # Each release has a log, clean-room-RELEASE.log in KESTREL_OUTPUT or else in build/; the last lines
 # here and there say what was shown. Needs root, mmdebstrap, a network and 5 GB below /var/tmp or
 # KESTREL_ROOMS=FOLDER; KESTREL_MIRROR=URL names another mirror of Debian. Exit status: 0 all was
@@ -24,6 +26,7 @@ cd "$(dirname "$0")/.."
 
 mirror=${KESTREL_MIRROR:-http://deb.debian.org/debian}
 output=${KESTREL_OUTPUT:-build}
+export KESTREL_HOMEPAGE=${KESTREL_HOMEPAGE:-https://kestrel.example} # also inside the systems
 person=person                     # who uses the program in the second system
 kept=/home/$person/.local/share   # and where their list is
 
@@ -69,7 +72,7 @@ inside() {
         ln -s /proc/self/fd "$root/dev/fd"
         mount -t tmpfs -o mode=1777 shm "$root/dev/shm"
         exec chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
-            DEBIAN_FRONTEND=noninteractive KESTREL_HOMEPAGE="${KESTREL_HOMEPAGE:-}" "$@"
+            DEBIAN_FRONTEND=noninteractive KESTREL_HOMEPAGE="$KESTREL_HOMEPAGE" "$@"
     ' clean-room "$root" "$@" </dev/null
 }
 
