@@ -118,10 +118,10 @@ expect(
 );
 
 // ---- 4. seeded faults
-function expectSeeded(faults, status, words) {
+function expectSeeded(faults, status, words, options = []) {
     const list = path.join(scratch, 'faults.json');
     fs.writeFileSync(list, JSON.stringify(faults));
-    const done = tool('seed-faults', [list, 'half.mm', 'half_test.mm'], 600, { cwd: scratch });
+    const done = tool('seed-faults', [...options, list, 'half.mm', 'half_test.mm'], 600, { cwd: scratch });
     const text = done.stdout + done.stderr;
     const isRight = done.status === status && words.every((word) => text.includes(word));
     expect(isRight, `seed-faults: ${words.join('; ')}`);
@@ -140,6 +140,8 @@ function expectFaultsAreJudged() {
     const caught = fault('n / 2', 'n / 3');
     expectSeeded([caught], 0, ['caught by HalfTest.OfFour (half_test.mm:3)', '1 of 1 faults caught']);
     expectSeeded([{ ...caught, missed: 'no test' }], 1, ['remove "missed"']);
+    const endless = fault('return n > 9 ? 9 : n / 2;', 'for (;;) __asm__("");');
+    expectSeeded([endless], 0, ['HalfTest.OfFour, which did not end'], ['--seconds', '30']);
     expectSeeded([caught, fault('n > 9', 'n > 8')], 1, ['MISSED', 'too few']);
     const many = Array(9).fill(caught);
     expectSeeded([...many, fault('n > 9', 'n > 8', 'no test')], 0, ['known to be missed, no test']);
