@@ -17,7 +17,7 @@ tests=(-j "$(($(nproc) + 1))" --label-exclude '^long$')
 case "${1:-}" in
     "") ;;
     --all)
-        groups+=(lint long libcxx gnome cinnamon plasma)
+        groups+=(lint long libcxx gnome cinnamon plasma packages)
         # One more yet, which takes only the time that the processors are idle.
         tests=(-j "$(($(nproc) + 2))" --build-config all)
         ;;
