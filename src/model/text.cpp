@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <tuple>
 #include <utf8proc.h>
 #include <vector>
 
@@ -41,14 +41,17 @@ void appendDecomposed(Characters& characters, utf8proc_int32_t character, Case l
     characters.insert(characters.end(), parts.begin(), parts.begin() + count);
 }
 
-/// A combining mark of a run. Sorted by class; those of one class keep their order, by position.
+/// A combining mark of a run, with its class and its place.
 struct Mark {
     utf8proc_propval_t order;
     std::size_t position;
     utf8proc_int32_t character;
-
-    auto operator<=>(const Mark&) const = default;
 };
+
+/// By class; those of one class keep their order.
+bool isBefore(const Mark& one, const Mark& other) {
+    return std::tie(one.order, one.position) < std::tie(other.order, other.position);
+}
 
 // std::stable_sort would do, but the buffer that GCC's library takes for it is deprecated, which
 // newer compilers report here.
@@ -57,7 +60,7 @@ void sortRun(std::span<utf8proc_int32_t> run) {
     marks.reserve(run.size());
     for (const utf8proc_int32_t character : run)
         marks.push_back({combiningClass(character), marks.size(), character});
-    std::ranges::sort(marks);
+    std::ranges::sort(marks, isBefore);
     std::ranges::transform(marks, run.begin(), &Mark::character);
 }
 
