@@ -128,9 +128,10 @@ install_package() {
     inside "$2" 1800 apt-get install -y -q "/root/$deb"
 }
 
-# What the tests need stands in debian/tests/control; the package is installed already.
+# What the tests need stands in debian/tests/control; the package is installed already. autopkgtest
+# removes nothing for it, and in Debian 12 the luit that came with xterm does not bear x11-utils.
 test_package() {
-    install_in "$1" autopkgtest apt-utils || return 1
+    install_in "$1" autopkgtest apt-utils x11-utils || return 1
     inside "$1" 300 sh -euc "useradd --create-home $person && mkdir -p $kept &&
         chown -R $person: /home/$person" || return 1
     inside "$1" 1800 autopkgtest --user="$person" --no-built-binaries \
