@@ -21,6 +21,7 @@ from harness.case import DesktopTest  # noqa: E402
 from harness.program import BUS_NAME, Kestrel, item, store_before_start  # noqa: E402
 
 SERVICE = f"/usr/share/dbus-1/services/{BUS_NAME}.service"
+DAEMON = "org.freedesktop.DBus"
 OBJECT = "/" + BUS_NAME.replace(".", "/")
 FIRST = item("Inline Command", "Hello", "echo hello", "00000000-0000-4000-8000-000000000001")
 
@@ -57,8 +58,7 @@ class InstalledProgramTest(DesktopTest):
         self.start_desktop(panel="fake")
         self.desktop.write(f"data/dbus-1/services/{BUS_NAME}.service",
                            pathlib.Path(SERVICE).read_bytes())
-        daemon = dbus.Interface(self.desktop.bus.get_object("org.freedesktop.DBus", "/"),
-                                "org.freedesktop.DBus")
+        daemon = dbus.Interface(self.desktop.bus.get_object(DAEMON, "/org/freedesktop/DBus"), DAEMON)
         daemon.ReloadConfig()
         daemon.UpdateActivationEnvironment(self.desktop.environment)
         application = dbus.Interface(self.desktop.bus.get_object(BUS_NAME, OBJECT),
