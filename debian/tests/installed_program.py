@@ -54,7 +54,7 @@ class InstalledProgramTest(DesktopTest):
         self.wait_until(stored, "the list to be stored")
         self.assertEqual([each["title"] for each in stored()], ["Hello"])
 
-    def test_bus_starts_it_and_opens_the_popover(self):
+    def test_bus_starts_it_with_its_icon_and_opens_the_popover_the_next_time(self):
         self.start_desktop(panel="fake")
         self.desktop.write(f"data/dbus-1/services/{BUS_NAME}.service",
                            pathlib.Path(SERVICE).read_bytes())
@@ -67,6 +67,8 @@ class InstalledProgramTest(DesktopTest):
         started = int(daemon.GetConnectionUnixProcessID(BUS_NAME))
         self.addCleanup(os.kill, started, signal.SIGTERM)
         self.assertEqual(os.readlink(f"/proc/{started}/exe"), os.environ["KESTREL_PROGRAM"])
+        self.desktop.status_item()
+        application.Activate(dbus.Dictionary(signature="sv"))
         self.desktop.wait_for_window(role="popover")
 
     def test_second_start_opens_the_popover_of_the_first(self):
