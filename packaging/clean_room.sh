@@ -26,7 +26,7 @@ cd "$(dirname "$0")/.."
 
 mirror=${KESTREL_MIRROR:-http://deb.debian.org/debian}
 output=${KESTREL_OUTPUT:-build}
-export KESTREL_HOMEPAGE=${KESTREL_HOMEPAGE:-https://kestrel.example} # also inside the systems
+homepage=${KESTREL_HOMEPAGE:-https://kestrel.example}
 person=person                     # who uses the program in the second system
 kept=/home/$person/.local/share   # and where their list is
 
@@ -52,27 +52,33 @@ make_system() {
     inside "$1" 600 apt-get update -q
 }
 
-# inside FOLDER LIMIT COMMAND...: runs a command in the system, for at most so many seconds.
+# inside FOLDER LIMIT COMMAND...: runs a command in the system, for at most so many seconds. The folder
+# becomes the root of the namespace's mounts: in one that chroot alone has made the kernel gives nobody
+# a user namespace, which some tests need.
 inside() {
     local root=$1 limit=$2
     shift 2
-    # shellcheck disable=SC2016 # the inner shell is to expand them
+    # shellcheck disable=SC2016 # the inner shell is to expand it
     timeout --kill-after=30 "$limit" unshare --mount --pid --ipc --fork --kill-child sh -eu -c '
-        root=$1
+        mount --bind "$1" "$1"
+        cd "$1"
         shift
-        mount -t proc proc "$root/proc"
-        mount -t tmpfs -o mode=755 devices "$root/dev"
+        mount -t proc proc proc
+        mount -t tmpfs -o mode=755 devices dev
         for device in null zero full random urandom tty; do
-            : >"$root/dev/$device"
-            mount --bind "/dev/$device" "$root/dev/$device"
+            : >"dev/$device"
+            mount --bind "/dev/$device" "dev/$device"
         done
-        mkdir "$root/dev/pts" "$root/dev/shm"
-        mount -t devpts -o newinstance,ptmxmode=0666,mode=620,gid=5 devpts "$root/dev/pts"
-        ln -s pts/ptmx "$root/dev/ptmx"
-        ln -s /proc/self/fd "$root/dev/fd"
-        mount -t tmpfs -o mode=1777 shm "$root/dev/shm"
-        exec chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
-            DEBIAN_FRONTEND=noninteractive KESTREL_HOMEPAGE="$KESTREL_HOMEPAGE" "$@"
+        mkdir dev/pts dev/shm
+        mount -t devpts -o newinstance,ptmxmode=0666,mode=620,gid=5 devpts dev/pts
+        ln -s pts/ptmx dev/ptmx
+        ln -s /proc/self/fd dev/fd
+        mount -t tmpfs -o mode=1777 shm dev/shm
+        pivot_root . .
+        umount --lazy .
+        cd /
+        exec env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+            DEBIAN_FRONTEND=noninteractive "$@"
     ' clean-room "$root" "$@" </dev/null
 }
 
@@ -109,8 +115,9 @@ build_dependencies() {
 build_package() {
     # As anybody: neither the build nor its tests may need root.
     # shellcheck disable=SC2016 # the inner shell is to expand it
-    inside "$1" 3600 sh -euc 'useradd --create-home builder && chown -R builder /build &&
-        cd /build/kestrel && runuser -u builder -- env DEB_BUILD_OPTIONS="parallel=$(nproc)" \
+    inside "$1" 3600 env KESTREL_HOMEPAGE="$homepage" sh -euc '
+        useradd --create-home builder && chown -R builder /build && cd /build/kestrel &&
+        runuser -u builder -- env DEB_BUILD_OPTIONS="parallel=$(nproc)" \
             dpkg-buildpackage --unsigned-source --unsigned-changes --build=full'
 }
 
@@ -184,8 +191,8 @@ package() {
 # build_binary SYSTEM NAME: the package alone, without tests, from a folder of that name.
 build_binary() {
     # shellcheck disable=SC2016 # the inner shell is to expand it
-    inside "$1" 3600 env SOURCES="/build/$2/kestrel" sh -euc 'cd "$SOURCES" &&
-        find . -exec touch {} + && DEB_BUILD_OPTIONS="nocheck parallel=$(nproc)" \
+    inside "$1" 3600 env KESTREL_HOMEPAGE="$homepage" SOURCES="/build/$2/kestrel" sh -euc '
+        cd "$SOURCES" && find . -exec touch {} + && DEB_BUILD_OPTIONS="nocheck parallel=$(nproc)" \
             dpkg-buildpackage --unsigned-source --unsigned-changes --build=binary'
 }
 
@@ -210,7 +217,7 @@ twice() {
         step "both are the same, byte for byte" compare_packages "$root"
 }
 
-# git is for what the tests ask of the sources; the rest of what is needed the commands install.
+# All that they need the commands install. Without git the tests that ask it are skipped.
 commands() {
     local root=$folder/$release-commands
     step "a minimal system of $release" make_system "$root" "$release" &&
