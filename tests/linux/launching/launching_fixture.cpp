@@ -138,7 +138,7 @@ LaunchingTest::LaunchingTest() {
     setVariable("XDG_CACHE_HOME", sharedFolders().path() / "cache");
     setVariable("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     for (const char* name : {"TERMINAL", "XDG_CURRENT_DESKTOP", "WAYLAND_DISPLAY", "ENV",
-                             "BASH_ENV", "ZDOTDIR", "PROMPT_COMMAND"})
+                             "BASH_ENV", "ZDOTDIR", "PROMPT_COMMAND", "KESTREL_HOMEPAGE"})
         ::unsetenv(name);
 }
 
