@@ -42,7 +42,7 @@ class AccessibleApplication final : public QAccessibleObject {
         QList<QAccessibleInterface*> found;
         const auto all = QGuiApplication::topLevelWindows();
         for (auto* window : all) {
-            if (window->type() == Qt::Desktop || window->type() == Qt::ToolTip)
+            if (window->type() == Qt::ToolTip)
                 continue;
             if (auto* root = window->accessibleRoot())
                 found.append(root);
