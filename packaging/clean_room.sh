@@ -13,10 +13,10 @@
 #
 # The package's home is the repository that KESTREL_HOMEPAGE names, or else an address that nobody has.
 #
-# Each release has a log, clean-room-RELEASE.log in KESTREL_OUTPUT or else in build/; the last lines
-# here and there say what was shown. Needs root, mmdebstrap, a network and 5 GB below /var/tmp or
-# KESTREL_ROOMS=FOLDER; KESTREL_MIRROR=URL names another mirror of Debian. Exit status: 0 all was
-# shown, 1 something was not, 77 it cannot run here.
+# Each has a log, clean-room-package-trixie.log for instance, in KESTREL_OUTPUT or else in build/; the
+# last lines here and there say what was shown. Needs root, mmdebstrap, a network and 5 GB below
+# /var/tmp or KESTREL_ROOMS=FOLDER; KESTREL_MIRROR=URL names another mirror of Debian. Exit status:
+# 0 all was shown, 1 something was not, 77 it cannot run here.
 #
 # A system is a folder with mounts and processes in namespaces of its own: when the command in it has
 # ended or its time is up, nothing of it runs or is mounted any more.
@@ -244,7 +244,7 @@ trap 'rm -rf --one-file-system "$folder"' EXIT
 status=0
 summary=()
 for release in "$@"; do
-    log=$output/clean-room-$release.log
+    log=$output/clean-room-$what-$release.log
     : >"$log"
     shown=()
     $what || status=1
