@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -171,7 +172,10 @@ std::string LaunchingTest::makeEntry(const std::string& name, std::string_view l
     return path;
 }
 
-void LaunchingTest::type(std::string_view keys) const {
+void LaunchingTest::type(std::string_view text) const {
+    // What the key sends; a newline is Ctrl-J, which is not Return for each line editor.
+    std::string keys(text);
+    std::ranges::replace(keys, '\n', '\r');
     int pipe = -1;
     const bool opened = waitUntil([&] {
         pipe = ::open((home() / "keys").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);

@@ -73,8 +73,8 @@ class LaunchingTest : public testing::Test {
     /// A desktop entry in files() with `lines` after its group and type.
     std::string makeEntry(const std::string& name, std::string_view lines) const;
 
-    /// Types into the fake terminal.
-    void type(std::string_view keys) const;
+    /// Types into the fake terminal; "\n" is the Return key.
+    void type(std::string_view text) const;
 
     /// The complete records, in no order.
     std::vector<LaunchRecord> records() const;
