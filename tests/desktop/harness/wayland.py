@@ -1,6 +1,7 @@
 """A throw-away Wayland desktop: sway without a screen, waybar as the panel, XWayland."""
 import json
 import os
+import pwd
 import re
 import time
 from typing import NamedTuple
@@ -69,8 +70,10 @@ class SwayDesktop(Session):
                                  height=self._scale * screen.height)
                    for number, screen in enumerate(self.monitors))
         config = self.write("sway.conf", SWAY + "".join(outputs))
-        # sway does not run as root: there it gets a user namespace in which it is somebody else.
-        wrapper = ["unshare", "--user", "--map-user=1000", "--map-group=1000"]
+        # sway does not run as root: there it gets a user namespace in which it is somebody else, who
+        # needs a name, as Xwayland lets in whom it knows by name.
+        nobody = pwd.getpwnam("nobody")
+        wrapper = ["unshare", "--user", f"--map-user={nobody.pw_uid}", f"--map-group={nobody.pw_gid}"]
         self.start_service((wrapper if os.geteuid() == 0 else []) + ["sway", "-c", config])
         folder = self.environment["XDG_RUNTIME_DIR"]
 
