@@ -70,10 +70,10 @@ class SwayDesktop(Session):
                                  height=self._scale * screen.height)
                    for number, screen in enumerate(self.monitors))
         config = self.write("sway.conf", SWAY + "".join(outputs))
-        # sway does not run as root: there it gets a user namespace in which it is somebody else, who
-        # needs a name, as Xwayland lets in whom it knows by name.
-        nobody = pwd.getpwnam("nobody")
-        wrapper = ["unshare", "--user", f"--map-user={nobody.pw_uid}", f"--map-group={nobody.pw_gid}"]
+        # sway does not run as root: there it gets a user namespace in which it is somebody else, with
+        # a name, because Xwayland lets in its own user by name.
+        user = pwd.getpwnam("nobody")
+        wrapper = ["unshare", "--user", f"--map-user={user.pw_uid}", f"--map-group={user.pw_gid}"]
         self.start_service((wrapper if os.geteuid() == 0 else []) + ["sway", "-c", config])
         folder = self.environment["XDG_RUNTIME_DIR"]
 
