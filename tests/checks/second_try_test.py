@@ -38,11 +38,32 @@ class Tries(unittest.TestCase):
         mark.touch()
         self.assertTrue(was_tried)
 
+    def test_fails_in_a_part(self):
+        with self.subTest("1.5 parts"):
+            self.fail("always")
+
+    def test_fails_once_in_a_part(self):
+        with self.subTest("1.5 parts"):
+            self.test_fails_once()
+
+    def test_crashes_once_in_a_part(self):
+        with self.subTest("1.5 parts"):
+            self.test_crashes_once()
+
     def test_passes(self):
         pass
 
     @unittest.skip("always")
     def test_is_skipped(self):
+        pass
+
+
+class WithoutStart(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        raise OSError("always")
+
+    def test_is_never_started(self):
         pass
 """
 
@@ -62,10 +83,14 @@ class SecondTryTest(unittest.TestCase):
     def test_passes_when_the_second_try_does_and_says_so(self):
         self.assertEqual(self.outcome("test_fails_once"),
                          (0, "passed at the second try: test_fails_once\n"))
+        self.assertEqual(self.outcome("test_fails_once_in_a_part"),
+                         (0, "passed at the second try: test_fails_once_in_a_part\n"))
 
     def test_second_failure_counts(self):
-        for name in ("test_fails", "test_breaks", "test_crashes_once"):
-            self.assertEqual(self.outcome(name), (1, ""))
+        for name in ("test_fails", "test_breaks", "test_crashes_once", "test_fails_in_a_part",
+                     "test_crashes_once_in_a_part", "test_is_never_started"):
+            with self.subTest(name):
+                self.assertEqual(self.outcome(name), (1, ""))
         self.assertEqual(self.outcome(), (1, "passed at the second try: test_fails_once\n"))
 
     def test_other_outcomes_are_as_they_were(self):

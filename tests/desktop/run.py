@@ -49,6 +49,11 @@ class KeepingResult(unittest.TextTestResult):
         self._keep(test, err[1])
         super().addFailure(test, err)
 
+    def addSubTest(self, test, subtest, err):
+        if err:
+            self._keep(test, err[1])
+        super().addSubTest(test, subtest, err)
+
 
 def flat(suite):
     for test in suite:
@@ -59,7 +64,8 @@ def flat(suite):
 
 
 def name_of(test):
-    return test.id().rsplit(".", 1)[-1]
+    """The name of a test, also of one that a part (`subTest`) belongs to."""
+    return getattr(test, "test_case", test).id().rsplit(".", 1)[-1]
 
 
 def load(names, folder=FOLDER):
@@ -81,10 +87,11 @@ def run_with_second_try(names, folder=FOLDER):
     """The exit status of the tests with those names."""
     result = run(load(names, folder))
     failed = failures(result)
-    again = failed - result.faults
+    again = load(failed - result.faults, folder) if failed - result.faults else []
     if again:
-        failed = result.faults | failures(run(load(again, folder)))
-        for name in sorted(again - failed):
+        tried = {name_of(test) for test in again}
+        failed = failed - tried | failures(run(again))
+        for name in sorted(tried - failed):
             print(SECOND_TRY, name)
     if failed or result.unexpectedSuccesses:
         return 1
