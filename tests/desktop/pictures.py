@@ -126,7 +126,8 @@ class Pictures:
         self.desktop.write("data/kestrel/launcherItems", encoded(sample_items()))
         os.chmod(self.desktop.path("data", "kestrel"), 0o700)
         self.kestrel = Kestrel(self.desktop, self.mounts.command(self.program),
-                               {"QT_SCALE_FACTOR": str(SCALE), "TERMINAL": "xterm"})
+                               {"QT_SCALE_FACTOR": str(SCALE), "TERMINAL": "xterm",
+                                "XDG_DATA_DIRS": "/usr/share"})
 
     def write(self, path, text, mode=0o644):
         """Writes a file that the program alone sees."""

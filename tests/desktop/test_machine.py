@@ -49,3 +49,10 @@ class MachineTest(DesktopTest):
         self.assertEqual(entries, "own.desktop")
         self.assertEqual([folder for folder in folders
                           if not folder.startswith(desktop.folder)], [])
+
+    def test_fonts_are_the_same_whatever_family_is_asked_for(self):
+        desktop = self.desktop = self.enterContext(Desktop())
+        for family, expected in (("Sans Serif", "DejaVu Sans"), ("Nobody's Sans", "DejaVu Sans"),
+                                 ("", "DejaVu Sans"), ("monospace", "DejaVu Sans Mono")):
+            with self.subTest(family):
+                self.assertEqual(desktop.run("fc-match", "--format=%{family}", family), expected)

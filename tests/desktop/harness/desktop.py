@@ -47,6 +47,7 @@ FONTS = """<?xml version="1.0"?>
   <cachedir>{folder}/cache/fontconfig</cachedir>
   <alias><family>sans-serif</family><prefer><family>DejaVu Sans</family></prefer></alias>
   <alias><family>monospace</family><prefer><family>DejaVu Sans Mono</family></prefer></alias>
+  <match><edit name="family" mode="append_last"><string>DejaVu Sans</string></edit></match>
 </fontconfig>
 """
 SESSION_BUS = """<busconfig>
